@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# Configures and builds one of the project's build trees under build/.
+#   native   portable core, tool and benchmarks (optimised)
+#   asan     portable core and its tests with AddressSanitizer and UBSan
+#   fuzz     libFuzzer targets (clang)
+#   windows  the Windows programs, cross-built with MinGW-w64
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+kind=${1:?usage: build.sh native|asan|fuzz|windows}
+out="$root/build/$kind"
+
+case "$kind" in
+    native)  args=(-DCMAKE_BUILD_TYPE=Release -DHERALDER_TESTS=OFF) ;;
+    asan)    args=(-DCMAKE_BUILD_TYPE=Debug -DHERALDER_SANITIZE=ON -DHERALDER_BENCH=OFF) ;;
+    fuzz)    args=(-DCMAKE_BUILD_TYPE=RelWithDebInfo -DHERALDER_FUZZ=ON -DHERALDER_TESTS=OFF
+                   -DHERALDER_BENCH=OFF -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++) ;;
+    windows) args=(-DCMAKE_BUILD_TYPE=Release
+                   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake"
+                   -DHERALDER_BENCH=OFF) ;;
+    *) echo "unknown build kind: $kind" >&2; exit 2 ;;
+esac
+
+cmake -S "$root" -B "$out" -G Ninja "${args[@]}" ${HERALDER_CMAKE_ARGS:-} >/dev/null
+cmake --build "$out" -j "$(nproc)"

@@ -1,0 +1,100 @@
+#!/usr/bin/env bash
+# Builds and runs every test: the portable core's tests under the sanitizers,
+# the publisher's tool over its kept case sets, the fuzz targets for a bounded
+# time, the Windows tests under Wine, and the benchmarks (figures only).
+# Closes with one "N passed, N failed" line over everything.
+set -uo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+cd "$root"
+"$root/scripts/setup.sh" || exit 1
+
+fuzz_seconds=${FUZZ_SECONDS:-20}
+passed=0
+failed=0
+steps_failed=()
+
+count_gtest() {  # log file, step name
+    local p f
+    p=$(grep -E '^\[  PASSED  \] [0-9]+ test' "$1" | tail -1 | grep -oE '[0-9]+' | head -1)
+    f=$(grep -E '^\[  FAILED  \] [0-9]+ test' "$1" | tail -1 | grep -oE '[0-9]+' | head -1)
+    passed=$((passed + ${p:-0}))
+    failed=$((failed + ${f:-0}))
+}
+
+count_cases() {  # log file
+    local line
+    line=$(grep -E 'cases: [0-9]+ passed, [0-9]+ failed' "$1" | tail -1)
+    passed=$((passed + $(echo "$line" | sed -E 's/.*: ([0-9]+) passed.*/\1/')))
+    failed=$((failed + $(echo "$line" | sed -E 's/.* ([0-9]+) failed.*/\1/')))
+}
+
+step() {  # name, command...
+    local name=$1; shift
+    echo "== $name"
+    if ! "$@"; then
+        steps_failed+=("$name")
+        return 1
+    fi
+}
+
+logs="$root/build/logs"
+mkdir -p "$logs"
+
+step "native build (sanitizers)" scripts/build.sh asan
+if [ -x build/asan/heralder_tests ]; then
+    build/asan/heralder_tests 2>&1 | tee "$logs/native.log" | grep -E '^\[  (PASSED|FAILED) |^\[  FAILED  \]|Failure|ERROR|Sanitizer' 
+    [ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("native tests")
+    count_gtest "$logs/native.log"
+else
+    steps_failed+=("native tests (not built)")
+fi
+
+step "native build (release)" scripts/build.sh native
+if [ -x build/native/heralder-tool ]; then
+    python3 tests/tool/check.py build/native/heralder-tool | tee "$logs/tool.log"
+    [ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("tool cases")
+    count_cases "$logs/tool.log"
+fi
+
+step "fuzz build" scripts/build.sh fuzz
+for fuzzer in build/fuzz/fuzz_*; do
+    [ -x "$fuzzer" ] || continue
+    name=$(basename "$fuzzer")
+    corpus="build/fuzz/corpus-$name"
+    mkdir -p "$corpus"
+    seeds=()
+    [ -d "tests/fuzz/seeds/$name" ] && seeds+=("tests/fuzz/seeds/$name")
+    echo "== fuzzing $name for ${fuzz_seconds}s"
+    if "$fuzzer" -max_total_time="$fuzz_seconds" -max_len=65536 -timeout=10 -rss_limit_mb=4096 \
+            "$corpus" "${seeds[@]}" > "$logs/$name.log" 2>&1; then
+        passed=$((passed + 1))
+        grep -E '^Done [0-9]+ runs' "$logs/$name.log"
+    else
+        failed=$((failed + 1))
+        steps_failed+=("$name")
+        tail -40 "$logs/$name.log"
+    fi
+done
+
+step "windows build" scripts/build.sh windows
+if [ -f build/windows/heralder_win_tests.exe ]; then
+    scripts/test_wine.sh 2>&1 | tee "$logs/wine.log" | grep -E '^\[  (PASSED|FAILED) |^\[  FAILED  \]|Failure|tool cases|^FAIL'
+    [ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("wine tests")
+    count_gtest "$logs/wine.log"
+    count_cases "$logs/wine.log"
+    echo "screenshots: build/windows/screenshots"
+fi
+
+for bench in build/native/bench_*; do
+    [ -x "$bench" ] || continue
+    echo "== $(basename "$bench")"
+    "$bench" --benchmark_min_time=0.2 2>&1 | grep -vE '^\*\*\*|^-+$' || true
+done
+
+echo
+if [ ${#steps_failed[@]} -gt 0 ]; then
+    echo "failed steps: ${steps_failed[*]}"
+    [ "$failed" -eq 0 ] && failed=${#steps_failed[@]}
+fi
+echo "$passed passed, $failed failed"
+[ ${#steps_failed[@]} -eq 0 ] && [ "$failed" -eq 0 ]

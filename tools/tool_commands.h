@@ -1,0 +1,4 @@
+#pragma once
+// The subcommands of heralder-tool, one file each.
+int runParseCommand(int argc, char** argv);
+int runSettingsCommand(int argc, char** argv);

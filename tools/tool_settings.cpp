@@ -1,0 +1,2 @@
+#include "tools/tool_commands.h"
+int runSettingsCommand(int, char**) { return 2; }
