@@ -14,9 +14,11 @@ import sys
 
 def run_case(tool, sub, case, prefix):
     name = case.stem
-    inp = case if case.suffix == ".in" else case.with_name(name + ".does-not-exist")
-    cmd = prefix + [tool, sub, str(inp)]
-    proc = subprocess.run(cmd, capture_output=True, timeout=120)
+    # Relative to the case folder, so that a Windows build under Wine gets a
+    # path it can open and both builds print the same text.
+    inp = case.name if case.suffix == ".in" else name + ".does-not-exist"
+    cmd = prefix + [tool, sub, inp]
+    proc = subprocess.run(cmd, capture_output=True, timeout=120, cwd=case.parent)
     want_rc = 0
     rc_file = case.with_name(name + ".rc")
     if rc_file.exists():
@@ -55,7 +57,7 @@ def main():
     if args and args[0] == "--wine":
         prefix = ["wine"]
         args = args[1:]
-    tool = args[0]
+    tool = str(pathlib.Path(args[0]).resolve())
     root = pathlib.Path(__file__).parent / "cases"
     passed = failed = 0
     for sub_dir in sorted(p for p in root.iterdir() if p.is_dir()):
