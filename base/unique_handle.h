@@ -13,7 +13,7 @@
 
 template <class Traits>
 class UniqueHandle {
-public:
+  public:
     using Handle = typename Traits::Handle;
 
     UniqueHandle() noexcept = default;
@@ -47,6 +47,6 @@ public:
         return &handle_;
     }
 
-private:
+  private:
     Handle handle_ = Traits::invalid();
 };

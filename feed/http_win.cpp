@@ -11,7 +11,9 @@
 #include "base/win_handles.h"
 #include "feed/http_reply.h"
 
-const char* publisherServerHost() { return HERALDER_SERVER_HOST; }
+const char* publisherServerHost() {
+    return HERALDER_SERVER_HOST;
+}
 
 std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
                                            const std::string& path) {

@@ -24,9 +24,9 @@ TEST(SplitServerAddress, AcceptsHostAndOptionalPort) {
 }
 
 TEST(SplitServerAddress, RefusesMalformedNamesInsteadOfFallingBackToPort80) {
-    for (const char* text : {"", ":8080", "host:", "host:0", "host:65536", "host:99999999999999",
-                             "host:-1", "host:+80", "host:80x", "host: 80", "host:8 0",
-                             "host:80:81", "::1"}) {
+    for (const char* text :
+         {"", ":8080", "host:", "host:0", "host:65536", "host:99999999999999", "host:-1",
+          "host:+80", "host:80x", "host: 80", "host:8 0", "host:80:81", "::1"}) {
         EXPECT_FALSE(splitServerAddress(text)) << '"' << text << '"';
     }
 }
@@ -36,11 +36,7 @@ TEST(ParseContentLength, AcceptsPlainDecimalUpToTheLimit) {
         const char* text;
         std::size_t want;
     } cases[] = {
-        {"0", 0},
-        {"12", 12},
-        {" 12\r\n", 12},
-        {"\t007", 7},
-        {"67108864", maxContentLength},
+        {"0", 0}, {"12", 12}, {" 12\r\n", 12}, {"\t007", 7}, {"67108864", maxContentLength},
     };
     for (const Case& c : cases) {
         EXPECT_EQ(parseContentLength(c.text), std::optional<std::size_t>(c.want))
@@ -49,9 +45,9 @@ TEST(ParseContentLength, AcceptsPlainDecimalUpToTheLimit) {
 }
 
 TEST(ParseContentLength, RefusesWhatWouldBeAWrongOrHugeAllocation) {
-    for (const char* text : {"", "  ", "-1", "-0", "+5", "abc", "12abc", "1 2", "0x10", "1e3",
-                             "67108865", "100000000", "4294967297", "18446744073709551617",
-                             "99999999999999999999999999999"}) {
+    for (const char* text :
+         {"", "  ", "-1", "-0", "+5", "abc", "12abc", "1 2", "0x10", "1e3", "67108865", "100000000",
+          "4294967297", "18446744073709551617", "99999999999999999999999999999"}) {
         EXPECT_FALSE(parseContentLength(text)) << '"' << text << '"';
     }
 }

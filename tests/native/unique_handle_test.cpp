@@ -17,7 +17,7 @@ struct FakeTraits {
 using FakeHandle = UniqueHandle<FakeTraits>;
 
 class UniqueHandleTest : public testing::Test {
-protected:
+  protected:
     void SetUp() override { closed.clear(); }
 };
 

@@ -43,6 +43,7 @@ REPLIES = {
     "/negative": (reply(b"Hello", length="-5"), "close"),
     "/not-a-number": (reply(b"Hello", length="abc"), "close"),
     "/trailing-garbage": (reply(b"Hello", length="5abc"), "close"),
+    "/long-length": (reply(b"Hello", length="0" * 40 + "5"), "close"),
     "/huge": (reply(b"Hello", length=100000000), "close"),
     "/extra": (reply(b"HelloEXTRA BYTES", length=5), "close"),
     "/endless": (reply(b"", length=4096), "endless"),
@@ -58,7 +59,7 @@ def read_head(conn):
         if not chunk:
             break
         data += chunk
-    return data.split(b"\r\n\r\n", 1)[0]
+    return data.split(b"\r\n\r\n", 1)[0] + b"\r\n\r\n"
 
 
 class Handler(socketserver.BaseRequestHandler):
