@@ -57,8 +57,8 @@ std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
     if (!InternetReadFile(request.get(), body.data(), static_cast<DWORD>(body.size()), &read)) {
         return std::nullopt;
     }
-    // Bytes past the announced length are not part of the file. Windows never
-    // delivers them; Wine does when they arrive together with the headers.
+    // Bytes past the announced length are not part of the file, yet Wine's
+    // WinINet hands them over when they arrive together with the headers.
     body.resize(std::min<std::size_t>(read, *length));
     return body;
 }
