@@ -21,11 +21,12 @@ count_gtest() {  # log file, step name
     failed=$((failed + ${f:-0}))
 }
 
-count_cases() {  # log file
-    local line
-    line=$(grep -E 'cases: [0-9]+ passed, [0-9]+ failed' "$1" | tail -1)
-    passed=$((passed + $(echo "$line" | sed -E 's/.*: ([0-9]+) passed.*/\1/')))
-    failed=$((failed + $(echo "$line" | sed -E 's/.* ([0-9]+) failed.*/\1/')))
+count_cases() {  # log file: adds up every "...cases: N passed, N failed" line
+    local p f
+    while read -r p f; do
+        passed=$((passed + p))
+        failed=$((failed + f))
+    done < <(sed -nE 's/.*cases: ([0-9]+) passed, ([0-9]+) failed.*/\1 \2/p' "$1")
 }
 
 step() {  # name, command...

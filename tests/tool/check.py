@@ -60,7 +60,8 @@ def main():
     tool = str(pathlib.Path(args[0]).resolve())
     root = pathlib.Path(__file__).parent / "cases"
     passed = failed = 0
-    for sub_dir in sorted(p for p in root.iterdir() if p.is_dir()):
+    subs = sorted(p for p in root.iterdir() if p.is_dir()) if root.is_dir() else []
+    for sub_dir in subs:
         cases = sorted(list(sub_dir.glob("*.in")) + list(sub_dir.glob("*.missing")))
         for case in cases:
             problems = run_case(tool, sub_dir.name, case, prefix)
