@@ -94,3 +94,18 @@ Settings& settings();
 const SettingDef* findSetting(std::string_view key);
 // The same, ASCII case-insensitively (the feed's setting updates).
 const SettingDef* findSettingNoCase(std::string_view key);
+
+// The value a row describes, for code that works through the table rather than
+// by member name; nullptr when the row is of the other kind.
+uint32_t* settingNumber(Settings& record, const SettingDef& def);
+const uint32_t* settingNumber(const Settings& record, const SettingDef& def);
+std::string* settingText(Settings& record, const SettingDef& def);
+const std::string* settingText(const Settings& record, const SettingDef& def);
+
+// Replaces a text value with at most kSettingTextMax characters of text, the
+// room the program's text settings have always had.
+void assignSettingText(std::string& value, std::string_view text);
+
+// The value as it stands after "Key = " in the settings file: the number in
+// unsigned decimal, or the text up to its first NUL character.
+std::string settingValueText(const Settings& record, const SettingDef& def);
