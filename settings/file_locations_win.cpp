@@ -6,8 +6,7 @@
 
 std::optional<std::string> getSpecialFolderPath(int csidl) {
     LPITEMIDLIST idList = nullptr;
-    if (FAILED(SHGetSpecialFolderLocation(nullptr, csidl, &idList)) || !idList)
-        return std::nullopt;
+    if (FAILED(SHGetSpecialFolderLocation(nullptr, csidl, &idList)) || !idList) return std::nullopt;
     char path[MAX_PATH] = "";
     bool ok = SHGetPathFromIDListA(idList, path) != FALSE;
     IMalloc* shellMalloc = nullptr;

@@ -60,11 +60,11 @@ struct Settings {
 
 // Type bits of a row.
 enum : uint8_t {
-    kSettingFlag = 0x01,     // 0 or 1, stored as an integer
+    kSettingFlag = 0x01,  // 0 or 1, stored as an integer
     kSettingText = 0x02,
     kSettingInteger = 0x04,
-    kSettingColour = 0x08,   // always with kSettingInteger
-    kSettingChoice = 0x10,   // bound to a dialog list (only SoftButtons)
+    kSettingColour = 0x08,  // always with kSettingInteger
+    kSettingChoice = 0x10,  // bound to a dialog list (only SoftButtons)
 };
 // Read bits of a row.
 enum : uint8_t {
@@ -73,11 +73,11 @@ enum : uint8_t {
 
 struct SettingDef {
     const char* key;
-    uint32_t Settings::*number;    // set for numeric rows
-    std::string Settings::*text;   // set for text rows
+    uint32_t Settings::*number;   // set for numeric rows
+    std::string Settings::*text;  // set for text rows
     uint8_t typeFlags;
     uint8_t readFlags;
-    int controlId;                 // the dialog control that edits it, or 0
+    int controlId;  // the dialog control that edits it, or 0
 
     bool isNumeric() const { return (typeFlags & (kSettingFlag | kSettingInteger)) != 0; }
     bool isText() const { return (typeFlags & kSettingText) != 0; }

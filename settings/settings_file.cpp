@@ -16,9 +16,15 @@ namespace {
 // The fgets buffer of the reader: at most 259 characters a read.
 constexpr std::size_t kReadBufferBytes = 260;
 
-bool isBlank(char c) { return c == ' '; }
-bool isControl(char c) { return static_cast<unsigned char>(c) < 32; }
-bool endsKey(char c) { return static_cast<unsigned char>(c) <= 32 || c == '='; }
+bool isBlank(char c) {
+    return c == ' ';
+}
+bool isControl(char c) {
+    return static_cast<unsigned char>(c) < 32;
+}
+bool endsKey(char c) {
+    return static_cast<unsigned char>(c) <= 32 || c == '=';
+}
 
 // Decimal with an optional sign, accumulated modulo 2^32 so that every value
 // written with "%u" reads back to the same bits, and "-1" to 4294967295.
@@ -148,8 +154,10 @@ std::string formatSettingsFile(const Settings& record, std::time_t now) {
 
 std::string backupPathFor(const std::string& path) {
     std::size_t nameStart = path.find_last_of("\\/");
-    if (nameStart != std::string::npos) ++nameStart;
-    else nameStart = path.size() >= 2 && path[1] == ':' ? 2 : 0;  // "C:name.ini"
+    if (nameStart != std::string::npos)
+        ++nameStart;
+    else
+        nameStart = path.size() >= 2 && path[1] == ':' ? 2 : 0;  // "C:name.ini"
     std::string_view name = std::string_view(path).substr(nameStart);
     std::size_t dot = name.rfind('.');
     if (dot == std::string_view::npos) dot = name.size();

@@ -4,7 +4,9 @@
 #include "settings/file_locations.h"
 #include "settings/settings_file.h"
 
-void readSettings() { readSettingsFile(settings(), getUserDataPath(kSettingsFileName)); }
+void readSettings() {
+    readSettingsFile(settings(), getUserDataPath(kSettingsFileName));
+}
 
 void writeSettings() {
     ensureDataFolders();
