@@ -39,7 +39,7 @@ const std::string x243(243, 'x');
 const ReadCase readCases[] = {
     {"one key", "BeNoisy = 0\n", {{"BeNoisy", "0"}}},
     {"no blanks", "BeNoisy=0", {{"BeNoisy", "0"}}},
-    {"two equals", "BeNoisy = = 0\n", {{"BeNoisy", "0"}}},
+    {"two equals", "BeNoisy = = 0\nNoiseType = = 5\n", {{"BeNoisy", "0"}, {"NoiseType", "0"}}},
     {"no equals", "BeNoisy 0\n", {{"BeNoisy", "0"}}},
     {"equals run", "AlertFontSize ===   12\n", {{"AlertFontSize", "12"}}},
     {"other case", "beNoisy = 0\nALERTFONTSIZE = 3\n", {}},
