@@ -204,13 +204,3 @@ TEST_F(SettingsWrite, FirstSaveMakesNoBackupAndAMissingFolderNothing) {
     EXPECT_FALSE(writeSettingsFile(Settings{}, ""));
     EXPECT_EQ(namesIn(scratch.path), std::set<std::string>{"Heralder17.ini"});
 }
-
-TEST(SettingsFileRead, ReadsTheBytesOnDisk) {
-    ScratchFolder scratch("read");
-    const fs::path file = scratch.path / "Heralder17.ini";
-    std::ofstream(file, std::ios::binary) << ";x\r\nSticky = 5\r\nAlertFontName = Arial\r\n";
-    Settings record;
-    ASSERT_TRUE(readSettingsFile(record, file.string()));
-    EXPECT_EQ(record.StickyWindowBottom, 5u);
-    EXPECT_EQ(record.AlertFontName, "Arial");
-}
