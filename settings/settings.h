@@ -60,11 +60,11 @@ struct Settings {
 
 // Type bits of a row.
 enum : uint8_t {
-    kSettingFlag = 0x01,     // 0 or 1, stored as an integer
+    kSettingFlag = 0x01,  // 0 or 1, stored as an integer
     kSettingText = 0x02,
     kSettingInteger = 0x04,
-    kSettingColour = 0x08,   // always with kSettingInteger
-    kSettingChoice = 0x10,   // bound to a dialog list (only SoftButtons)
+    kSettingColour = 0x08,  // always with kSettingInteger
+    kSettingChoice = 0x10,  // bound to a dialog list (only SoftButtons)
 };
 // Read bits of a row.
 enum : uint8_t {
@@ -73,11 +73,11 @@ enum : uint8_t {
 
 struct SettingDef {
     const char* key;
-    uint32_t Settings::*number;    // set for numeric rows
-    std::string Settings::*text;   // set for text rows
+    uint32_t Settings::*number;   // set for numeric rows
+    std::string Settings::*text;  // set for text rows
     uint8_t typeFlags;
     uint8_t readFlags;
-    int controlId;                 // the dialog control that edits it, or 0
+    int controlId;  // the dialog control that edits it, or 0
 
     bool isNumeric() const { return (typeFlags & (kSettingFlag | kSettingInteger)) != 0; }
     bool isText() const { return (typeFlags & kSettingText) != 0; }
@@ -94,3 +94,18 @@ Settings& settings();
 const SettingDef* findSetting(std::string_view key);
 // The same, ASCII case-insensitively (the feed's setting updates).
 const SettingDef* findSettingNoCase(std::string_view key);
+
+// The value a row describes, for code that works through the table rather than
+// by member name; nullptr when the row is of the other kind.
+uint32_t* settingNumber(Settings& record, const SettingDef& def);
+const uint32_t* settingNumber(const Settings& record, const SettingDef& def);
+std::string* settingText(Settings& record, const SettingDef& def);
+const std::string* settingText(const Settings& record, const SettingDef& def);
+
+// Replaces a text value with at most kSettingTextMax characters of text, the
+// room the program's text settings have always had.
+void assignSettingText(std::string& value, std::string_view text);
+
+// The value as it stands after "Key = " in the settings file: the number in
+// unsigned decimal, or the text up to its first NUL character.
+std::string settingValueText(const Settings& record, const SettingDef& def);

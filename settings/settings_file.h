@@ -18,6 +18,8 @@ void readSettingsText(Settings& record, std::string_view fileBytes);
 // be opened.
 bool readSettingsFile(Settings& record, const std::string& path);
 
+// The key lines alone, "Key = value" in table order, each ending in LF.
+std::string formatSettingLines(const Settings& record);
 // The whole file as it is written: header with the 24-character time text,
 // "[HERALDER]", one line per key in table order, CR LF line ends.
 std::string formatSettingsFile(const Settings& record, std::time_t now);

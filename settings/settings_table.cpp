@@ -98,3 +98,29 @@ const SettingDef* findSettingNoCase(std::string_view key) {
     }
     return nullptr;
 }
+
+uint32_t* settingNumber(Settings& record, const SettingDef& def) {
+    return def.number ? &(record.*def.number) : nullptr;
+}
+
+const uint32_t* settingNumber(const Settings& record, const SettingDef& def) {
+    return def.number ? &(record.*def.number) : nullptr;
+}
+
+std::string* settingText(Settings& record, const SettingDef& def) {
+    return def.text ? &(record.*def.text) : nullptr;
+}
+
+const std::string* settingText(const Settings& record, const SettingDef& def) {
+    return def.text ? &(record.*def.text) : nullptr;
+}
+
+void assignSettingText(std::string& value, std::string_view text) {
+    value.assign(text.substr(0, kSettingTextMax));
+}
+
+std::string settingValueText(const Settings& record, const SettingDef& def) {
+    if (const uint32_t* number = settingNumber(record, def)) return std::to_string(*number);
+    if (const std::string* text = settingText(record, def)) return text->c_str();
+    return {};
+}
