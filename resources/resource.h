@@ -11,8 +11,8 @@
 
 // Controls shared by the program's dialogs.
 #define IDC_BUTTON1 1
-#define IDC_CANCEL 2
-#define IDC_NO 7
+#define IDC_CANCELBUTTON 2
+#define IDC_NOBUTTON 7
 #define IDC_HELPBUTTON 9
 #define IDC_ICONBUTTON 10
 #define IDC_MESSAGETEXT 65
