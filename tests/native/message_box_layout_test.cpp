@@ -17,15 +17,6 @@ MessageBoxMeasures commonBox(int textHeight) {
     return m;
 }
 
-TEST(MessageBoxLayout, ButtonsStackOneGapApartUnderButtonOne) {
-    MessageBoxMeasures m = commonBox(13);
-    m.extraButtons = 3;
-    const MessageBoxLayout l = layoutMessageBox(m);
-    // gap = 80% of 13 = 10
-    const std::vector<LayoutRect> want = {{400, 46, 75, 23}, {400, 79, 75, 23}, {400, 112, 75, 23}};
-    EXPECT_EQ(l.buttons, want);
-}
-
 TEST(MessageBoxLayout, TextAndBoxHeights) {
     const struct {
         const char* name;

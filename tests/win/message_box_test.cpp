@@ -132,43 +132,26 @@ void openPlainBox() {
     showMessageBox(nullptr, spec);
 }
 
+// clang-format off
 INSTANTIATE_TEST_SUITE_P(
     Operations, MessageBoxShows,
-    testing::Values(ShowCase{"showMessage",
-                             [] { showMessage(nullptr, kShortText); },
-                             "Message",
-                             {{1, "Dismiss"}},
-                             false},
-                    ShowCase{"askYesNoCancel",
-                             [] { askYesNoCancel(nullptr, kShortText); },
-                             "Message",
-                             {{1, "Yes"}, {7, "No"}, {2, "Cancel"}},
-                             false},
-                    ShowCase{"askYesNo",
-                             [] { askYesNo(nullptr, kShortText); },
-                             "Message",
-                             {{1, "Yes"}, {7, "No"}},
-                             false},
-                    ShowCase{"showMessageOnce",
-                             [] { showMessageOnce(nullptr, kShortText, onceFlag = 1); },
-                             "Message",
-                             {{1, "Ok"}},
-                             true},
-                    ShowCase{"askYesNoOnce",
-                             [] { askYesNoOnce(nullptr, kShortText, onceFlag = 1); },
-                             "Message",
-                             {{1, "Yes"}, {7, "No"}},
-                             true},
-                    ShowCase{"askYesNoOnceTitled",
-                             [] {
-                                 askYesNoOnceTitled(nullptr, kShortText, "Remove the shortcut",
-                                                    onceFlag = 1);
-                             },
-                             "Remove the shortcut",
-                             {{1, "Yes"}, {7, "No"}},
-                             true},
-                    ShowCase{"untitled", openPlainBox, "", {{1, "Close"}}, false}),
+    testing::Values(
+        ShowCase{"showMessage", [] { showMessage(nullptr, kShortText); },
+                 "Message", {{1, "Dismiss"}}, false},
+        ShowCase{"askYesNoCancel", [] { askYesNoCancel(nullptr, kShortText); },
+                 "Message", {{1, "Yes"}, {7, "No"}, {2, "Cancel"}}, false},
+        ShowCase{"askYesNo", [] { askYesNo(nullptr, kShortText); },
+                 "Message", {{1, "Yes"}, {7, "No"}}, false},
+        ShowCase{"showMessageOnce", [] { showMessageOnce(nullptr, kShortText, onceFlag = 1); },
+                 "Message", {{1, "Ok"}}, true},
+        ShowCase{"askYesNoOnce", [] { askYesNoOnce(nullptr, kShortText, onceFlag = 1); },
+                 "Message", {{1, "Yes"}, {7, "No"}}, true},
+        ShowCase{"askYesNoOnceTitled",
+                 [] { askYesNoOnceTitled(nullptr, kShortText, "Remove it", onceFlag = 1); },
+                 "Remove it", {{1, "Yes"}, {7, "No"}}, true},
+        ShowCase{"untitled", openPlainBox, "", {{1, "Close"}}, false}),
     [](const testing::TestParamInfo<ShowCase>& info) { return std::string(info.param.name); });
+// clang-format on
 
 using Action = std::function<void(HWND)>;
 Action click(int id) {
@@ -203,6 +186,17 @@ TEST(MessageBoxes, EachWayOfClosingGivesItsResult) {
              return spec.result;
          },
          click(1), 6},
+        // A sound that cannot be found stays silent and changes nothing else.
+        {"missing sound",
+         [] {
+             MessageBoxSpec spec;
+             spec.style = kMbStandard | kMbSound;
+             spec.soundModule = GetModuleHandleA(nullptr);
+             spec.soundName = "NOSUCHSOUND";
+             showMessageBox(nullptr, spec);
+             return spec.result;
+         },
+         key(VK_ESCAPE), 2},
     };
     for (const ResultCase& c : cases) {
         int result = -1;
