@@ -58,7 +58,7 @@ struct MessageBoxSpec {
 
 // Runs the modal box and redraws the owner afterwards. Only one box is open at
 // a time: while one is open, another call returns at once and leaves that
-// spec's result as the caller set it, as does a box that cannot be created.
+// descriptor's result as the caller set it, as does a box that cannot be created.
 void showMessageBox(HWND owner, MessageBoxSpec& spec);
 
 void showMessage(HWND owner, std::string_view text);

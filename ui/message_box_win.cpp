@@ -1,7 +1,7 @@
 // The message box engine: one modal dialog from template 9898 (with a title
 // bar) or 9899 (without), fitted to its MessageBoxSpec when it opens. The
 // arithmetic lives in message_box_layout.cpp; this file measures, creates the
-// optional controls and applies the layout. The open box's spec is kept in one
+// optional controls and applies the layout. The open box's descriptor is kept in one
 // process-wide pointer so that a second box cannot start while one is open.
 #include <algorithm>
 #include <memory>
