@@ -1,0 +1,98 @@
+// The dialog driver of the Windows tests (see dialog_driver.h). A thread timer
+// is dispatched by whatever message loop runs, including a modal dialog's, so
+// the script runs inside the dialog's loop without a second thread.
+#include "tests/win/dialog_driver.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+thread_local DialogDriver* activeDriver = nullptr;
+constexpr UINT kTickMs = 10;
+constexpr int kGraceTicks = 100;
+
+std::string classOf(HWND hwnd) {
+    char name[64] = {};
+    GetClassNameA(hwnd, name, sizeof name);
+    return name;
+}
+
+BOOL CALLBACK findDialog(HWND hwnd, LPARAM lp) {
+    if (classOf(hwnd) == "#32770" && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd)) {
+        *reinterpret_cast<HWND*>(lp) = hwnd;
+        return FALSE;
+    }
+    return TRUE;
+}
+
+}  // namespace
+
+DialogDriver::DialogDriver(Script script) : script_(std::move(script)) {
+    activeDriver = this;
+    timer_ = SetTimer(nullptr, 0, kTickMs, &DialogDriver::onTimer);
+}
+
+DialogDriver::~DialogDriver() {
+    if (timer_) KillTimer(nullptr, timer_);
+    activeDriver = nullptr;
+}
+
+void CALLBACK DialogDriver::onTimer(HWND, UINT, UINT_PTR, DWORD) {
+    if (activeDriver) activeDriver->poll();
+}
+
+void DialogDriver::poll() {
+    if (dialog_) {
+        if (!IsWindow(dialog_)) return;
+        if (++ticksSinceScript_ == kGraceTicks) {
+            ADD_FAILURE() << "the script left the dialog open";
+            EndDialog(dialog_, 0);
+        }
+        return;
+    }
+    HWND found = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&found));
+    if (!found) return;
+    dialog_ = found;
+    script_(found);
+}
+
+std::string windowText(HWND hwnd) {
+    char text[4096] = {};
+    GetWindowTextA(hwnd, text, sizeof text);
+    return text;
+}
+
+std::string itemText(HWND dialog, int id) {
+    return windowText(GetDlgItem(dialog, id));
+}
+
+RECT itemRect(HWND dialog, int id) {
+    RECT r{};
+    GetWindowRect(GetDlgItem(dialog, id), &r);
+    MapWindowPoints(HWND_DESKTOP, dialog, reinterpret_cast<POINT*>(&r), 2);
+    return r;
+}
+
+bool isChecked(HWND dialog, int id) {
+    return IsDlgButtonChecked(dialog, id) == BST_CHECKED;
+}
+
+std::vector<HWND> childrenOfClass(HWND dialog, const char* cls) {
+    std::vector<HWND> out;
+    for (HWND c = GetWindow(dialog, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT))
+        if (lstrcmpiA(classOf(c).c_str(), cls) == 0) out.push_back(c);
+    return out;
+}
+
+void clickItem(HWND dialog, int id) {
+    SendMessageA(GetDlgItem(dialog, id), BM_CLICK, 0, 0);
+}
+
+void pressKey(HWND dialog, UINT vk) {
+    HWND target = GetFocus();
+    if (!target || (target != dialog && !IsChild(dialog, target))) target = dialog;
+    UINT scan = MapVirtualKeyA(vk, MAPVK_VK_TO_VSC);
+    PostMessageA(target, WM_KEYDOWN, vk, 1 | (scan << 16));
+    PostMessageA(target, WM_KEYUP, vk, 1 | (scan << 16) | (1u << 30) | (1u << 31));
+}

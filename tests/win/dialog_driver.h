@@ -1,0 +1,49 @@
+#pragma once
+// Drives the program's real dialogs from the Windows tests. A DialogDriver
+// waits, from inside the dialog's own modal loop, for the next dialog box of
+// this thread and runs a script against it; the helpers below read what the
+// dialog shows and act on it the way a user would (clicks, keys).
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/win_headers.h"
+
+class DialogDriver {
+  public:
+    using Script = std::function<void(HWND dialog)>;
+
+    // The script runs once, when a dialog box of this thread is visible. It
+    // should close the dialog; one still open about a second after the script
+    // is reported as a test failure and ended, so that no test hangs.
+    explicit DialogDriver(Script script);
+    ~DialogDriver();
+    DialogDriver(const DialogDriver&) = delete;
+    DialogDriver& operator=(const DialogDriver&) = delete;
+
+    bool ran() const { return dialog_ != nullptr; }
+    HWND dialog() const { return dialog_; }
+
+  private:
+    static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD);
+    void poll();
+
+    Script script_;
+    UINT_PTR timer_ = 0;
+    HWND dialog_ = nullptr;
+    int ticksSinceScript_ = 0;
+};
+
+std::string windowText(HWND hwnd);
+std::string itemText(HWND dialog, int id);
+// A control's rectangle in the dialog's client coordinates.
+RECT itemRect(HWND dialog, int id);
+bool isChecked(HWND dialog, int id);
+// The dialog's child windows of one class ("Button", "Static"), in Z order.
+std::vector<HWND> childrenOfClass(HWND dialog, const char* cls);
+
+// Presses a button as a mouse click would.
+void clickItem(HWND dialog, int id);
+// Posts a key press to the focused control, so that it goes through the
+// dialog's own keyboard handling (Escape cancels, Enter presses the default).
+void pressKey(HWND dialog, UINT vk);
