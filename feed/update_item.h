@@ -51,6 +51,8 @@ struct UpdateItem {
     // Set by the alert and version windows when the user ticks "Never show this
     // window again"; read by the notification run.
     bool neverShowAgain = false;
+
+    bool operator==(const UpdateItem&) const = default;
 };
 
 // "Alert", "Version", ... "Unknown" for any value that is not one of the seven.
