@@ -212,10 +212,15 @@ std::size_t valueStart(std::string_view text, std::size_t p, std::string_view ke
 }
 
 std::string textValue(std::string_view text, std::size_t start, std::size_t end) {
-    std::string value;
-    value.reserve(end - start);
-    for (std::size_t i = start; i < end; ++i)
-        if (text[i] != '{' && text[i] != '}') value.push_back(text[i]);
+    // Branch-free copy: every byte is written, a brace just does not advance.
+    std::string value(end - start, '\0');
+    char* out = value.data();
+    for (std::size_t i = start; i < end; ++i) {
+        const char c = text[i];
+        *out = c;
+        out += (c != '{' && c != '}');
+    }
+    value.resize(static_cast<std::size_t>(out - value.data()));
     return value;
 }
 
