@@ -68,7 +68,8 @@ inline ItemText getTextKey(std::string_view t, std::size_t begin, std::string_vi
     Line v = findValue(t, begin, key);
     if (!v) return std::nullopt;
     std::string text;
-    for (std::size_t i = *v; i < lineEnd(t, *v); ++i)
+    const std::size_t end = lineEnd(t, *v);
+    for (std::size_t i = *v; i < end; ++i)
         if (t[i] != '{' && t[i] != '}') text += t[i];
     return text;
 }
