@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "base/crt_text.h"
 #include "feed/document_parser.h"
 #include "feed/document_parser_detail.h"
 
@@ -139,6 +140,29 @@ TEST(ParseUpdateDocument, LfAndCrOnlyDocumentsAfterNormalising) {
     // A CR-only document loses its line breaks altogether and holds one line.
     EXPECT_EQ(describe(parseUpdateDocument(normalizeLineEnds(":BEGINALERT\rNUMBER=1\r:END\r"))),
               "ALRT");
+}
+
+}  // namespace
+
+namespace {
+
+// The sample document shipped in examples/ must stay readable as intended.
+TEST(ParseUpdateDocument, SampleDocumentGivesEveryItemType) {
+    auto document = readFileBytes(HERALDER_SOURCE_DIR "/examples/update.txt");
+    ASSERT_TRUE(document.has_value());
+    const auto items = parseUpdateDocument(normalizeLineEnds(*document));
+    std::string summary;
+    for (const UpdateItem& item : items)
+        summary += itemTypeTag(item.type) + ":" + std::to_string(item.number) + " ";
+    EXPECT_EQ(summary,
+              "ALRT:2101 VERS:2102 VERS:2103 TIP_:2104 NOTC:2105 OFFT:2106 CINI:2107 CINI:2108 "
+              "GRPN:2109 ");
+    ASSERT_EQ(items.size(), 9u);
+    EXPECT_EQ(textOf(items[6].plainText), "PromptMultipleCount = 6");
+    EXPECT_EQ(textOf(items[8].url), "/update/images/heralder_banner.png");
+    EXPECT_EQ(announcedVersionText(items[1]) +
+                  levelsText(items[1].patch, items[1].beta, LevelWords::Capitalised),
+              "5.2b (Revision 1)");
 }
 
 }  // namespace
