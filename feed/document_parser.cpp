@@ -199,12 +199,6 @@ Position findNextBlock(std::string_view text, std::size_t p) {
     return std::nullopt;
 }
 
-Position findBlockEnd(std::string_view text, std::size_t begin) {
-    Position line = begin;
-    while (line && !lineStartsWith(text, *line, kEndMarker)) line = nextLine(text, *line);
-    return line;
-}
-
 std::size_t valueStart(std::string_view text, std::size_t p, std::string_view key) {
     std::size_t i = p + key.size();
     while (i < text.size() && (text[i] == ' ' || text[i] == '=')) ++i;

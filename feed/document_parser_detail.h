@@ -52,7 +52,6 @@ Position nextLine(std::string_view text, std::size_t p);
 bool lineStartsWith(std::string_view text, std::size_t p, std::string_view word);
 
 Position findNextBlock(std::string_view text, std::size_t p);
-Position findBlockEnd(std::string_view text, std::size_t begin);
 ItemType blockType(std::string_view text, std::size_t begin);
 
 // Where the value of a key found at line p begins: after the key and any run of

@@ -37,17 +37,6 @@ TEST(DocumentLines, SplitWhereControlBytesStandOutsideBraces) {
     for (const auto& c : cases) EXPECT_EQ(lineStarts(c.text), c.starts) << c.text;
 }
 
-TEST(DocumentLines, EndAtTheFirstControlByteOutsideBraces) {
-    struct {
-        std::string text;
-        std::size_t from, end;
-    } cases[] = {
-        {"ab\r\n", 0, 2}, {"ab", 0, 2},     {"a{b\r\nc}d\re", 0, 8},
-        {"a{b", 0, 3},    {"x{}\ty", 0, 3}, {"ab\r\ncd", 4, 6},
-    };
-    for (const auto& c : cases) EXPECT_EQ(document::lineEnd(c.text, c.from), c.end) << c.text;
-}
-
 TEST(DocumentLines, StartsWithFoldsCaseAndNeedsMoreTextThanTheWord) {
     struct {
         std::string text;
@@ -72,17 +61,6 @@ TEST(DocumentLines, StartsWithFoldsCaseAndNeedsMoreTextThanTheWord) {
     };
     for (const auto& c : cases)
         EXPECT_EQ(document::lineStartsWith(c.text, c.at, c.word), c.want) << c.text;
-}
-
-TEST(DocumentBlocks, FindTheBeginAndEndLines) {
-    const std::string text = "x\r\n:BEGINTIPS\r\nA\r\n:ENDX\r\n:BEGINALERT\r\n";
-    EXPECT_EQ(document::findNextBlock(text, 0), 3u);
-    EXPECT_EQ(document::blockType(text, 3), ItemType::Tip);
-    EXPECT_EQ(document::findBlockEnd(text, 3), 18u);
-    EXPECT_EQ(document::findNextBlock(text, 18), 25u);
-    EXPECT_EQ(document::findBlockEnd(text, 25), std::nullopt);
-    EXPECT_EQ(document::blockType(text, 0), ItemType::Unknown);
-    EXPECT_EQ(document::findNextBlock("no blocks\r\n:BEGIN\r\n", 0), std::nullopt);
 }
 
 }  // namespace
