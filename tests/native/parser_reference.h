@@ -1,0 +1,148 @@
+#pragma once
+// A second reader of update documents, written as plainly as possible: every
+// key is looked for by its own walk from the block's begin line, lines are
+// found byte by byte. The real reader finds all keys in one walk; the tests and
+// the fuzzer compare the two on generated documents. Also the generator of
+// those documents, which favours the bytes that matter to the reader.
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/crt_text.h"
+#include "feed/document_parser_detail.h"
+#include "feed/update_item.h"
+
+namespace reference {
+
+using Line = std::optional<std::size_t>;
+
+inline unsigned char upper(unsigned char c) {
+    return c >= 'a' && c <= 'z' ? c - 32 : c;
+}
+
+inline std::size_t lineEnd(std::string_view t, std::size_t p) {
+    bool braces = false;
+    for (std::size_t i = p; i < t.size(); ++i) {
+        unsigned char c = t[i];
+        if (c == '{')
+            braces = true;
+        else if (c == '}')
+            braces = false;
+        else if (c < 32 && !braces)
+            return i;
+    }
+    return t.size();
+}
+
+inline Line nextLine(std::string_view t, std::size_t p) {
+    std::size_t i = lineEnd(t, p);
+    while (i < t.size() && static_cast<unsigned char>(t[i]) >= 1 &&
+           static_cast<unsigned char>(t[i]) <= 31)
+        ++i;
+    if (i >= t.size()) return std::nullopt;
+    return i;
+}
+
+inline bool startsWith(std::string_view t, std::size_t p, std::string_view word) {
+    if (t.size() - p <= word.size()) return false;
+    for (std::size_t i = 0; i < word.size(); ++i)
+        if (upper(t[p + i]) != upper(word[i])) return false;
+    return true;
+}
+
+inline Line findValue(std::string_view t, std::size_t begin, std::string_view key) {
+    for (Line line = begin; line; line = nextLine(t, *line)) {
+        if (startsWith(t, *line, ":END")) return std::nullopt;
+        if (startsWith(t, *line, key)) {
+            std::size_t i = *line + key.size();
+            while (i < t.size() && (t[i] == ' ' || t[i] == '=')) ++i;
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+inline ItemText getTextKey(std::string_view t, std::size_t begin, std::string_view key) {
+    Line v = findValue(t, begin, key);
+    if (!v) return std::nullopt;
+    std::string text;
+    const std::size_t end = lineEnd(t, *v);
+    for (std::size_t i = *v; i < end; ++i)
+        if (t[i] != '{' && t[i] != '}') text += t[i];
+    return text;
+}
+
+inline int32_t getNumberKey(std::string_view t, std::size_t begin, std::string_view key) {
+    Line v = findValue(t, begin, key);
+    return v ? atoiLike(t.substr(*v)) : 0;
+}
+
+inline int32_t getLetterKey(std::string_view t, std::size_t begin, std::string_view key) {
+    Line v = findValue(t, begin, key);
+    return v && *v < t.size() ? static_cast<unsigned char>(t[*v]) : 0;
+}
+
+inline ItemType blockType(std::string_view t, std::size_t p) {
+    for (const document::MarkerDef& m : document::blockMarkers())
+        if (startsWith(t, p, m.marker)) return m.type;
+    return ItemType::Unknown;
+}
+
+inline std::vector<UpdateItem> parse(std::string_view document) {
+    std::string_view t = document.substr(0, document.find('\0'));
+    std::vector<UpdateItem> items;
+    Line p = 0;
+    do {
+        Line begin = *p;
+        while (begin && blockType(t, *begin) == ItemType::Unknown) begin = nextLine(t, *begin);
+        if (!begin) break;
+        UpdateItem item;
+        item.type = blockType(t, *begin);
+        for (const document::KeyDef& k : document::documentKeys()) {
+            switch (k.kind) {
+                case document::KeyKind::Text:
+                    item.*k.text = getTextKey(t, *begin, k.name);
+                    break;
+                case document::KeyKind::Number:
+                    item.*k.value = getNumberKey(t, *begin, k.name);
+                    break;
+                case document::KeyKind::Letter:
+                    item.*k.value = getLetterKey(t, *begin, k.name);
+                    break;
+            }
+        }
+        p = begin;
+        while (p && !startsWith(t, *p, ":END")) p = nextLine(t, *p);
+        items.push_back(item);
+    } while (p && *p < t.size() && t[*p] != '\0');
+    return items;
+}
+
+// Documents built from the pieces the reader reacts to: markers and keys in
+// mixed case, ":END", blanks, '=', tabs, line breaks, braces, digits, signs,
+// bytes above 127 and the odd NUL.
+inline std::string randomDocument(std::mt19937& rng, std::size_t pieces) {
+    static const std::vector<std::string> vocabulary = [] {
+        std::vector<std::string> v = {
+            ":END", ":end", ":ENDS", " ",    " ", "=",      "==", "\t", "\r\n",
+            "\r\n", "\n",   "\r",    "{",    "}", "x",      "7",  "-3", "+",
+            "4.2",  "\xe9", "\xff",  "\x01", ":", ":BEGIN", "S"};
+        for (const document::MarkerDef& m : document::blockMarkers()) v.emplace_back(m.marker);
+        for (const document::KeyDef& k : document::documentKeys()) v.emplace_back(k.name);
+        return v;
+    }();
+    std::string doc;
+    for (std::size_t i = 0; i < pieces; ++i) {
+        std::string piece = vocabulary[rng() % vocabulary.size()];
+        if (rng() % 4 == 0)
+            for (char& c : piece)
+                if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + 32);
+        if (rng() % 500 == 0) piece.push_back('\0');
+        doc += piece;
+    }
+    return doc;
+}
+
+}  // namespace reference
