@@ -54,6 +54,8 @@ step "native build (release)" scripts/build.sh native
 if [ -x build/native/heralder-tool ]; then
     python3 tests/tool/check.py build/native/heralder-tool | tee "$logs/tool.log"
     [ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("tool cases")
+    python3 tests/tool/differential.py build/native/heralder-tool 300 | tee -a "$logs/tool.log"
+    [ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("differential cases")
     count_cases "$logs/tool.log"
 fi
 
@@ -79,7 +81,7 @@ done
 
 step "windows build" scripts/build.sh windows
 if [ -f build/windows/heralder_win_tests.exe ]; then
-    scripts/test_wine.sh 2>&1 | tee "$logs/wine.log" | grep -E '^\[  (PASSED|FAILED) |^\[  FAILED  \]|Failure|tool cases|^FAIL'
+    scripts/test_wine.sh 2>&1 | tee "$logs/wine.log" | grep -E '^\[  (PASSED|FAILED) |^\[  FAILED  \]|Failure|cases:|^FAIL'
     [ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("wine tests")
     count_gtest "$logs/wine.log"
     count_cases "$logs/wine.log"
