@@ -15,9 +15,13 @@ namespace {
 constexpr std::array<std::string_view, 4> kFeedProtectedSettings = {
     "DocumentBrowserPath", "ApplicationPath", "ChangeFolderSound", "ColourTableFile"};
 
-bool isBlank(char c) { return c == ' ' || c == '\t'; }
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
 
-char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
 
 bool equalsNoCase(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) return false;
@@ -30,12 +34,12 @@ bool equalsNoCase(std::string_view a, std::string_view b) {
 // COM1-9 and LPT1-9 (also with the superscript digits ¹²³ of the ANSI code page,
 // which newer Windows treats alike), CONIN$ and CONOUT$.
 bool isDeviceName(std::string_view stem) {
-    static constexpr std::array<std::string_view, 6> plain = {"CON", "PRN",   "AUX",
+    static constexpr std::array<std::string_view, 6> plain = {"CON", "PRN",    "AUX",
                                                               "NUL", "CONIN$", "CONOUT$"};
     for (std::string_view device : plain)
         if (equalsNoCase(stem, device)) return true;
-    if (stem.size() == 4 && (equalsNoCase(stem.substr(0, 3), "COM") ||
-                             equalsNoCase(stem.substr(0, 3), "LPT"))) {
+    if (stem.size() == 4 &&
+        (equalsNoCase(stem.substr(0, 3), "COM") || equalsNoCase(stem.substr(0, 3), "LPT"))) {
         unsigned char digit = static_cast<unsigned char>(stem[3]);
         return (digit >= '1' && digit <= '9') || digit == 0xB9 || digit == 0xB2 || digit == 0xB3;
     }
@@ -43,8 +47,8 @@ bool isDeviceName(std::string_view stem) {
 }
 
 bool isForbiddenInFileName(unsigned char c) {
-    return c < 32 || c == 127 || std::string_view("<>:\"/\\|?*").find(static_cast<char>(c)) !=
-                                     std::string_view::npos;
+    return c < 32 || c == 127 ||
+           std::string_view("<>:\"/\\|?*").find(static_cast<char>(c)) != std::string_view::npos;
 }
 
 }  // namespace
@@ -133,8 +137,8 @@ void performGraphicUpdate(UpdateItem& item, RunHost& host, SeenList& seen) {
         if (!ok) std::remove(temporary.c_str());
     }
     if (!ok) {
-        std::string message = "There has been an error upgrading the new graphic " +
-                              file->name + file->extension + ".";
+        std::string message = "There has been an error upgrading the new graphic " + file->name +
+                              file->extension + ".";
         host.showMessage(message);
         return;
     }

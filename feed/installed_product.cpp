@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "feed/feed_date.h"
 #include "settings/file_locations.h"
 
 namespace {
@@ -12,19 +13,11 @@ std::string withBackslash(std::string path) {
     return path;
 }
 
-// Fields of a packed version.
-uint32_t majorOf(uint32_t packed) { return (packed >> 5) & 31; }
-uint32_t minorOf(uint32_t packed) { return (packed >> 10) & 31; }
-uint32_t letterOf(uint32_t packed) { return packed & 31; }
-
 }  // namespace
 
 std::string installedVersionText(uint32_t versionNumber, uint32_t patchLevel, uint32_t betaLevel) {
-    char text[96];
-    int n = std::snprintf(text, sizeof text, "%d.%d%c", static_cast<int>(majorOf(versionNumber)),
-                          static_cast<int>(minorOf(versionNumber)),
-                          static_cast<char>('a' + letterOf(versionNumber)));
-    std::string result(text, static_cast<std::size_t>(n));
+    std::string result = packedVersionText(versionNumber);
+    char text[48];
     // The profile reader hands back unsigned values; they are shown signed.
     if (patchLevel != 0) {
         std::snprintf(text, sizeof text, " (revision %d)", static_cast<int32_t>(patchLevel));

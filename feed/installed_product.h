@@ -30,7 +30,7 @@ std::string makerFolderPath(std::string_view platformFolder);
 
 // What the lookup needs from the platform.
 class ProductFiles {
-public:
+  public:
     virtual ~ProductFiles() = default;
     // The maker folder with its final "\", all-users or per-user; nullopt when
     // the platform folder cannot be had.
@@ -45,8 +45,7 @@ public:
 // The installed version of the product an item names with INIFILE and SECTION;
 // nullopt when the item lacks either or a path would pass 260 characters. A file
 // or section that does not exist gives zeros ("0.0a").
-std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item,
-                                                       ProductFiles& files);
+std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item, ProductFiles& files);
 
 // Windows only: the same over the real folders and profile reader.
 std::optional<std::string> getUserQuenmarkFolder();

@@ -13,7 +13,7 @@ std::optional<std::string> quenmarkFolder(int csidl) {
 }
 
 class WindowsProductFiles final : public ProductFiles {
-public:
+  public:
     std::optional<std::string> makerFolder(bool allUsers) override {
         return allUsers ? getCommonQuenmarkFolder() : getUserQuenmarkFolder();
     }
@@ -35,7 +35,9 @@ public:
 
 }  // namespace
 
-std::optional<std::string> getUserQuenmarkFolder() { return quenmarkFolder(CSIDL_APPDATA); }
+std::optional<std::string> getUserQuenmarkFolder() {
+    return quenmarkFolder(CSIDL_APPDATA);
+}
 
 std::optional<std::string> getCommonQuenmarkFolder() {
     return quenmarkFolder(CSIDL_COMMON_APPDATA);

@@ -16,7 +16,7 @@
 #include "settings/settings.h"
 
 class RunHost : public InstalledLookup {
-public:
+  public:
     // Each window answers 0 when the user cancelled, and sets
     // item.neverShowAgain when the user ticked that box.
     virtual int showAlertWindow(UpdateItem& item) = 0;
@@ -36,13 +36,13 @@ public:
 
 // Shows the wait cursor for as long as it lives.
 class WaitCursorScope {
-public:
+  public:
     explicit WaitCursorScope(RunHost& host) : host_(host) { host_.beginWaitCursor(); }
     ~WaitCursorScope() { host_.endWaitCursor(); }
     WaitCursorScope(const WaitCursorScope&) = delete;
     WaitCursorScope& operator=(const WaitCursorScope&) = delete;
 
-private:
+  private:
     RunHost& host_;
 };
 

@@ -6,19 +6,29 @@
 #include "settings/file_locations.h"
 #include "ui/message_box.h"
 
-int WindowsRunHost::showAlertWindow(UpdateItem&) { return 1; }
+int WindowsRunHost::showAlertWindow(UpdateItem&) {
+    return 1;
+}
 
-int WindowsRunHost::showVersionWindow(UpdateItem&) { return 1; }
+int WindowsRunHost::showVersionWindow(UpdateItem&) {
+    return 1;
+}
 
-int WindowsRunHost::promptMultipleItems(std::vector<UpdateItem>&, int, SeenList&) { return 1; }
+int WindowsRunHost::promptMultipleItems(std::vector<UpdateItem>&, int, SeenList&) {
+    return 1;
+}
 
 std::optional<std::string> WindowsRunHost::fetchServerFile(const std::string& path) {
     return ::fetchServerFile(owner_, publisherServerHost(), path);
 }
 
-void WindowsRunHost::showMessage(const std::string& text) { ::showMessage(owner_, text); }
+void WindowsRunHost::showMessage(const std::string& text) {
+    ::showMessage(owner_, text);
+}
 
-std::string WindowsRunHost::graphicFolder() { return getUserHeralderPath(""); }
+std::string WindowsRunHost::graphicFolder() {
+    return getUserHeralderPath("");
+}
 
 void WindowsRunHost::beginWaitCursor() {
     HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
@@ -33,7 +43,9 @@ std::optional<InstalledVersion> WindowsRunHost::lookupInstalledVersion(const Upd
     return ::lookupInstalledVersion(item);
 }
 
-std::string seenListPath() { return getUserHeralderPath("Heralder.lst"); }
+std::string seenListPath() {
+    return getUserHeralderPath("Heralder.lst");
+}
 
 bool runNotifications(HWND owner, std::vector<UpdateItem>& items) {
     WindowsRunHost host(owner);

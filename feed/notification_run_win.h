@@ -7,7 +7,7 @@
 #include "feed/notification_run.h"
 
 class WindowsRunHost : public RunHost {
-public:
+  public:
     explicit WindowsRunHost(HWND owner) : owner_(owner) {}
 
     // The notification windows and the multiple-items prompt plug in here; until
@@ -25,7 +25,7 @@ public:
 
     HWND owner() const { return owner_; }
 
-private:
+  private:
     HWND owner_;
     HCURSOR previousCursor_ = nullptr;
     int waitDepth_ = 0;

@@ -32,9 +32,8 @@ std::unordered_set<int32_t> parseSeenNumbers(std::string_view fileBytes) {
     std::unordered_set<int32_t> numbers;
     std::string text = textModeView(fileBytes);
     numbers.reserve(text.size() / 4 + 1);
-    forEachFgetsPiece(text, kLineBuffer, [&](std::string_view piece) {
-        numbers.insert(atoiLike(piece));
-    });
+    forEachFgetsPiece(text, kLineBuffer,
+                      [&](std::string_view piece) { numbers.insert(atoiLike(piece)); });
     return numbers;
 }
 

@@ -27,7 +27,7 @@ std::optional<FileStamp> fileStamp(const std::string& path);
 std::unordered_set<int32_t> parseSeenNumbers(std::string_view fileBytes);
 
 class SeenList {
-public:
+  public:
     explicit SeenList(std::string path) : path_(std::move(path)) {}
 
     // True when some line of the list reads as the item's number. A missing or
@@ -39,7 +39,7 @@ public:
 
     const std::string& path() const { return path_; }
 
-private:
+  private:
     void refreshIfChanged();
 
     std::string path_;

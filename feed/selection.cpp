@@ -44,9 +44,15 @@ const std::array<TypeChoices, 5> kTypeChoices = {{
      2},
 }};
 
-uint32_t majorOf(uint32_t packed) { return (packed >> 5) & 31; }
-uint32_t minorOf(uint32_t packed) { return (packed >> 10) & 31; }
-uint32_t letterOf(uint32_t packed) { return 'a' + (packed & 31); }
+uint32_t majorOf(uint32_t packed) {
+    return (packed >> 5) & 31;
+}
+uint32_t minorOf(uint32_t packed) {
+    return (packed >> 10) & 31;
+}
+uint32_t letterOf(uint32_t packed) {
+    return 'a' + (packed & 31);
+}
 
 // Held back by IGNOREUNTIL: a date after today's transaction date. Day 0 (the
 // first of January 2000, or text that is no date) never holds anything back.
@@ -82,7 +88,9 @@ bool passesRule(ChoiceRule rule, const UpdateItem& item, SelectionContext& conte
 
 }  // namespace
 
-std::span<const TypeChoices> typeChoiceTable() { return kTypeChoices; }
+std::span<const TypeChoices> typeChoiceTable() {
+    return kTypeChoices;
+}
 
 const TypeChoices* findTypeChoices(ItemType type) {
     for (const TypeChoices& choices : kTypeChoices)

@@ -42,7 +42,7 @@ ChoiceRule choiceRule(const TypeChoices& choices, uint32_t index);
 
 // The installed-version source the filter asks.
 class InstalledLookup {
-public:
+  public:
     virtual ~InstalledLookup() = default;
     virtual std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item) = 0;
 };
