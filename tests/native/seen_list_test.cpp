@@ -72,7 +72,7 @@ TEST(SeenList, FollowsOtherWritersOfTheFile) {
     writeFile(path, "2\r\n", true);  // another copy of the program appends
     EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, 2)));
 
-    // Another append lands just before ours: both must count.
+    // Another append, then ours: both count.
     writeFile(path, "3\r\n", true);
     ASSERT_TRUE(list.markItemSeen(makeItem(ItemType::Alert, 4)));
     EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, 3)));
