@@ -31,8 +31,9 @@ bool equalsNoCase(std::string_view a, std::string_view b) {
 }
 
 // Names Windows opens as devices whatever the extension: CON, PRN, AUX, NUL,
-// COM1-9 and LPT1-9 (also with the superscript digits ¹²³ of the ANSI code page,
-// which newer Windows treats alike), CONIN$ and CONOUT$.
+// COM1-9 and LPT1-9 (also with the superscript digits one to three, 0xB9, 0xB2
+// and 0xB3 in the ANSI code page, which newer Windows treats alike), CONIN$
+// and CONOUT$.
 bool isDeviceName(std::string_view stem) {
     static constexpr std::array<std::string_view, 6> plain = {"CON", "PRN",    "AUX",
                                                               "NUL", "CONIN$", "CONOUT$"};
@@ -120,12 +121,15 @@ void performGraphicUpdate(UpdateItem& item, RunHost& host, SeenList& seen) {
     std::optional<GraphicFileName> file = graphicFileName(*item.url);
     if (!file) return;
 
+    // Without the product folder a bare name would land in the current folder.
+    std::string folder = host.graphicFolder();
+    if (folder.empty()) return;
+    if (folder.back() != '\\' && folder.back() != '/') folder += '\\';
+
     WaitCursorScope wait(host);
     std::optional<std::string> body = host.fetchServerFile(*item.url);
     if (!body) return;
 
-    std::string folder = host.graphicFolder();
-    if (!folder.empty() && folder.back() != '\\' && folder.back() != '/') folder += '\\';
     const std::string target = folder + file->name + file->extension;
     const std::string temporary = target + ".temp";
 

@@ -216,4 +216,11 @@ TEST(GraphicUpdate, RefusedOrAbsentNamesFetchNothing) {
     performGraphicUpdate(run.item, run.host, run.seen);  // no URL at all
     EXPECT_TRUE(run.host.fetched.empty());
     EXPECT_EQ(run.host.maxWaitDepth, 0);
+
+    GraphicRun noFolder;
+    noFolder.host.folder.clear();
+    noFolder.host.serverFiles["/u/a.bmp"] = "x";
+    noFolder.go("/u/a.bmp");
+    EXPECT_TRUE(noFolder.host.fetched.empty());
+    EXPECT_FALSE(std::filesystem::exists("a.bmp"));
 }
