@@ -1,0 +1,150 @@
+// Setting and graphic updates carried by the feed (see feed_updates.h).
+#include "feed/feed_updates.h"
+
+#include <array>
+#include <cstdio>
+
+#include "base/crt_text.h"
+#include "feed/document_file.h"
+
+namespace {
+
+// Settings that name a file or a program the agent opens or starts. A feed
+// fetched over plain HTTP could otherwise make the agent start a program of
+// an attacker's choosing or reach out to a network share.
+constexpr std::array<std::string_view, 4> kFeedProtectedSettings = {
+    "DocumentBrowserPath", "ApplicationPath", "ChangeFolderSound", "ColourTableFile"};
+
+bool isBlank(char c) {
+    return c == ' ' || c == '\t';
+}
+
+char upper(char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
+}
+
+bool equalsNoCase(std::string_view a, std::string_view b) {
+    if (a.size() != b.size()) return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (upper(a[i]) != upper(b[i])) return false;
+    return true;
+}
+
+// Names Windows opens as devices whatever the extension: CON, PRN, AUX, NUL,
+// COM1-9 and LPT1-9 (also with the superscript digits one to three, 0xB9, 0xB2
+// and 0xB3 in the ANSI code page, which newer Windows treats alike), CONIN$
+// and CONOUT$.
+bool isDeviceName(std::string_view stem) {
+    static constexpr std::array<std::string_view, 6> plain = {"CON", "PRN",    "AUX",
+                                                              "NUL", "CONIN$", "CONOUT$"};
+    for (std::string_view device : plain)
+        if (equalsNoCase(stem, device)) return true;
+    if (stem.size() == 4 &&
+        (equalsNoCase(stem.substr(0, 3), "COM") || equalsNoCase(stem.substr(0, 3), "LPT"))) {
+        unsigned char digit = static_cast<unsigned char>(stem[3]);
+        return (digit >= '1' && digit <= '9') || digit == 0xB9 || digit == 0xB2 || digit == 0xB3;
+    }
+    return false;
+}
+
+bool isForbiddenInFileName(unsigned char c) {
+    return c < 32 || c == 127 ||
+           std::string_view("<>:\"/\\|?*").find(static_cast<char>(c)) != std::string_view::npos;
+}
+
+}  // namespace
+
+bool applySettingUpdate(Settings& settings, std::string_view name, std::string_view value) {
+    const SettingDef* def = findSettingNoCase(name);
+    if (!def) return false;
+    for (std::string_view protectedName : kFeedProtectedSettings)
+        if (protectedName == def->key) return false;
+
+    if ((def->typeFlags & kSettingFlag) && def->number) {
+        settings.*(def->number) = atoiLike(value) != 0 ? 1 : 0;
+    } else if ((def->typeFlags & kSettingInteger) && def->number) {
+        settings.*(def->number) = static_cast<uint32_t>(atoiLike(value));
+    } else if ((def->typeFlags & kSettingText) && def->text) {
+        settings.*(def->text) = std::string(value.substr(0, kSettingTextMax));
+    }
+    return true;
+}
+
+SettingAssignment parseSettingAssignment(std::string_view text) {
+    std::size_t pos = 0;
+    while (pos < text.size() && pos < kSettingTextMax) {
+        unsigned char c = static_cast<unsigned char>(text[pos]);
+        if (c < 33 || c == 127 || c == '=') break;
+        ++pos;
+    }
+    SettingAssignment assignment;
+    assignment.name = std::string(text.substr(0, pos));
+    while (pos < text.size() && (isBlank(text[pos]) || text[pos] == '=')) ++pos;
+    assignment.value = std::string(text.substr(pos));
+    return assignment;
+}
+
+void performSettingUpdate(UpdateItem& item, Settings& settings, SeenList& seen) {
+    if (!item.plainText) return;
+    SettingAssignment assignment = parseSettingAssignment(*item.plainText);
+    applySettingUpdate(settings, assignment.name, assignment.value);
+    seen.markItemSeen(item);
+}
+
+std::optional<GraphicFileName> graphicFileName(std::string_view url) {
+    std::size_t slash = url.find_last_of("/\\");
+    std::string_view name = slash == std::string_view::npos ? url : url.substr(slash + 1);
+    // Windows ignores trailing dots and blanks of a name: "logo.png. " is
+    // "logo.png", and ".." would be the parent folder.
+    while (!name.empty() && (name.back() == '.' || name.back() == ' ')) name.remove_suffix(1);
+    if (name.empty()) return std::nullopt;
+    for (char c : name)
+        if (isForbiddenInFileName(static_cast<unsigned char>(c))) return std::nullopt;
+
+    // Device names are matched on the part before the first dot, trailing blanks
+    // dropped: "nul.tar.gz" and "CON .png" are devices too.
+    std::string_view stem = name.substr(0, name.find('.'));
+    while (!stem.empty() && stem.back() == ' ') stem.remove_suffix(1);
+    if (isDeviceName(stem)) return std::nullopt;
+
+    std::size_t dot = name.rfind('.');
+    if (dot == 0) return std::nullopt;  // ".png": no name at all
+    GraphicFileName result;
+    result.name = std::string(name.substr(0, dot));
+    if (dot != std::string_view::npos) result.extension = std::string(name.substr(dot));
+    return result;
+}
+
+void performGraphicUpdate(UpdateItem& item, RunHost& host, SeenList& seen) {
+    if (!item.url) return;
+    // A refused name is treated as a download that failed: nothing is fetched.
+    std::optional<GraphicFileName> file = graphicFileName(*item.url);
+    if (!file) return;
+
+    // Without the product folder a bare name would land in the current folder.
+    std::string folder = host.graphicFolder();
+    if (folder.empty()) return;
+    if (folder.back() != '\\' && folder.back() != '/') folder += '\\';
+
+    WaitCursorScope wait(host);
+    std::optional<std::string> body = host.fetchServerFile(*item.url);
+    if (!body) return;
+
+    const std::string target = folder + file->name + file->extension;
+    const std::string temporary = target + ".temp";
+
+    std::remove(temporary.c_str());
+    bool ok = writeHandleToFile(temporary, *body);
+    if (ok) {
+        std::remove(target.c_str());
+        ok = std::rename(temporary.c_str(), target.c_str()) == 0;
+        if (!ok) std::remove(temporary.c_str());
+    }
+    if (!ok) {
+        std::string message = "There has been an error upgrading the new graphic " + file->name +
+                              file->extension + ".";
+        host.showMessage(message);
+        return;
+    }
+    seen.markItemSeen(item);
+}

@@ -1,0 +1,64 @@
+// The notification run (see notification_run.h).
+#include "feed/notification_run.h"
+
+#include "feed/feed_updates.h"
+
+namespace {
+
+// StartupOptions value for "start by hand only", chosen by ticking "never show
+// this window again".
+constexpr uint32_t kManualStartup = 101;
+
+int showWindowFor(UpdateItem& item, RunHost& host) {
+    switch (item.type) {
+        case ItemType::Alert:
+        case ItemType::Tip:
+        case ItemType::OffTopic:
+        case ItemType::Notice:
+            return host.showAlertWindow(item);
+        case ItemType::Version:
+            return host.showVersionWindow(item);
+        default:
+            return 1;  // updates and unknown types have no window
+    }
+}
+
+}  // namespace
+
+bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& settings,
+                      SeenList& seen) {
+    if (items.empty()) return false;
+    SelectionContext context{settings, seen, host};
+    auto passes = [&](const UpdateItem& item) { return shouldShowItem(item, false, context); };
+
+    for (UpdateItem& item : items)
+        if (item.type == ItemType::GraphicUpdate && passes(item))
+            performGraphicUpdate(item, host, seen);
+    for (UpdateItem& item : items)
+        if (item.type == ItemType::SettingUpdate && passes(item))
+            performSettingUpdate(item, settings, seen);
+
+    // Updates count too, so a graphic whose download failed still asks.
+    int waiting = 0;
+    for (const UpdateItem& item : items)
+        if (!seen.isItemSeen(item) && passes(item)) ++waiting;
+    if (settings.PromptMultipleItems != 0 &&
+        static_cast<uint32_t>(waiting) >= settings.PromptMultipleCount &&
+        host.promptMultipleItems(items, waiting, seen) == 0)
+        return false;
+
+    for (UpdateItem& item : items) {
+        // Asked anew: the prompt or an earlier window may have marked it.
+        if (!passes(item)) continue;
+        int result = showWindowFor(item, host);
+        if (item.neverShowAgain) {
+            // Left unmarked on purpose: should notifications ever be switched
+            // on again, this item is offered again.
+            settings.StartupOptions = kManualStartup;
+            return true;
+        }
+        seen.markItemSeen(item);
+        if (result == 0) return true;  // the rest wait for the next run
+    }
+    return true;
+}

@@ -1,0 +1,54 @@
+// The Windows host of the notification run (see notification_run_win.h).
+#include "feed/notification_run_win.h"
+
+#include "feed/http.h"
+#include "feed/installed_product.h"
+#include "settings/file_locations.h"
+#include "ui/message_box.h"
+
+int WindowsRunHost::showAlertWindow(UpdateItem&) {
+    return 1;
+}
+
+int WindowsRunHost::showVersionWindow(UpdateItem&) {
+    return 1;
+}
+
+int WindowsRunHost::promptMultipleItems(std::vector<UpdateItem>&, int, SeenList&) {
+    return 1;
+}
+
+std::optional<std::string> WindowsRunHost::fetchServerFile(const std::string& path) {
+    return ::fetchServerFile(owner_, publisherServerHost(), path);
+}
+
+void WindowsRunHost::showMessage(const std::string& text) {
+    ::showMessage(owner_, text);
+}
+
+std::string WindowsRunHost::graphicFolder() {
+    return getUserHeralderPath("");
+}
+
+void WindowsRunHost::beginWaitCursor() {
+    HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
+    if (waitDepth_++ == 0) previousCursor_ = previous;
+}
+
+void WindowsRunHost::endWaitCursor() {
+    if (waitDepth_ > 0 && --waitDepth_ == 0) SetCursor(previousCursor_);
+}
+
+std::optional<InstalledVersion> WindowsRunHost::lookupInstalledVersion(const UpdateItem& item) {
+    return ::lookupInstalledVersion(item);
+}
+
+std::string seenListPath() {
+    return getUserHeralderPath("Heralder.lst");
+}
+
+bool runNotifications(HWND owner, std::vector<UpdateItem>& items) {
+    WindowsRunHost host(owner);
+    SeenList seen(seenListPath());
+    return runNotifications(items, host, settings(), seen);
+}

@@ -1,0 +1,39 @@
+#pragma once
+// The notification run on Windows: the host that gives the run the network,
+// the wait cursor, message boxes and installed versions, owned by a window.
+#include <vector>
+
+#include "base/win_headers.h"
+#include "feed/notification_run.h"
+
+class WindowsRunHost : public RunHost {
+  public:
+    explicit WindowsRunHost(HWND owner) : owner_(owner) {}
+
+    // The notification windows and the multiple-items prompt plug in here; until
+    // they exist every item counts as shown and the prompt lets the run go on.
+    int showAlertWindow(UpdateItem& item) override;
+    int showVersionWindow(UpdateItem& item) override;
+    int promptMultipleItems(std::vector<UpdateItem>& items, int waiting, SeenList& seen) override;
+
+    std::optional<std::string> fetchServerFile(const std::string& path) override;
+    void showMessage(const std::string& text) override;
+    std::string graphicFolder() override;
+    void beginWaitCursor() override;
+    void endWaitCursor() override;
+    std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item) override;
+
+    HWND owner() const { return owner_; }
+
+  private:
+    HWND owner_;
+    HCURSOR previousCursor_ = nullptr;
+    int waitDepth_ = 0;
+};
+
+// The seen-item list's full path in the product folder.
+std::string seenListPath();
+
+// The run as the main window starts it: the process-wide settings and the
+// user's seen-item list.
+bool runNotifications(HWND owner, std::vector<UpdateItem>& items);

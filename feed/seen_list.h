@@ -1,0 +1,49 @@
+#pragma once
+// The seen-item list "Heralder.lst": one decimal item number per line, only ever
+// appended to, read back line by line with atoi. The file stays the record;
+// SeenList keeps a hash set of its numbers so that a run over many items reads
+// the file once instead of once per question. The set follows the run's own
+// appends and is read again whenever the file changed on disk meanwhile
+// (another copy of the program may append to it at any time).
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <unordered_set>
+
+#include "feed/update_item.h"
+
+// Size and modification time of a file; nullopt-able so a missing file is a
+// state of its own.
+struct FileStamp {
+    uint64_t size = 0;
+    int64_t modified = 0;  // nanoseconds where the platform has them
+    bool operator==(const FileStamp&) const = default;
+};
+std::optional<FileStamp> fileStamp(const std::string& path);
+
+// The numbers an existing list holds, read as text mode and fgets with a
+// 260-byte buffer would give them (a blank or non-numeric line is 0, a line
+// longer than 259 characters counts as several).
+std::unordered_set<int32_t> parseSeenNumbers(std::string_view fileBytes);
+
+class SeenList {
+  public:
+    explicit SeenList(std::string path) : path_(std::move(path)) {}
+
+    // True when some line of the list reads as the item's number. A missing or
+    // unreadable list makes every item new.
+    bool isItemSeen(const UpdateItem& item);
+    // Appends the item's number ("%d" and CR LF) at once. False when the list
+    // cannot be opened or written; nothing is remembered then.
+    bool markItemSeen(const UpdateItem& item);
+
+    const std::string& path() const { return path_; }
+
+  private:
+    void refreshIfChanged();
+
+    std::string path_;
+    std::unordered_set<int32_t> numbers_;
+    bool loaded_ = false;
+    std::optional<FileStamp> stamp_;  // of the file as numbers_ reflects it
+};

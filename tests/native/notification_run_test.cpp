@@ -1,0 +1,182 @@
+// The notification run with a scripted user: which windows open in which
+// order, what ends the run, and that every shown or applied item is in the
+// seen-item list afterwards, however the run ended.
+#include <gtest/gtest.h>
+
+#include "feed/notification_run.h"
+#include "tests/native/feed_test_support.h"
+
+namespace {
+
+struct Scenario {
+    ScratchFolder dir;
+    Settings settings;
+    SeenList seen{dir.file("Heralder.lst")};
+    ScriptedHost host;
+    std::vector<UpdateItem> items;
+
+    Scenario() {
+        settings.PromptMultipleItems = 0;
+        settings.CurrentTransactionDate = "03-15-2001";
+        host.folder = dir.path();
+    }
+    void addAlerts(std::initializer_list<int32_t> numbers) {
+        for (int32_t n : numbers) items.push_back(makeItem(ItemType::Alert, n));
+    }
+    bool go() { return runNotifications(items, host, settings, seen); }
+    // The numbers in the list file, in file order, as a fresh reader sees them.
+    std::string listFile() { return readFile(seen.path()); }
+};
+
+}  // namespace
+
+TEST(NotificationRun, EmptyListIsNoRun) {
+    Scenario run;
+    EXPECT_FALSE(run.go());
+    EXPECT_TRUE(run.host.shown.empty());
+}
+
+TEST(NotificationRun, ShowsEachTypeInDocumentOrderAndMarksIt) {
+    Scenario run;
+    run.settings.SetupVersionPopup = 0;
+    for (ItemType type : {ItemType::Notice, ItemType::Version, ItemType::Unknown, ItemType::Tip,
+                          ItemType::OffTopic, ItemType::Alert})
+        run.items.push_back(makeItem(type, static_cast<int32_t>(run.items.size() + 1)));
+    EXPECT_TRUE(run.go());
+    // The unknown item (3) opens no window but is marked like the rest.
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2, 4, 5, 6}));
+    EXPECT_EQ(run.listFile(), "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n");
+}
+
+TEST(NotificationRun, CancelEndsTheRunAfterMarkingTheCancelledItem) {
+    Scenario run;
+    run.addAlerts({11, 12, 13, 14, 15});
+    run.host.windowAnswers = {1, 1, 0};
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{11, 12, 13}));
+    EXPECT_EQ(run.listFile(), "11\r\n12\r\n13\r\n");
+
+    // The next run offers what was left.
+    run.host.shown.clear();
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{14, 15}));
+}
+
+TEST(NotificationRun, NeverShowAgainEndsTheRunLeavingTheItemUnmarked) {
+    Scenario run;
+    run.settings.StartupOptions = 100;
+    run.addAlerts({1, 2, 3});
+    run.host.neverShowAgainOn = {2};
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2}));
+    EXPECT_EQ(run.listFile(), "1\r\n");
+    EXPECT_EQ(run.settings.StartupOptions, 101u);
+}
+
+TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
+    struct Case {
+        const char* what;
+        int itemCount;
+        int alreadySeen;
+        int promptAnswer;
+        bool prompted;
+        bool result;
+        std::size_t windows;
+    } cases[] = {
+        {"exactly the threshold", 4, 0, 1, true, true, 4},
+        {"one below", 3, 0, 1, false, true, 3},
+        {"seen items do not count", 5, 2, 1, false, true, 3},
+        {"stop", 5, 0, 0, true, false, 0},
+    };
+    for (const Case& c : cases) {
+        Scenario run;
+        run.settings.PromptMultipleItems = 1;
+        run.settings.PromptMultipleCount = 4;
+        for (int i = 0; i < c.itemCount; ++i) run.addAlerts({100 + i});
+        for (int i = 0; i < c.alreadySeen; ++i) run.seen.markItemSeen(run.items[i]);
+        run.host.promptAnswer = c.promptAnswer;
+        EXPECT_EQ(run.go(), c.result) << c.what;
+        EXPECT_EQ(run.host.prompts.size(), c.prompted ? 1u : 0u) << c.what;
+        if (c.prompted && !run.host.prompts.empty()) {
+            EXPECT_EQ(run.host.prompts[0], c.itemCount) << c.what;
+        }
+        EXPECT_EQ(run.host.shown.size(), c.windows) << c.what;
+    }
+}
+
+TEST(NotificationRun, PromptOffNeverAsks) {
+    Scenario run;
+    run.settings.PromptMultipleItems = 0;
+    run.settings.PromptMultipleCount = 1;
+    run.addAlerts({1, 2});
+    EXPECT_TRUE(run.go());
+    EXPECT_TRUE(run.host.prompts.empty());
+}
+
+TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
+    for (uint32_t allowed : {0u, 1u}) {
+        Scenario run;
+        run.settings.AllowINIUpdates = allowed;
+        run.settings.AllowGraphicUpdates = allowed;
+        run.settings.AlertFontSize = 16;
+        UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
+        setting.plainText = "alertfontsize = 20";
+        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
+        graphic.url = "/update/images/logo.bmp";
+        run.host.serverFiles["/update/images/logo.bmp"] = "BM";
+        run.items = {makeItem(ItemType::Alert, 1), setting, graphic};
+        EXPECT_TRUE(run.go());
+
+        const bool on = allowed != 0;
+        EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : 16u);
+        EXPECT_EQ(std::filesystem::exists(run.dir.file("logo.bmp")), on);
+        EXPECT_EQ(run.host.fetched.size(), on ? 1u : 0u);
+        // Applied updates are marked in their pass and drop out of the window pass.
+        EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n" : "1\r\n");
+        EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1}));
+    }
+}
+
+TEST(NotificationRun, FailedGraphicDownloadStillCountsAndIsMarkedInTheWindowPass) {
+    Scenario run;
+    run.settings.PromptMultipleItems = 1;
+    run.settings.PromptMultipleCount = 2;
+    UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
+    graphic.url = "/update/images/missing.bmp";
+    run.items = {graphic, makeItem(ItemType::Alert, 1)};
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.prompts, (std::vector<int>{2}));
+    EXPECT_EQ(run.listFile(), "8\r\n1\r\n");
+    EXPECT_TRUE(run.host.messages.empty());
+}
+
+TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
+    Scenario run;
+    run.settings.OnlyShowNewItems = 0;
+    UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
+    setting.plainText = "PromptMultipleCount=6";
+    run.items = {makeItem(ItemType::Alert, 1), setting};
+    EXPECT_TRUE(run.go());
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 1}));
+    // Each run: the setting pass marks 7, the window pass marks 1 and 7 again.
+    EXPECT_EQ(run.listFile(), "7\r\n1\r\n7\r\n7\r\n1\r\n7\r\n");
+}
+
+TEST(NotificationRun, ItemsMarkedByThePromptDropOut) {
+    struct MarkingHost : ScriptedHost {
+        int promptMultipleItems(std::vector<UpdateItem>& items, int waiting,
+                                SeenList& seen) override {
+            seen.markItemSeen(items[0]);
+            return ScriptedHost::promptMultipleItems(items, waiting, seen);
+        }
+    };
+    ScratchFolder dir;
+    Settings settings;
+    settings.PromptMultipleCount = 1;
+    SeenList seen(dir.file("Heralder.lst"));
+    MarkingHost host;
+    std::vector<UpdateItem> items = {makeItem(ItemType::Alert, 1), makeItem(ItemType::Alert, 2)};
+    EXPECT_TRUE(runNotifications(items, host, settings, seen));
+    EXPECT_EQ(host.shown, (std::vector<int32_t>{2}));
+}
