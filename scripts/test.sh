@@ -11,6 +11,8 @@ cd "$root"
 fuzz_seconds=${FUZZ_SECONDS:-20}
 passed=0
 failed=0
+logs="$root/build/logs"
+mkdir -p "$logs"
 steps_failed=()
 
 count_gtest() {  # log file, step name
@@ -29,17 +31,17 @@ count_cases() {  # log file: adds up every "...cases: N passed, N failed" line
     done < <(sed -nE 's/.*cases: ([0-9]+) passed, ([0-9]+) failed.*/\1 \2/p' "$1")
 }
 
-step() {  # name, command...
+step() {  # name, command...: output goes to a log, shown only when it fails
     local name=$1; shift
+    local log="$logs/${name//[^a-z]/_}.log"
     echo "== $name"
-    if ! "$@"; then
+    if ! "$@" > "$log" 2>&1; then
+        tail -60 "$log"
         steps_failed+=("$name")
         return 1
     fi
 }
 
-logs="$root/build/logs"
-mkdir -p "$logs"
 
 step "native build (sanitizers)" scripts/build.sh asan
 if [ -x build/asan/heralder_tests ]; then
@@ -91,7 +93,7 @@ fi
 for bench in build/native/bench_*; do
     [ -x "$bench" ] || continue
     echo "== $(basename "$bench")"
-    "$bench" --benchmark_min_time=0.2 2>&1 | grep -vE '^\*\*\*|^-+$' || true
+    "$bench" --benchmark_min_time=0.2 --benchmark_color=false 2>&1 | grep -vE '^\*\*\*|^-+$' || true
 done
 
 echo

@@ -66,9 +66,12 @@ UpdateItem productItem(int32_t version, const std::string& iniFile, const char* 
 }
 
 std::string versionSection(const char* section, int version, int patch, int beta) {
-    return "[" + std::string(section) + "]\r\nVersionNumber=" + std::to_string(version) +
-           "\r\nPatchLevel=" + std::to_string(patch) + "\r\nBetaLevel=" + std::to_string(beta) +
-           "\r\n";
+    // Appended piece by piece: GCC 12 warns wrongly (-Wrestrict) about "..." + string&&.
+    std::string text = "[";
+    text.append(section).append("]\r\nVersionNumber=").append(std::to_string(version));
+    text.append("\r\nPatchLevel=").append(std::to_string(patch));
+    text.append("\r\nBetaLevel=").append(std::to_string(beta)).append("\r\n");
+    return text;
 }
 
 }  // namespace
