@@ -47,8 +47,15 @@ std::string seenListPath() {
     return getUserHeralderPath("Heralder.lst");
 }
 
-bool runNotifications(HWND owner, std::vector<UpdateItem>& items) {
-    WindowsRunHost host(owner);
+bool runNotifications(WindowsRunHost& host, std::vector<UpdateItem>& items) {
+    // The seen list and the graphics live in the product folder; without it
+    // every mark would be lost silently on a machine set up without the installer.
+    ensureDataFolders();
     SeenList seen(seenListPath());
     return runNotifications(items, host, settings(), seen);
+}
+
+bool runNotifications(HWND owner, std::vector<UpdateItem>& items) {
+    WindowsRunHost host(owner);
+    return runNotifications(host, items);
 }

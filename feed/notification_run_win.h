@@ -35,5 +35,6 @@ class WindowsRunHost : public RunHost {
 std::string seenListPath();
 
 // The run as the main window starts it: the process-wide settings and the
-// user's seen-item list.
+// user's seen-item list, in the product folder (made when it is missing).
 bool runNotifications(HWND owner, std::vector<UpdateItem>& items);
+bool runNotifications(WindowsRunHost& host, std::vector<UpdateItem>& items);

@@ -19,7 +19,8 @@ if [ -f "$root/tests/win/fixtures.sh" ]; then
     fixtures_start "$build"
 fi
 
-wine "$build/heralder_win_tests.exe" "$@"
+# A dialog that nobody closes must fail the run, not stall it.
+timeout --kill-after=10 "${WINE_TEST_TIMEOUT:-900}" wine "$build/heralder_win_tests.exe" "$@"
 rc=$?
 
 # The publisher's tool as a Windows console program over the same kept cases

@@ -43,6 +43,8 @@ fixtures_start() {
 
     cp -r "$src/docroot" "$dir/docroot"
     mkdir -p "$dir/docroot/update/images"
+    # The sample feed's pictures, for the graphic updates it carries.
+    cp "$src/../../examples/images/"* "$dir/docroot/update/images/"
     # Larger than any single network packet, with every byte value.
     python3 -c 'import random, sys; sys.stdout.buffer.write(random.Random(7).randbytes(1048583))' \
         >"$dir/docroot/update/images/large.bin"
