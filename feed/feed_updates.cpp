@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "base/crt_text.h"
+#include "base/file_names.h"
 #include "feed/document_file.h"
 
 namespace {
@@ -17,34 +18,6 @@ constexpr std::array<std::string_view, 4> kFeedProtectedSettings = {
 
 bool isBlank(char c) {
     return c == ' ' || c == '\t';
-}
-
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-}
-
-bool equalsNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (upper(a[i]) != upper(b[i])) return false;
-    return true;
-}
-
-// Names Windows opens as devices whatever the extension: CON, PRN, AUX, NUL,
-// COM1-9 and LPT1-9 (also with the superscript digits one to three, 0xB9, 0xB2
-// and 0xB3 in the ANSI code page, which newer Windows treats alike), CONIN$
-// and CONOUT$.
-bool isDeviceName(std::string_view stem) {
-    static constexpr std::array<std::string_view, 6> plain = {"CON", "PRN",    "AUX",
-                                                              "NUL", "CONIN$", "CONOUT$"};
-    for (std::string_view device : plain)
-        if (equalsNoCase(stem, device)) return true;
-    if (stem.size() == 4 &&
-        (equalsNoCase(stem.substr(0, 3), "COM") || equalsNoCase(stem.substr(0, 3), "LPT"))) {
-        unsigned char digit = static_cast<unsigned char>(stem[3]);
-        return (digit >= '1' && digit <= '9') || digit == 0xB9 || digit == 0xB2 || digit == 0xB3;
-    }
-    return false;
 }
 
 bool isForbiddenInFileName(unsigned char c) {
@@ -101,11 +74,8 @@ std::optional<GraphicFileName> graphicFileName(std::string_view url) {
     for (char c : name)
         if (isForbiddenInFileName(static_cast<unsigned char>(c))) return std::nullopt;
 
-    // Device names are matched on the part before the first dot, trailing blanks
-    // dropped: "nul.tar.gz" and "CON .png" are devices too.
-    std::string_view stem = name.substr(0, name.find('.'));
-    while (!stem.empty() && stem.back() == ' ') stem.remove_suffix(1);
-    if (isDeviceName(stem)) return std::nullopt;
+    // "nul.tar.gz" and "CON .png" are devices too.
+    if (isDeviceFileName(name)) return std::nullopt;
 
     std::size_t dot = name.rfind('.');
     if (dot == 0) return std::nullopt;  // ".png": no name at all

@@ -3,6 +3,7 @@
 
 #include <cstdio>
 
+#include "base/file_names.h"
 #include "feed/feed_date.h"
 #include "settings/file_locations.h"
 
@@ -43,6 +44,9 @@ std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item,
                                                        ProductFiles& files) {
     if (!item.iniFile) return std::nullopt;
     const std::string& name = *item.iniFile;
+    // The name comes from the feed; a device would be opened instead of a file
+    // (a serial port can block the reader for good), so it counts as absent.
+    if (pathNamesDevice(name)) return std::nullopt;
 
     // Products announced from version 4 on keep their file for all users.
     std::optional<std::string> maker = files.makerFolder(item.version >= 4);

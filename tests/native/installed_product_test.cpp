@@ -120,6 +120,8 @@ TEST(InstalledProduct, GivesNothingWithoutFileSectionOrRoom) {
         {"no SECTION", productItem(5, "p.ini", nullptr), true},
         {"maker path over 260", productItem(5, std::string(240, 'n').c_str(), "P"), true},
         {"no Windows folder to fall back to", productItem(5, "p.ini", "P"), false},
+        {"a serial port, not a file", productItem(5, "COM1.ini", "P"), true},
+        {"a device below a folder", productItem(5, "old\\nul.ini", "P"), true},
     };
     for (const Case& c : cases) {
         FakeProductFiles fake;
