@@ -3,51 +3,34 @@
 
 #include "feed/http_reply.h"
 
-TEST(SplitServerAddress, AcceptsHostAndOptionalPort) {
-    struct Case {
+// A malformed name is refused rather than sent to port 80 of the same host.
+TEST(SplitServerAddress, HostAndOptionalPort) {
+    const struct {
         const char* text;
         const char* host;
         uint16_t port;
-    } cases[] = {
+    } accepted[] = {
         {"updates.quenmark.com", "updates.quenmark.com", 0},
         {"127.0.0.1:8080", "127.0.0.1", 8080},
-        {"localhost:1", "localhost", 1},
         {"10.0.0.2:65535", "10.0.0.2", 65535},
         {"host:00080", "host", 80},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : accepted) {
         auto address = splitServerAddress(c.text);
         ASSERT_TRUE(address) << c.text;
-        EXPECT_EQ(address->host, c.host) << c.text;
-        EXPECT_EQ(address->port, c.port) << c.text;
+        EXPECT_TRUE(address->host == c.host && address->port == c.port) << c.text;
     }
-}
-
-TEST(SplitServerAddress, RefusesMalformedNamesInsteadOfFallingBackToPort80) {
-    for (const char* text :
-         {"", ":8080", "host:", "host:0", "host:65536", "host:99999999999999", "host:-1",
-          "host:+80", "host:80x", "host: 80", "host:8 0", "host:80:81", "::1"}) {
+    for (const char* text : {"", ":8080", "host:", "host:0", "host:65536", "host:99999999999999",
+                             "host:-1", "host:+80", "host: 80", "host:80x", "host:80:81", "::1"})
         EXPECT_FALSE(splitServerAddress(text)) << '"' << text << '"';
-    }
 }
 
-TEST(ParseContentLength, AcceptsPlainDecimalUpToTheLimit) {
-    struct Case {
-        const char* text;
-        std::size_t want;
-    } cases[] = {
-        {"0", 0}, {"12", 12}, {" 12\r\n", 12}, {"\t007", 7}, {"67108864", maxContentLength},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(parseContentLength(c.text), std::optional<std::size_t>(c.want))
-            << '"' << c.text << '"';
-    }
-}
-
-TEST(ParseContentLength, RefusesWhatWouldBeAWrongOrHugeAllocation) {
-    for (const char* text :
-         {"", "  ", "-1", "-0", "+5", "abc", "12abc", "1 2", "0x10", "1e3", "67108865", "100000000",
-          "4294967297", "18446744073709551617", "99999999999999999999999999999"}) {
+// Anything but a plain decimal up to 64 MiB would be a wrong or huge allocation.
+TEST(ParseContentLength, PlainDecimalUpToTheLimit) {
+    const std::pair<const char*, std::size_t> accepted[] = {
+        {"0", 0}, {" 12\r\n", 12}, {"\t007", 7}, {"67108864", 64 << 20}};
+    for (const auto& [text, want] : accepted) EXPECT_EQ(parseContentLength(text), want) << text;
+    for (const char* text : {"", "  ", "-1", "+5", "abc", "12abc", "1 2", "0x10", "67108865",
+                             "4294967297", "18446744073709551617"})
         EXPECT_FALSE(parseContentLength(text)) << '"' << text << '"';
-    }
 }

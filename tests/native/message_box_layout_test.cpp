@@ -6,17 +6,6 @@
 
 namespace {
 
-MessageBoxMeasures commonBox(int textHeight) {
-    MessageBoxMeasures m;
-    m.button1 = {400, 13, 75, 23};
-    m.text = {12, 85, 330, 208};
-    m.textWidth = 200;
-    m.textHeight = textHeight;
-    m.frameHeight = 3;
-    m.captionHeight = 20;
-    return m;
-}
-
 TEST(MessageBoxLayout, TextAndBoxHeights) {
     const struct {
         const char* name;
@@ -34,10 +23,14 @@ TEST(MessageBoxLayout, TextAndBoxHeights) {
         {"long text, two check boxes", 400, 2, {}, 400, 6 + 25 + 485 + 2 * (26 + 16) + 26 + 20},
     };
     for (const auto& c : cases) {
-        MessageBoxMeasures m = commonBox(c.textHeight);
-        m.checkBoxes = c.checkBoxes;
-        m.noteHeights = c.notes;
-        const MessageBoxLayout l = layoutMessageBox(m);
+        const MessageBoxLayout l = layoutMessageBox({.button1 = {400, 13, 75, 23},
+                                                     .text = {12, 85, 330, 208},
+                                                     .textWidth = 200,
+                                                     .textHeight = c.textHeight,
+                                                     .checkBoxes = c.checkBoxes,
+                                                     .noteHeights = c.notes,
+                                                     .frameHeight = 3,
+                                                     .captionHeight = 20});
         EXPECT_EQ(l.text, (LayoutRect{12, 85, 200, c.wantTextHeight})) << c.name;
         EXPECT_EQ(l.windowHeight, c.wantWindowHeight) << c.name;
         int top = 85 + c.textHeight;
