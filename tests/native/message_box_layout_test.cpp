@@ -23,14 +23,16 @@ TEST(MessageBoxLayout, TextAndBoxHeights) {
         {"long text, two check boxes", 400, 2, {}, 400, 6 + 25 + 485 + 2 * (26 + 16) + 26 + 20},
     };
     for (const auto& c : cases) {
-        const MessageBoxLayout l = layoutMessageBox({.button1 = {400, 13, 75, 23},
-                                                     .text = {12, 85, 330, 208},
-                                                     .textWidth = 200,
-                                                     .textHeight = c.textHeight,
-                                                     .checkBoxes = c.checkBoxes,
-                                                     .noteHeights = c.notes,
-                                                     .frameHeight = 3,
-                                                     .captionHeight = 20});
+        // button 1, text control, measured text, extra buttons, check boxes, notes, frame, caption
+        const MessageBoxLayout l = layoutMessageBox({{400, 13, 75, 23},
+                                                     {12, 85, 330, 208},
+                                                     200,
+                                                     c.textHeight,
+                                                     0,
+                                                     c.checkBoxes,
+                                                     c.notes,
+                                                     3,
+                                                     20});
         EXPECT_EQ(l.text, (LayoutRect{12, 85, 200, c.wantTextHeight})) << c.name;
         EXPECT_EQ(l.windowHeight, c.wantWindowHeight) << c.name;
         int top = 85 + c.textHeight;

@@ -20,7 +20,7 @@ using FakeHandle = UniqueHandle<FakeTraits>;
 
 }  // namespace
 
-TEST(UniqueHandleOwnership, ClosesEachHandleExactlyOnce) {
+TEST(UniqueHandleOwnership, ClosesEachHandleExactlyOnceAndHandsOwnershipOver) {
     closed.clear();
     {
         FakeHandle a(1);
@@ -33,9 +33,7 @@ TEST(UniqueHandleOwnership, ClosesEachHandleExactlyOnce) {
         EXPECT_EQ(c.get(), 1);
     }
     EXPECT_EQ(closed, (std::vector<int>{0, 1}));
-}
 
-TEST(UniqueHandleOwnership, ReleaseAndPutHandOverOwnership) {
     closed.clear();
     FakeHandle h(3);
     EXPECT_EQ(h.release(), 3);

@@ -41,13 +41,18 @@ Action key(UINT vk) {
 
 uint32_t onceFlag = 1;
 
-void openUntitled() {
+// Set up as showMessage's box but without a title bar; a sound that cannot be
+// found stays silent and changes nothing else.
+int untitledWithMissingSound(HWND, std::string_view text) {
     MessageBoxSpec spec;
-    spec.style = kMbStandard | kMbButton1Text;
-    spec.text = kText;
-    spec.button1Text = "Close";
+    spec.style = kMbStandard | kMbButton1Text | kMbSound;
+    spec.text = text;
+    spec.button1Text = "Dismiss";
     spec.iconId = IDI_HERALDER;
+    spec.soundModule = GetModuleHandleA(nullptr);
+    spec.soundName = "NOSUCHSOUND";
     showMessageBox(nullptr, spec);
+    return spec.result;
 }
 
 // The user reads these texts, so every operation is checked in full, then
@@ -72,7 +77,7 @@ TEST(MessageBoxes, EachOperationShowsItsTextsButtonsAndTitle) {
         {"askYesNoOnce", [] { askYesNoOnce(nullptr, kText, onceFlag = 1); }, "Message", yesNo, true},
         {"askYesNoOnceTitled", [] { askYesNoOnceTitled(nullptr, kText, "Remove it", onceFlag = 1); },
             "Remove it", yesNo, true},
-        {"untitled", openUntitled, "", {{1, "Close"}}, false},
+        {"untitled", [] { untitledWithMissingSound(nullptr, kText); }, "", {{1, "Dismiss"}}, false},
         // clang-format on
     };
     for (const auto& c : cases) {
@@ -123,18 +128,6 @@ TEST(MessageBoxes, EachOperationShowsItsTextsButtonsAndTitle) {
     }
 }
 
-// Set up as showMessage's box; a sound that cannot be found stays silent and
-// changes nothing else.
-int dismissWithMissingSound(HWND, std::string_view) {
-    MessageBoxSpec spec;
-    spec.style = kMbStandard | kMbTitle | kMbButton1Text | kMbSound;
-    spec.button1Text = "Dismiss";
-    spec.soundModule = GetModuleHandleA(nullptr);
-    spec.soundName = "NOSUCHSOUND";
-    showMessageBox(nullptr, spec);
-    return spec.result;
-}
-
 TEST(MessageBoxes, EachWayOfClosingGivesItsResult) {
     const struct {
         const char* name;
@@ -148,7 +141,7 @@ TEST(MessageBoxes, EachWayOfClosingGivesItsResult) {
         {"Escape", askYesNoCancel, key(VK_ESCAPE), 2},
         {"Enter", askYesNoCancel, key(VK_RETURN), 6},
         {"askYesNo Escape", askYesNo, key(VK_ESCAPE), 2},
-        {"Dismiss", dismissWithMissingSound, click(1), 6},
+        {"Dismiss", untitledWithMissingSound, click(1), 6},
     };
     for (const auto& c : cases) {
         int result = -1;
@@ -217,23 +210,22 @@ TEST(MessageBoxes, LongTextGrowsTheBoxDownward) {
 }
 
 TEST(MessageBoxes, OnlyOneBoxAtATimeAndFailedBoxesLeaveTheResult) {
-    MessageBoxSpec second, orphan;
-    second.result = orphan.result = 42;
-    EXPECT_TRUE(withBox([] { askYesNo(nullptr, "Go on?"); },
-                        [&](HWND box) {
-                            showMessageBox(nullptr, second);
-                            clickItem(box, IDC_BUTTON1);
-                        }));
-    EXPECT_EQ(second.result, 42);
-
+    MessageBoxSpec orphan, second;
+    orphan.result = second.result = 42;
     // An owner that no longer exists: no box, and the engine is free again.
     HWND gone = CreateWindowExA(0, "STATIC", "", 0, 0, 0, 1, 1, nullptr, nullptr, nullptr, nullptr);
     DestroyWindow(gone);
     EXPECT_FALSE(withBox([&] { showMessageBox(gone, orphan); }, click(1)));
     EXPECT_EQ(orphan.result, 42);
+
     int answer = 0;
-    EXPECT_TRUE(withBox([&] { answer = askYesNo(nullptr, "Still there?"); }, click(1)));
+    EXPECT_TRUE(withBox([&] { answer = askYesNo(nullptr, "Go on?"); },
+                        [&](HWND box) {
+                            showMessageBox(nullptr, second);
+                            clickItem(box, IDC_BUTTON1);
+                        }));
     EXPECT_EQ(answer, 6);
+    EXPECT_EQ(second.result, 42);
 }
 
 TEST(ResString, LoadsTheTableAndReportsMissingStrings) {
