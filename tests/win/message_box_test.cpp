@@ -209,6 +209,35 @@ TEST(MessageBoxes, LongTextGrowsTheBoxDownward) {
     EXPECT_GT(window[1].bottom - window[1].top, window[0].bottom - window[0].top);
 }
 
+// Help opens the manual at the box's topic and leaves the box open; without a
+// topic the button does nothing.
+TEST(MessageBoxes, HelpCallsBackWithItsTopic) {
+    static std::vector<std::pair<HWND, std::string>> calls;
+    for (const char* topic : {"setup.html", ""}) {
+        calls.clear();
+        MessageBoxSpec spec;
+        spec.style = kMbStandard | kMbHelpButton;
+        spec.helpText = "Help";
+        spec.helpArgument = topic;
+        spec.helpCallback = [](HWND box, const char* argument) {
+            calls.emplace_back(box, argument);
+        };
+        HWND shown = nullptr;
+        withBox([&] { showMessageBox(nullptr, spec); },
+                [&](HWND box) {
+                    shown = box;
+                    clickItem(box, IDC_HELPBUTTON);
+                    EXPECT_TRUE(IsWindowVisible(box));
+                    pressKey(box, VK_ESCAPE);
+                });
+        EXPECT_EQ(spec.result, 2);
+        if (*topic)
+            EXPECT_EQ(calls, (std::vector<std::pair<HWND, std::string>>{{shown, topic}}));
+        else
+            EXPECT_TRUE(calls.empty());
+    }
+}
+
 TEST(MessageBoxes, OnlyOneBoxAtATimeAndFailedBoxesLeaveTheResult) {
     MessageBoxSpec orphan, second;
     orphan.result = second.result = 42;
