@@ -29,7 +29,8 @@ TEST(FeedDate, LeapYearsFollowTheGregorianRule) {
     struct {
         int year;
         bool leap;
-    } cases[] = {{2000, true}, {1900, false}, {2024, true}, {2023, false}, {2400, true}};
+    } cases[] = {{2000, true},  {1900, false}, {2024, true},
+                 {2023, false}, {2400, true},  {1800, false}};
     for (const auto& c : cases) EXPECT_EQ(isLeapYear(c.year), c.leap) << c.year;
 }
 
