@@ -64,24 +64,12 @@ inline Line findValue(std::string_view t, std::size_t begin, std::string_view ke
     return std::nullopt;
 }
 
-inline ItemText getTextKey(std::string_view t, std::size_t begin, std::string_view key) {
-    Line v = findValue(t, begin, key);
-    if (!v) return std::nullopt;
+// The value from v to the end of its line, without its braces.
+inline std::string textAt(std::string_view t, std::size_t v) {
     std::string text;
-    const std::size_t end = lineEnd(t, *v);
-    for (std::size_t i = *v; i < end; ++i)
+    for (std::size_t i = v, end = lineEnd(t, v); i < end; ++i)
         if (t[i] != '{' && t[i] != '}') text += t[i];
     return text;
-}
-
-inline int32_t getNumberKey(std::string_view t, std::size_t begin, std::string_view key) {
-    Line v = findValue(t, begin, key);
-    return v ? atoiLike(t.substr(*v)) : 0;
-}
-
-inline int32_t getLetterKey(std::string_view t, std::size_t begin, std::string_view key) {
-    Line v = findValue(t, begin, key);
-    return v && *v < t.size() ? static_cast<unsigned char>(t[*v]) : 0;
 }
 
 inline ItemType blockType(std::string_view t, std::size_t p) {
@@ -101,15 +89,17 @@ inline std::vector<UpdateItem> parse(std::string_view document) {
         UpdateItem item;
         item.type = blockType(t, *begin);
         for (const document::KeyDef& k : document::documentKeys()) {
+            const Line v = findValue(t, *begin, k.name);
+            if (!v) continue;  // absent: the item's own defaults
             switch (k.kind) {
                 case document::KeyKind::Text:
-                    item.*k.text = getTextKey(t, *begin, k.name);
+                    item.*k.text = textAt(t, *v);
                     break;
                 case document::KeyKind::Number:
-                    item.*k.value = getNumberKey(t, *begin, k.name);
+                    item.*k.value = atoiLike(t.substr(*v));
                     break;
                 case document::KeyKind::Letter:
-                    item.*k.value = getLetterKey(t, *begin, k.name);
+                    item.*k.value = *v < t.size() ? static_cast<unsigned char>(t[*v]) : 0;
                     break;
             }
         }
