@@ -45,7 +45,8 @@ step() {  # name, command...: output goes to a log, shown only when it fails
 
 step "native build (sanitizers)" scripts/build.sh asan
 if [ -x build/asan/heralder_tests ]; then
-    build/asan/heralder_tests 2>&1 | tee "$logs/native.log" | grep -E '^\[  (PASSED|FAILED) |^\[  FAILED  \]|Failure|ERROR|Sanitizer' 
+    # A reader that loops must fail the run, not stall it.
+    timeout --kill-after=10 600 build/asan/heralder_tests 2>&1 | tee "$logs/native.log" | grep -E '^\[  (PASSED|FAILED) |^\[  FAILED  \]|Failure|ERROR|Sanitizer' 
     [ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("native tests")
     count_gtest "$logs/native.log"
 else
