@@ -4,8 +4,6 @@
 // it was asked.
 #include <unistd.h>
 
-#include <algorithm>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -45,13 +43,12 @@ inline UpdateItem makeItem(ItemType type, int32_t number) {
     return item;
 }
 
-// Windows answer from windowAnswers (1 once it has run out); "never show
-// again" is ticked on the numbers in neverShowAgainOn; the prompt marks its
-// first promptMarks items before answering; files come from serverFiles.
+// Windows answer Next, or Cancel on item cancelOn; "never show again" is ticked
+// on item neverShowAgainOn; the prompt marks its first promptMarks items before
+// answering; files come from serverFiles.
 class ScriptedHost : public RunHost {
   public:
-    std::deque<int> windowAnswers;
-    std::vector<int32_t> neverShowAgainOn;
+    int32_t cancelOn = 0, neverShowAgainOn = 0;
     int promptAnswer = 1;
     std::size_t promptMarks = 0;
     std::map<std::string, std::string> serverFiles;
@@ -88,11 +85,7 @@ class ScriptedHost : public RunHost {
   private:
     int answer(UpdateItem& item) {
         shown.push_back(item.number);
-        item.neverShowAgain =
-            std::count(neverShowAgainOn.begin(), neverShowAgainOn.end(), item.number) != 0;
-        if (windowAnswers.empty()) return 1;
-        int result = windowAnswers.front();
-        windowAnswers.pop_front();
-        return result;
+        item.neverShowAgain = item.number == neverShowAgainOn;
+        return item.number == cancelOn ? 0 : 1;
     }
 };

@@ -17,7 +17,6 @@ class FakeProductFiles : public ProductFiles {
     std::optional<std::string> windows = "C:\\windows";
     std::set<std::string> files;
     std::map<std::string, uint32_t> values;  // "file|section|key"
-    std::string readFrom;
 
     std::optional<std::string> makerFolder(bool allUsers) override {
         return allUsers ? commonFolder : userFolder;
@@ -26,7 +25,6 @@ class FakeProductFiles : public ProductFiles {
     bool fileExists(const std::string& path) override { return files.count(path) != 0; }
     uint32_t readProfileNumber(const std::string& file, const std::string& section,
                                const char* key) override {
-        readFrom = file;
         auto found = values.find(file + "|" + section + "|" + key);
         return found == values.end() ? 0 : found->second;
     }
@@ -58,31 +56,24 @@ TEST(InstalledProduct, LooksInTheMakerFolderByAnnouncedVersionThenInWindows) {
     struct Case {
         int32_t version;
         std::set<std::string> existing;
-        std::string expectRead;
+        const char* text;
     } cases[] = {
-        {3, {user, common}, user},
-        {4, {user, common}, common},
-        {3, {common, windows}, windows},
-        {5, {}, windows},
+        {3, {user, common}, "1.0a"},
+        {4, {user, common}, "2.0a"},
+        {3, {common, windows}, "17.0a (revision 2)"},
+        {5, {}, "17.0a (revision 2)"},
     };
     for (const Case& c : cases) {
         FakeProductFiles fake;
         fake.files = c.existing;
-        ASSERT_TRUE(lookupInstalledVersion(productItem(c.version), fake)) << c.expectRead;
-        EXPECT_EQ(fake.readFrom, c.expectRead) << c.version;
+        fake.values = {{user + "|P|VersionNumber", 1 << 5},
+                       {common + "|P|VersionNumber", 2 << 5},
+                       {windows + "|P|VersionNumber", 544},
+                       {windows + "|P|PatchLevel", 2}};
+        auto found = lookupInstalledVersion(productItem(c.version), fake);
+        ASSERT_TRUE(found) << c.text;
+        EXPECT_EQ(found->text, c.text) << c.version;
     }
-}
-
-TEST(InstalledProduct, ReadsTheThreeValues) {
-    FakeProductFiles fake;
-    const std::string file = "C:\\ProgramData\\Quenmark\\p.ini";
-    fake.files = {file};
-    fake.values = {{file + "|Prod|VersionNumber", 544}, {file + "|Prod|PatchLevel", 2}};
-    auto found = lookupInstalledVersion(productItem(17, "p.ini", "Prod"), fake);
-    ASSERT_TRUE(found);
-    EXPECT_EQ(found->versionNumber, 544u);
-    EXPECT_EQ(found->patchLevel, 2u);
-    EXPECT_EQ(found->text, "17.0a (revision 2)");
 }
 
 TEST(InstalledProduct, GivesNothingWithoutFileSectionOrRoom) {

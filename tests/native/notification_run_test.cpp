@@ -46,7 +46,7 @@ TEST(NotificationRun, CancelEndsTheRunAfterMarkingTheCancelledItem) {
     Scenario run;
     run.settings.PromptMultipleCount = 1;  // the prompt is off, so never asks
     run.addAlerts({11, 12, 13, 14, 15});
-    run.host.windowAnswers = {1, 1, 0};
+    run.host.cancelOn = 13;
     EXPECT_TRUE(run.go());
     EXPECT_EQ(run.host.shown, (std::vector<int32_t>{11, 12, 13}));
     EXPECT_EQ(run.listFile(), "11\r\n12\r\n13\r\n");
@@ -57,7 +57,7 @@ TEST(NotificationRun, NeverShowAgainEndsTheRunLeavingTheItemUnmarked) {
     Scenario run;
     run.settings.StartupOptions = 100;
     run.addAlerts({1, 2, 3});
-    run.host.neverShowAgainOn = {2};
+    run.host.neverShowAgainOn = 2;
     EXPECT_TRUE(run.go());
     EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2}));
     EXPECT_EQ(run.listFile(), "1\r\n");
@@ -93,41 +93,34 @@ TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
     }
 }
 
+// A graphic whose download failed (9) is still waiting: it counts towards the
+// prompt and is marked by the window pass.
 TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
     for (uint32_t allowed : {0u, 1u}) {
         Scenario run;
         run.settings.AllowINIUpdates = allowed;
         run.settings.AllowGraphicUpdates = allowed;
         run.settings.AlertFontSize = 16;
+        run.settings.PromptMultipleItems = 1;
+        run.settings.PromptMultipleCount = 2;
         UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
         setting.plainText = "alertfontsize = 20";
-        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
+        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8), failed = graphic;
         graphic.url = "/update/images/logo.bmp";
+        failed.number = 9;
+        failed.url = "/update/images/missing.bmp";
         run.host.serverFiles["/update/images/logo.bmp"] = "BM";
-        run.items = {makeItem(ItemType::Alert, 1), setting, graphic};
+        run.items = {makeItem(ItemType::Alert, 1), setting, graphic, failed};
         EXPECT_TRUE(run.go());
 
         const bool on = allowed != 0;
         EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : 16u);
         EXPECT_EQ(std::filesystem::exists(run.dir.file("logo.bmp")), on);
+        EXPECT_EQ(run.host.prompts, on ? std::vector<int>{2} : std::vector<int>{});
         // Applied updates are marked in their pass and drop out of the window pass.
-        EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n" : "1\r\n");
+        EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n9\r\n" : "1\r\n");
         EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1}));
     }
-}
-
-// A graphic whose download failed is still waiting: it counts towards the
-// prompt and is marked by the window pass.
-TEST(NotificationRun, FailedGraphicDownloadStillCountsAndIsMarked) {
-    Scenario run;
-    run.settings.PromptMultipleItems = 1;
-    run.settings.PromptMultipleCount = 2;
-    UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
-    graphic.url = "/update/images/missing.bmp";
-    run.items = {graphic, makeItem(ItemType::Alert, 1)};
-    EXPECT_TRUE(run.go());
-    EXPECT_EQ(run.host.prompts, (std::vector<int>{2}));
-    EXPECT_EQ(run.listFile(), "8\r\n1\r\n");
 }
 
 TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
