@@ -47,7 +47,6 @@ TEST(Selection, ChoiceIndexPerType) {
         {ItemType::Tip, {"YYYY", "NNYY", "NNNN", "YYYY"}},
         {ItemType::Notice, {"YYYY", "NNNN", "YYYY"}},
         {ItemType::OffTopic, {"YYYY", "NNNN", "YYYY"}},
-        {ItemType::Unknown, {"YYYY", "YYYY"}},
     };
     for (const auto& [type, outcomes] : cases)
         for (uint32_t index = 0; index < outcomes.size(); ++index)
