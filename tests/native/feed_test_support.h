@@ -1,11 +1,9 @@
 #pragma once
 // Shared pieces of the feed tests: a scratch folder that removes itself, file
-// helpers, and a scripted run host that answers like a user would and
-// records what it was asked.
+// helpers, and a run host that answers like a scripted user and records what
+// it was asked.
 #include <unistd.h>
 
-#include <cstdlib>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -14,30 +12,23 @@
 
 #include "feed/notification_run.h"
 
-class ScratchFolder {
-  public:
-    ScratchFolder() {
+struct ScratchFolder {
+    std::string path = [] {
         std::string pattern = (std::filesystem::temp_directory_path() / "heralder-XXXXXX").string();
-        path_ = mkdtemp(pattern.data()) ? pattern + "/" : std::string();
-    }
-    ~ScratchFolder() {
-        std::error_code ignored;
-        if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
-    }
+        return mkdtemp(pattern.data()) ? pattern + "/" : std::string();
+    }();
+    ScratchFolder() = default;
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    // The folder with its final "/".
-    const std::string& path() const { return path_; }
-    std::string file(const std::string& name) const { return path_ + name; }
-
-  private:
-    std::string path_;
+    ~ScratchFolder() {
+        std::error_code ignored;
+        if (!path.empty()) std::filesystem::remove_all(path, ignored);
+    }
+    std::string file(const std::string& name) const { return path + name; }
 };
 
 inline void writeFile(const std::string& path, const std::string& bytes, bool append = false) {
-    std::ofstream out(path, std::ios::binary | (append ? std::ios::app : std::ios::trunc));
-    out << bytes;
+    std::ofstream(path, std::ios::binary | (append ? std::ios::app : std::ios::trunc)) << bytes;
 }
 
 inline std::string readFile(const std::string& path) {
@@ -52,39 +43,40 @@ inline UpdateItem makeItem(ItemType type, int32_t number) {
     return item;
 }
 
-// Answers windows from a script (1 when the script has run out), ticks "never
-// show again" on the numbers it is told to, and serves files from a map.
+// Windows answer Next, or Cancel on item cancelOn; "never show again" is ticked
+// on item neverShowAgainOn; the prompt marks its first promptMarks items before
+// answering; files come from serverFiles.
 class ScriptedHost : public RunHost {
   public:
-    std::deque<int> windowAnswers;
-    std::vector<int32_t> neverShowAgainOn;
+    int32_t cancelOn = 0, neverShowAgainOn = 0;
     int promptAnswer = 1;
+    std::size_t promptMarks = 0;
     std::map<std::string, std::string> serverFiles;
     std::optional<InstalledVersion> installed;
     std::string folder;
 
-    std::vector<int32_t> shown;  // item numbers in the order their windows opened
+    std::vector<int32_t> shown;  // in the order the windows opened
     std::vector<int> prompts;    // the waiting counts the prompt was opened with
     std::vector<std::string> fetched;
     std::vector<std::string> messages;
     int waitDepth = 0;
-    int maxWaitDepth = 0;
 
     int showAlertWindow(UpdateItem& item) override { return answer(item); }
     int showVersionWindow(UpdateItem& item) override { return answer(item); }
-    int promptMultipleItems(std::vector<UpdateItem>&, int waiting, SeenList&) override {
+    int promptMultipleItems(std::vector<UpdateItem>& items, int waiting, SeenList& seen) override {
+        for (std::size_t i = 0; i < promptMarks && i < items.size(); ++i)
+            seen.markItemSeen(items[i]);
         prompts.push_back(waiting);
         return promptAnswer;
     }
     std::optional<std::string> fetchServerFile(const std::string& path) override {
         fetched.push_back(path);
         auto found = serverFiles.find(path);
-        if (found == serverFiles.end()) return std::nullopt;
-        return found->second;
+        return found == serverFiles.end() ? std::nullopt : std::optional(found->second);
     }
     void showMessage(const std::string& text) override { messages.push_back(text); }
     std::string graphicFolder() override { return folder; }
-    void beginWaitCursor() override { maxWaitDepth = std::max(maxWaitDepth, ++waitDepth); }
+    void beginWaitCursor() override { ++waitDepth; }
     void endWaitCursor() override { --waitDepth; }
     std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
         return installed;
@@ -93,11 +85,7 @@ class ScriptedHost : public RunHost {
   private:
     int answer(UpdateItem& item) {
         shown.push_back(item.number);
-        for (int32_t n : neverShowAgainOn)
-            if (n == item.number) item.neverShowAgain = true;
-        if (windowAnswers.empty()) return 1;
-        int result = windowAnswers.front();
-        windowAnswers.pop_front();
-        return result;
+        item.neverShowAgain = item.number == neverShowAgainOn;
+        return item.number == cancelOn ? 0 : 1;
     }
 };

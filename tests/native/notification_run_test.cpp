@@ -18,26 +18,20 @@ struct Scenario {
     Scenario() {
         settings.PromptMultipleItems = 0;
         settings.CurrentTransactionDate = "03-15-2001";
-        host.folder = dir.path();
+        host.folder = dir.path;
     }
     void addAlerts(std::initializer_list<int32_t> numbers) {
         for (int32_t n : numbers) items.push_back(makeItem(ItemType::Alert, n));
     }
     bool go() { return runNotifications(items, host, settings, seen); }
-    // The numbers in the list file, in file order, as a fresh reader sees them.
     std::string listFile() { return readFile(seen.path()); }
 };
 
 }  // namespace
 
-TEST(NotificationRun, EmptyListIsNoRun) {
-    Scenario run;
-    EXPECT_FALSE(run.go());
-    EXPECT_TRUE(run.host.shown.empty());
-}
-
 TEST(NotificationRun, ShowsEachTypeInDocumentOrderAndMarksIt) {
     Scenario run;
+    EXPECT_FALSE(run.go());  // nothing to run over
     run.settings.SetupVersionPopup = 0;
     for (ItemType type : {ItemType::Notice, ItemType::Version, ItemType::Unknown, ItemType::Tip,
                           ItemType::OffTopic, ItemType::Alert})
@@ -50,23 +44,20 @@ TEST(NotificationRun, ShowsEachTypeInDocumentOrderAndMarksIt) {
 
 TEST(NotificationRun, CancelEndsTheRunAfterMarkingTheCancelledItem) {
     Scenario run;
+    run.settings.PromptMultipleCount = 1;  // the prompt is off, so never asks
     run.addAlerts({11, 12, 13, 14, 15});
-    run.host.windowAnswers = {1, 1, 0};
+    run.host.cancelOn = 13;
     EXPECT_TRUE(run.go());
     EXPECT_EQ(run.host.shown, (std::vector<int32_t>{11, 12, 13}));
     EXPECT_EQ(run.listFile(), "11\r\n12\r\n13\r\n");
-
-    // The next run offers what was left.
-    run.host.shown.clear();
-    EXPECT_TRUE(run.go());
-    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{14, 15}));
+    EXPECT_TRUE(run.host.prompts.empty());
 }
 
 TEST(NotificationRun, NeverShowAgainEndsTheRunLeavingTheItemUnmarked) {
     Scenario run;
     run.settings.StartupOptions = 100;
     run.addAlerts({1, 2, 3});
-    run.host.neverShowAgainOn = {2};
+    run.host.neverShowAgainOn = 2;
     EXPECT_TRUE(run.go());
     EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2}));
     EXPECT_EQ(run.listFile(), "1\r\n");
@@ -76,17 +67,17 @@ TEST(NotificationRun, NeverShowAgainEndsTheRunLeavingTheItemUnmarked) {
 TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
     struct Case {
         const char* what;
-        int itemCount;
-        int alreadySeen;
-        int promptAnswer;
-        bool prompted;
+        int itemCount, alreadySeen, promptAnswer;
+        std::size_t promptMarks;
+        std::vector<int> prompts;
         bool result;
         std::size_t windows;
     } cases[] = {
-        {"exactly the threshold", 4, 0, 1, true, true, 4},
-        {"one below", 3, 0, 1, false, true, 3},
-        {"seen items do not count", 5, 2, 1, false, true, 3},
-        {"stop", 5, 0, 0, true, false, 0},
+        {"exactly the threshold", 4, 0, 1, 0, {4}, true, 4},
+        {"one below", 3, 0, 1, 0, {}, true, 3},
+        {"seen items do not count", 5, 2, 1, 0, {}, true, 3},
+        {"stop", 5, 0, 0, 0, {5}, false, 0},
+        {"items the prompt marks drop out", 4, 0, 1, 2, {4}, true, 2},
     };
     for (const Case& c : cases) {
         Scenario run;
@@ -95,59 +86,41 @@ TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
         for (int i = 0; i < c.itemCount; ++i) run.addAlerts({100 + i});
         for (int i = 0; i < c.alreadySeen; ++i) run.seen.markItemSeen(run.items[i]);
         run.host.promptAnswer = c.promptAnswer;
+        run.host.promptMarks = c.promptMarks;
         EXPECT_EQ(run.go(), c.result) << c.what;
-        EXPECT_EQ(run.host.prompts.size(), c.prompted ? 1u : 0u) << c.what;
-        if (c.prompted && !run.host.prompts.empty()) {
-            EXPECT_EQ(run.host.prompts[0], c.itemCount) << c.what;
-        }
+        EXPECT_EQ(run.host.prompts, c.prompts) << c.what;
         EXPECT_EQ(run.host.shown.size(), c.windows) << c.what;
     }
 }
 
-TEST(NotificationRun, PromptOffNeverAsks) {
-    Scenario run;
-    run.settings.PromptMultipleItems = 0;
-    run.settings.PromptMultipleCount = 1;
-    run.addAlerts({1, 2});
-    EXPECT_TRUE(run.go());
-    EXPECT_TRUE(run.host.prompts.empty());
-}
-
+// A graphic whose download failed (9) is still waiting: it counts towards the
+// prompt and is marked by the window pass.
 TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
     for (uint32_t allowed : {0u, 1u}) {
         Scenario run;
         run.settings.AllowINIUpdates = allowed;
         run.settings.AllowGraphicUpdates = allowed;
         run.settings.AlertFontSize = 16;
+        run.settings.PromptMultipleItems = 1;
+        run.settings.PromptMultipleCount = 2;
         UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
         setting.plainText = "alertfontsize = 20";
-        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
+        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8), failed = graphic;
         graphic.url = "/update/images/logo.bmp";
+        failed.number = 9;
+        failed.url = "/update/images/missing.bmp";
         run.host.serverFiles["/update/images/logo.bmp"] = "BM";
-        run.items = {makeItem(ItemType::Alert, 1), setting, graphic};
+        run.items = {makeItem(ItemType::Alert, 1), setting, graphic, failed};
         EXPECT_TRUE(run.go());
 
         const bool on = allowed != 0;
         EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : 16u);
         EXPECT_EQ(std::filesystem::exists(run.dir.file("logo.bmp")), on);
-        EXPECT_EQ(run.host.fetched.size(), on ? 1u : 0u);
+        EXPECT_EQ(run.host.prompts, on ? std::vector<int>{2} : std::vector<int>{});
         // Applied updates are marked in their pass and drop out of the window pass.
-        EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n" : "1\r\n");
+        EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n9\r\n" : "1\r\n");
         EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1}));
     }
-}
-
-TEST(NotificationRun, FailedGraphicDownloadStillCountsAndIsMarkedInTheWindowPass) {
-    Scenario run;
-    run.settings.PromptMultipleItems = 1;
-    run.settings.PromptMultipleCount = 2;
-    UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
-    graphic.url = "/update/images/missing.bmp";
-    run.items = {graphic, makeItem(ItemType::Alert, 1)};
-    EXPECT_TRUE(run.go());
-    EXPECT_EQ(run.host.prompts, (std::vector<int>{2}));
-    EXPECT_EQ(run.listFile(), "8\r\n1\r\n");
-    EXPECT_TRUE(run.host.messages.empty());
 }
 
 TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
@@ -161,22 +134,4 @@ TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
     EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 1}));
     // Each run: the setting pass marks 7, the window pass marks 1 and 7 again.
     EXPECT_EQ(run.listFile(), "7\r\n1\r\n7\r\n7\r\n1\r\n7\r\n");
-}
-
-TEST(NotificationRun, ItemsMarkedByThePromptDropOut) {
-    struct MarkingHost : ScriptedHost {
-        int promptMultipleItems(std::vector<UpdateItem>& items, int waiting,
-                                SeenList& seen) override {
-            seen.markItemSeen(items[0]);
-            return ScriptedHost::promptMultipleItems(items, waiting, seen);
-        }
-    };
-    ScratchFolder dir;
-    Settings settings;
-    settings.PromptMultipleCount = 1;
-    SeenList seen(dir.file("Heralder.lst"));
-    MarkingHost host;
-    std::vector<UpdateItem> items = {makeItem(ItemType::Alert, 1), makeItem(ItemType::Alert, 2)};
-    EXPECT_TRUE(runNotifications(items, host, settings, seen));
-    EXPECT_EQ(host.shown, (std::vector<int32_t>{2}));
 }

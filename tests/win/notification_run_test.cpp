@@ -5,13 +5,15 @@
 // disk afterwards. The user's own product folder is moved aside meanwhile.
 #include <gtest/gtest.h>
 
-#include <set>
+#include <filesystem>
+#include <unordered_set>
 #include <vector>
 
 #include "base/crt_text.h"
 #include "feed/document_parser.h"
 #include "feed/http.h"
 #include "feed/notification_run_win.h"
+#include "feed/seen_list.h"
 #include "resources/resource.h"
 #include "settings/file_locations.h"
 #include "settings/settings.h"
@@ -32,11 +34,9 @@ class LoopbackRunHost : public WindowsRunHost {
         fetched.push_back(path);
         return ::fetchServerFile(owner(), testEnv("HERALDER_HTTP_HOST"), path);
     }
-    int showAlertWindow(UpdateItem& item) override {
-        shown.push_back(item.number);
-        return 1;
-    }
-    int showVersionWindow(UpdateItem& item) override {
+    int showAlertWindow(UpdateItem& item) override { return show(item); }
+    int showVersionWindow(UpdateItem& item) override { return show(item); }
+    int show(const UpdateItem& item) {
         shown.push_back(item.number);
         return 1;
     }
@@ -45,33 +45,11 @@ class LoopbackRunHost : public WindowsRunHost {
     std::vector<int32_t> shown;
 };
 
-void removeFolder(const std::string& folder) {
-    WIN32_FIND_DATAA fd;
-    HANDLE find = FindFirstFileA((folder + "*").c_str(), &fd);
-    if (find != INVALID_HANDLE_VALUE) {
-        do {
-            std::string name = fd.cFileName;
-            if (name == "." || name == "..") continue;
-            if (fd.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)
-                removeFolder(folder + name + "\\");
-            else
-                DeleteFileA((folder + name).c_str());
-        } while (FindNextFileA(find, &fd));
-        FindClose(find);
-    }
-    RemoveDirectoryA(folder.c_str());
-}
-
-std::set<int32_t> seenNumbers(const std::string& bytes) {
-    std::set<int32_t> numbers;
-    for (std::size_t start = 0; start < bytes.size();) {
-        std::size_t end = bytes.find("\r\n", start);
-        EXPECT_NE(end, std::string::npos) << "every line ends in CR LF";
-        if (end == std::string::npos) break;
-        numbers.insert(atoiLike(bytes.substr(start, end - start)));
-        start = end + 2;
-    }
-    return numbers;
+// The numbers in the product folder's seen list.
+std::unordered_set<int32_t> seenOnDisk(const std::string& productFolder) {
+    auto bytes = readFileBytes(productFolder + "Heralder.lst");
+    EXPECT_TRUE(bytes);
+    return parseSeenNumbers(bytes.value_or(""));
 }
 
 class WindowsRun : public testing::Test {
@@ -100,7 +78,8 @@ class WindowsRun : public testing::Test {
 
     void TearDown() override {
         if (productFolder.empty()) return;
-        removeFolder(productFolder);
+        std::error_code ignored;
+        std::filesystem::remove_all(productFolder.substr(0, productFolder.size() - 1), ignored);
         if (movedAside) MoveFileA(asideFolder.c_str(), productFolder.c_str());
         settings() = savedRecord;
     }
@@ -135,9 +114,8 @@ TEST_F(WindowsRun, SampleFeedAppliesUpdatesAndRemembersEveryItemOnDisk) {
     // Alerts, tips, notices and off-topic items show; the two products of the
     // version items are not installed here, so the default filter skips them.
     EXPECT_EQ(host.shown, (std::vector<int32_t>{2101, 2104, 2105, 2106}));
-    auto list = readFileBytes(productFolder + "Heralder.lst");
-    ASSERT_TRUE(list);
-    EXPECT_EQ(seenNumbers(*list), (std::set<int32_t>{2101, 2104, 2105, 2106, 2107, 2108, 2109}));
+    EXPECT_EQ(seenOnDisk(productFolder),
+              (std::unordered_set<int32_t>{2101, 2104, 2105, 2106, 2107, 2108, 2109}));
 
     // A second run finds everything seen and shows nothing.
     LoopbackRunHost again;
@@ -148,10 +126,9 @@ TEST_F(WindowsRun, SampleFeedAppliesUpdatesAndRemembersEveryItemOnDisk) {
 
 TEST_F(WindowsRun, FailedGraphicWriteIsReportedAndKeepsTheOldPicture) {
     ASSERT_TRUE(CreateDirectoryA(productFolder.c_str(), nullptr));
-    const std::string old = "the picture the user has now";
     std::FILE* f = std::fopen((productFolder + kBanner).c_str(), "wb");
     ASSERT_TRUE(f);
-    std::fwrite(old.data(), 1, old.size(), f);
+    std::fputs("the picture the user has now", f);
     std::fclose(f);
     // A folder where the temporary file should go makes the write fail.
     ASSERT_TRUE(CreateDirectoryA((productFolder + kBanner + ".temp").c_str(), nullptr));
@@ -167,11 +144,9 @@ TEST_F(WindowsRun, FailedGraphicWriteIsReportedAndKeepsTheOldPicture) {
 
     EXPECT_TRUE(driver.ran());
     EXPECT_EQ(reported, "There has been an error upgrading the new graphic heralder_banner.png.");
-    EXPECT_EQ(readFileBytes(productFolder + kBanner), old);
+    EXPECT_EQ(readFileBytes(productFolder + kBanner), "the picture the user has now");
     // Not marked by the graphic pass, but by the window pass that follows.
-    auto list = readFileBytes(productFolder + "Heralder.lst");
-    ASSERT_TRUE(list);
-    EXPECT_EQ(seenNumbers(*list).count(2109), 1u);
+    EXPECT_EQ(seenOnDisk(productFolder).count(2109), 1u);
 }
 
 }  // namespace
