@@ -40,7 +40,16 @@ class LoopbackRunHost : public WindowsRunHost {
         shown.push_back(item.number);
         return 1;
     }
+    // A real box only where a test drives it; elsewhere a message is an error
+    // report, and a box nobody closes would stall the run.
+    void showMessage(const std::string& text) override {
+        if (realMessages)
+            WindowsRunHost::showMessage(text);
+        else
+            ADD_FAILURE() << "unexpected message: " << text;
+    }
 
+    bool realMessages = false;
     std::vector<std::string> fetched;
     std::vector<int32_t> shown;
 };
@@ -93,14 +102,7 @@ class WindowsRun : public testing::Test {
 
 TEST_F(WindowsRun, SampleFeedAppliesUpdatesAndRemembersEveryItemOnDisk) {
     LoopbackRunHost host;
-    // Nothing here should ask the user anything; a box would be an error report.
-    std::string unexpected;
-    DialogDriver driver([&](HWND box) {
-        unexpected = itemText(box, IDC_MESSAGETEXT);
-        pressKey(box, VK_ESCAPE);
-    });
     EXPECT_TRUE(runNotifications(host, items));
-    EXPECT_FALSE(driver.ran()) << unexpected;
 
     EXPECT_EQ(host.fetched, std::vector<std::string>{"/update/images/heralder_banner.png"});
     // The body as it was held in memory: the file, then 16 zero bytes.
@@ -135,6 +137,7 @@ TEST_F(WindowsRun, FailedGraphicWriteIsReportedAndKeepsTheOldPicture) {
 
     std::string reported;
     LoopbackRunHost host;
+    host.realMessages = true;
     DialogDriver driver([&](HWND box) {
         reported = itemText(box, IDC_MESSAGETEXT);
         saveWindowScreenshot(box, "run_graphic_error");
