@@ -59,7 +59,7 @@ struct MessageBoxSpec {
 // Runs the modal box and redraws the owner afterwards. Only one box is open at
 // a time: while one is open, another call returns at once and leaves that
 // descriptor's result as the caller set it, as does a box that cannot be created.
-void showMessageBox(HWND owner, MessageBoxSpec& spec);
+void showMessageBox(HWND owner, MessageBoxSpec& request);
 
 void showMessage(HWND owner, std::string_view text);
 int askYesNoCancel(HWND owner, std::string_view text);

@@ -24,37 +24,37 @@ constexpr Operation kAskYesNo{kTitled | kMbNoButton, IDS_YES, IDS_NO, 0};
 constexpr Operation kShowMessageOnce{kTitled | kOnce, IDS_OK, 0, 0};
 constexpr Operation kAskYesNoOnce{kTitled | kOnce | kMbNoButton, IDS_YES, IDS_NO, 0};
 
-MessageBoxSpec makeSpec(const Operation& op, std::string_view text, std::string_view title) {
-    MessageBoxSpec spec;
-    spec.style = op.style;
-    spec.text = text;
-    spec.title = title;
-    spec.iconId = IDI_HERALDER;
-    spec.button1Text = loadResString(op.button1);
-    if (op.no) spec.noText = loadResString(op.no);
-    if (op.cancel) spec.cancelText = loadResString(op.cancel);
+MessageBoxSpec makeRequest(const Operation& op, std::string_view text, std::string_view title) {
+    MessageBoxSpec request;
+    request.style = op.style;
+    request.text = text;
+    request.title = title;
+    request.iconId = IDI_HERALDER;
+    request.button1Text = loadResString(op.button1);
+    if (op.no) request.noText = loadResString(op.no);
+    if (op.cancel) request.cancelText = loadResString(op.cancel);
     if (op.style & kMbCheckBox1) {
-        spec.checkTexts[0] = loadResString(IDS_SHOW_AGAIN);
-        spec.notes[0] = loadResString(IDS_SHOW_AGAIN_NOTE);
+        request.checkTexts[0] = loadResString(IDS_SHOW_AGAIN);
+        request.notes[0] = loadResString(IDS_SHOW_AGAIN_NOTE);
     }
-    return spec;
+    return request;
 }
 
 int run(HWND owner, const Operation& op, std::string_view text) {
-    MessageBoxSpec spec = makeSpec(op, text, loadResString(IDS_MESSAGE_TITLE));
-    showMessageBox(owner, spec);
-    return spec.result;
+    MessageBoxSpec request = makeRequest(op, text, loadResString(IDS_MESSAGE_TITLE));
+    showMessageBox(owner, request);
+    return request.result;
 }
 
 // A box that was never shown or never closed through a button leaves the flag
 // alone.
 int runOnce(HWND owner, const Operation& op, std::string_view text, std::string_view title,
             uint32_t& flag) {
-    MessageBoxSpec spec = makeSpec(op, text, title);
-    spec.checkStates[0] = 1;
-    showMessageBox(owner, spec);
-    if (spec.result != 0) flag = spec.checkStates[0];
-    return spec.result;
+    MessageBoxSpec request = makeRequest(op, text, title);
+    request.checkStates[0] = 1;
+    showMessageBox(owner, request);
+    if (request.result != 0) flag = request.checkStates[0];
+    return request.result;
 }
 
 }  // namespace

@@ -15,7 +15,7 @@
 
 namespace {
 
-MessageBoxSpec* openSpec = nullptr;
+MessageBoxSpec* openRequest = nullptr;
 
 struct IconDeleter {
     void operator()(HICON icon) const { DestroyIcon(icon); }
@@ -70,7 +70,7 @@ constexpr uint32_t kNoteBits[3] = {kMbNote1, kMbNote2, kMbNote3};
 constexpr int kNoteIds[3] = {IDC_NOTE1, IDC_NOTE2, IDC_NOTE3};
 
 struct BoxState {
-    MessageBoxSpec& spec;
+    MessageBoxSpec& request;
     UniqueIcon icon;
     bool soundPlaying = false;
 };
@@ -112,17 +112,18 @@ void moveChild(HWND box, int id, const LayoutRect& r) {
 }
 
 void loadIcon(HWND box, BoxState& st) {
-    if (!st.spec.iconId) return;
+    if (!st.request.iconId) return;
     LayoutRect r = clientRectOf(box, IDC_ICONBUTTON);
     int size = iconSizeFor(std::min(r.width, r.height));
-    st.icon.reset(static_cast<HICON>(LoadImageA(resourceModule(), MAKEINTRESOURCEA(st.spec.iconId),
-                                                IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
+    st.icon.reset(
+        static_cast<HICON>(LoadImageA(resourceModule(), MAKEINTRESOURCEA(st.request.iconId),
+                                      IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
 }
 
 void startSound(BoxState& st) {
-    const MessageBoxSpec& spec = st.spec;
-    if (!(spec.style & kMbSound) || !spec.soundName) return;
-    st.soundPlaying = PlaySoundA(spec.soundName, spec.soundModule,
+    const MessageBoxSpec& request = st.request;
+    if (!(request.style & kMbSound) || !request.soundName) return;
+    st.soundPlaying = PlaySoundA(request.soundName, request.soundModule,
                                  SND_RESOURCE | SND_ASYNC | SND_NODEFAULT) != FALSE;
 }
 
@@ -133,31 +134,32 @@ void stopSound(BoxState& st) {
 }
 
 BOOL onInitDialog(HWND box, BoxState& st) {
-    MessageBoxSpec& spec = st.spec;
-    const bool titled = spec.style & kMbTitle;
-    if (titled) SetWindowTextA(box, spec.title.c_str());
-    if (spec.style & kMbButton1Text) SetDlgItemTextA(box, IDC_BUTTON1, spec.button1Text.c_str());
+    MessageBoxSpec& request = st.request;
+    const bool titled = request.style & kMbTitle;
+    if (titled) SetWindowTextA(box, request.title.c_str());
+    if (request.style & kMbButton1Text)
+        SetDlgItemTextA(box, IDC_BUTTON1, request.button1Text.c_str());
 
     HWND textControl = GetDlgItem(box, IDC_MESSAGETEXT);
     HFONT boxFont = GetWindowFont(box);
-    HFONT textFont = (spec.style & kMbTextFont) && spec.textFont ? spec.textFont : boxFont;
+    HFONT textFont = (request.style & kMbTextFont) && request.textFont ? request.textFont : boxFont;
     SetWindowFont(textControl, textFont, FALSE);
-    SetWindowTextA(textControl, spec.text.c_str());
+    SetWindowTextA(textControl, request.text.c_str());
 
     MessageBoxMeasures m;
     m.button1 = clientRectOf(box, IDC_BUTTON1);
     m.text = clientRectOf(box, IDC_MESSAGETEXT);
-    SIZE textSize = measureText(textControl, textFont, spec.text, m.text.width);
+    SIZE textSize = measureText(textControl, textFont, request.text, m.text.width);
     m.textWidth = textSize.cx;
     m.textHeight = textSize.cy;
     for (const ExtraButton& b : kExtraButtons)
-        if (spec.style & b.bit) ++m.extraButtons;
+        if (request.style & b.bit) ++m.extraButtons;
     for (uint32_t bit : kCheckBoxBits)
-        if (spec.style & bit) ++m.checkBoxes;
+        if (request.style & bit) ++m.checkBoxes;
     for (int i = 0; i < 3; ++i)
-        if (spec.style & kNoteBits[i])
+        if (request.style & kNoteBits[i])
             m.noteHeights.push_back(
-                measureText(textControl, boxFont, spec.notes[i], m.text.width).cy);
+                measureText(textControl, boxFont, request.notes[i], m.text.width).cy);
     m.frameHeight = GetSystemMetrics(SM_CYDLGFRAME);
     m.captionHeight = titled ? GetSystemMetrics(SM_CYCAPTION) : 0;
 
@@ -165,21 +167,21 @@ BOOL onInitDialog(HWND box, BoxState& st) {
     moveChild(box, IDC_MESSAGETEXT, layout.text);
     auto button = layout.buttons.begin();
     for (const ExtraButton& b : kExtraButtons)
-        if (spec.style & b.bit)
-            createChild(box, "BUTTON", spec.*b.text, BS_PUSHBUTTON | WS_TABSTOP, b.id, *button++,
+        if (request.style & b.bit)
+            createChild(box, "BUTTON", request.*b.text, BS_PUSHBUTTON | WS_TABSTOP, b.id, *button++,
                         boxFont);
     auto check = layout.checkBoxes.begin();
     for (int i = 0; i < 3; ++i) {
-        if (!(spec.style & kCheckBoxBits[i])) continue;
-        createChild(box, "BUTTON", spec.checkTexts[i], BS_AUTOCHECKBOX | WS_TABSTOP,
+        if (!(request.style & kCheckBoxBits[i])) continue;
+        createChild(box, "BUTTON", request.checkTexts[i], BS_AUTOCHECKBOX | WS_TABSTOP,
                     kCheckBoxIds[i], *check++, boxFont);
-        CheckDlgButton(box, kCheckBoxIds[i], spec.checkStates[i] ? BST_CHECKED : BST_UNCHECKED);
+        CheckDlgButton(box, kCheckBoxIds[i], request.checkStates[i] ? BST_CHECKED : BST_UNCHECKED);
     }
     auto note = layout.notes.begin();
     for (int i = 0; i < 3; ++i)
-        if (spec.style & kNoteBits[i])
-            createChild(box, "STATIC", spec.notes[i], SS_LEFT | SS_NOPREFIX, kNoteIds[i], *note++,
-                        boxFont);
+        if (request.style & kNoteBits[i])
+            createChild(box, "STATIC", request.notes[i], SS_LEFT | SS_NOPREFIX, kNoteIds[i],
+                        *note++, boxFont);
 
     RECT window;
     GetWindowRect(box, &window);
@@ -194,13 +196,13 @@ BOOL onInitDialog(HWND box, BoxState& st) {
 }
 
 void closeBox(HWND box, BoxState& st, int result) {
-    st.spec.result = result;
+    st.request.result = result;
     stopSound(st);
     EndDialog(box, result);
 }
 
 void onCommand(HWND box, BoxState& st, int id, UINT code) {
-    MessageBoxSpec& spec = st.spec;
+    MessageBoxSpec& request = st.request;
     switch (id) {
         case IDC_BUTTON1:
             closeBox(box, st, kResultFirst);
@@ -212,13 +214,13 @@ void onCommand(HWND box, BoxState& st, int id, UINT code) {
             closeBox(box, st, kResultNo);
             return;
         case IDC_HELPBUTTON:
-            if (spec.helpCallback && !spec.helpArgument.empty())
-                spec.helpCallback(box, spec.helpArgument.c_str());
+            if (request.helpCallback && !request.helpArgument.empty())
+                request.helpCallback(box, request.helpArgument.c_str());
             return;
     }
     for (int i = 0; i < 3; ++i)
         if (id == kCheckBoxIds[i] && code == BN_CLICKED)
-            spec.checkStates[i] = IsDlgButtonChecked(box, id) == BST_CHECKED ? 1 : 0;
+            request.checkStates[i] = IsDlgButtonChecked(box, id) == BST_CHECKED ? 1 : 0;
 }
 
 void onDrawItem(const DRAWITEMSTRUCT& item, const BoxState& st) {
@@ -260,15 +262,15 @@ INT_PTR CALLBACK messageBoxProc(HWND box, UINT msg, WPARAM wp, LPARAM lp) noexce
 
 }  // namespace
 
-void showMessageBox(HWND owner, MessageBoxSpec& spec) {
-    if (openSpec) return;
-    spec.owner = owner;
-    BoxState st{spec, nullptr};
-    openSpec = &spec;
-    const int templateId = spec.style & kMbTitle ? IDD_MESSAGEBOX_TITLED : IDD_MESSAGEBOX_PLAIN;
+void showMessageBox(HWND owner, MessageBoxSpec& request) {
+    if (openRequest) return;
+    request.owner = owner;
+    BoxState st{request, nullptr};
+    openRequest = &request;
+    const int templateId = request.style & kMbTitle ? IDD_MESSAGEBOX_TITLED : IDD_MESSAGEBOX_PLAIN;
     DialogBoxParamA(resourceModule(), MAKEINTRESOURCEA(templateId), owner, messageBoxProc,
                     reinterpret_cast<LPARAM>(&st));
-    openSpec = nullptr;
+    openRequest = nullptr;
     if (owner)
         RedrawWindow(owner, nullptr, nullptr,
                      RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);

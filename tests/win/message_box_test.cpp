@@ -44,15 +44,15 @@ uint32_t onceFlag = 1;
 // Set up as showMessage's box but without a title bar; a sound that cannot be
 // found stays silent and changes nothing else.
 int untitledWithMissingSound(HWND, std::string_view text) {
-    MessageBoxSpec spec;
-    spec.style = kMbStandard | kMbButton1Text | kMbSound;
-    spec.text = text;
-    spec.button1Text = "Dismiss";
-    spec.iconId = IDI_HERALDER;
-    spec.soundModule = GetModuleHandleA(nullptr);
-    spec.soundName = "NOSUCHSOUND";
-    showMessageBox(nullptr, spec);
-    return spec.result;
+    MessageBoxSpec request;
+    request.style = kMbStandard | kMbButton1Text | kMbSound;
+    request.text = text;
+    request.button1Text = "Dismiss";
+    request.iconId = IDI_HERALDER;
+    request.soundModule = GetModuleHandleA(nullptr);
+    request.soundName = "NOSUCHSOUND";
+    showMessageBox(nullptr, request);
+    return request.result;
 }
 
 // The user reads these texts, so every operation is checked in full, then
@@ -215,22 +215,22 @@ TEST(MessageBoxes, HelpCallsBackWithItsTopic) {
     static std::vector<std::pair<HWND, std::string>> calls;
     for (const char* topic : {"setup.html", ""}) {
         calls.clear();
-        MessageBoxSpec spec;
-        spec.style = kMbStandard | kMbHelpButton;
-        spec.helpText = "Help";
-        spec.helpArgument = topic;
-        spec.helpCallback = [](HWND box, const char* argument) {
+        MessageBoxSpec request;
+        request.style = kMbStandard | kMbHelpButton;
+        request.helpText = "Help";
+        request.helpArgument = topic;
+        request.helpCallback = [](HWND box, const char* argument) {
             calls.emplace_back(box, argument);
         };
         HWND shown = nullptr;
-        withBox([&] { showMessageBox(nullptr, spec); },
+        withBox([&] { showMessageBox(nullptr, request); },
                 [&](HWND box) {
                     shown = box;
                     clickItem(box, IDC_HELPBUTTON);
                     EXPECT_TRUE(IsWindowVisible(box));
                     pressKey(box, VK_ESCAPE);
                 });
-        EXPECT_EQ(spec.result, 2);
+        EXPECT_EQ(request.result, 2);
         if (*topic)
             EXPECT_EQ(calls, (std::vector<std::pair<HWND, std::string>>{{shown, topic}}));
         else
