@@ -27,7 +27,6 @@ rc=$?
 # as the native one: both builds must read files alike.
 if [ $# -eq 0 ] && [ -f "$build/heralder-tool.exe" ]; then
     python3 "$root/tests/tool/check.py" --wine "$build/heralder-tool.exe" || rc=1
-    python3 "$root/tests/tool/differential.py" --wine "$build/heralder-tool.exe" 100 || rc=1
 fi
 
 declare -F fixtures_stop >/dev/null && fixtures_stop
