@@ -1,54 +1,49 @@
 #pragma once
-// The Windows handle kinds the program owns, as UniqueHandle traits. Kernel
-// objects come in two flavours because CreateFile reports failure with
-// INVALID_HANDLE_VALUE while most other creators return null.
+// The Windows handles the program owns, and scoped device-context helpers.
+// Owned handles are UniqueHandle with traits: every kind held so far reports
+// "no handle" as null and differs only in how it is released, so one template
+// serves them all; a kind whose creator fails with INVALID_HANDLE_VALUE
+// (CreateFile) needs traits of its own.
 #include "base/unique_handle.h"
 #include "base/win_headers.h"
 
-struct InternetHandleTraits {
-    using Handle = HINTERNET;
+template <class H, auto closeFn>
+struct NullHandleTraits {
+    using Handle = H;
     static Handle invalid() noexcept { return nullptr; }
-    static void close(Handle h) noexcept { InternetCloseHandle(h); }
+    static void close(Handle h) noexcept { closeFn(h); }
 };
 
-struct RegKeyTraits {
-    using Handle = HKEY;
-    static Handle invalid() noexcept { return nullptr; }
-    static void close(Handle h) noexcept { RegCloseKey(h); }
+using UniqueInternet = UniqueHandle<NullHandleTraits<HINTERNET, InternetCloseHandle>>;
+using UniqueIcon = UniqueHandle<NullHandleTraits<HICON, DestroyIcon>>;
+
+// A window's device context, released on scope exit.
+class WindowDc {
+  public:
+    explicit WindowDc(HWND hwnd) : hwnd_(hwnd), dc_(GetDC(hwnd)) {}
+    ~WindowDc() {
+        if (dc_) ReleaseDC(hwnd_, dc_);
+    }
+    WindowDc(const WindowDc&) = delete;
+    WindowDc& operator=(const WindowDc&) = delete;
+    HDC get() const { return dc_; }
+
+  private:
+    HWND hwnd_;
+    HDC dc_;
 };
 
-struct KernelHandleTraits {
-    using Handle = HANDLE;
-    static Handle invalid() noexcept { return nullptr; }
-    static void close(Handle h) noexcept { CloseHandle(h); }
-};
+// SelectObject that puts the previous object back.
+class ScopedSelect {
+  public:
+    ScopedSelect(HDC dc, HGDIOBJ obj) : dc_(dc), old_(obj ? SelectObject(dc, obj) : nullptr) {}
+    ~ScopedSelect() {
+        if (old_) SelectObject(dc_, old_);
+    }
+    ScopedSelect(const ScopedSelect&) = delete;
+    ScopedSelect& operator=(const ScopedSelect&) = delete;
 
-struct FileHandleTraits {
-    using Handle = HANDLE;
-    static Handle invalid() noexcept { return INVALID_HANDLE_VALUE; }
-    static void close(Handle h) noexcept { CloseHandle(h); }
+  private:
+    HDC dc_;
+    HGDIOBJ old_;
 };
-
-// Typed, so that a font owner hands back an HFONT, not an HGDIOBJ to cast.
-template <class T = HGDIOBJ>
-struct GdiObjectTraits {
-    using Handle = T;
-    static Handle invalid() noexcept { return nullptr; }
-    static void close(Handle h) noexcept { DeleteObject(h); }
-};
-
-struct IconTraits {
-    using Handle = HICON;
-    static Handle invalid() noexcept { return nullptr; }
-    static void close(Handle h) noexcept { DestroyIcon(h); }
-};
-
-using UniqueInternet = UniqueHandle<InternetHandleTraits>;
-using UniqueRegKey = UniqueHandle<RegKeyTraits>;
-using UniqueKernelHandle = UniqueHandle<KernelHandleTraits>;
-using UniqueFileHandle = UniqueHandle<FileHandleTraits>;
-using UniqueGdiObject = UniqueHandle<GdiObjectTraits<>>;
-using UniqueFont = UniqueHandle<GdiObjectTraits<HFONT>>;
-using UniqueBrush = UniqueHandle<GdiObjectTraits<HBRUSH>>;
-using UniqueBitmap = UniqueHandle<GdiObjectTraits<HBITMAP>>;
-using UniqueIcon = UniqueHandle<IconTraits>;

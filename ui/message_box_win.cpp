@@ -4,10 +4,9 @@
 // optional controls and applies the layout. The open box's descriptor is kept in one
 // process-wide pointer so that a second box cannot start while one is open.
 #include <algorithm>
-#include <memory>
-#include <type_traits>
 #include <vector>
 
+#include "base/win_handles.h"
 #include "resources/resource.h"
 #include "ui/dialog_helpers.h"
 #include "ui/message_box.h"
@@ -16,42 +15,6 @@
 namespace {
 
 MessageBoxSpec* openRequest = nullptr;
-
-struct IconDeleter {
-    void operator()(HICON icon) const { DestroyIcon(icon); }
-};
-using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDeleter>;
-
-// A window's device context, released on scope exit.
-class WindowDc {
-  public:
-    explicit WindowDc(HWND hwnd) : hwnd_(hwnd), dc_(GetDC(hwnd)) {}
-    ~WindowDc() {
-        if (dc_) ReleaseDC(hwnd_, dc_);
-    }
-    WindowDc(const WindowDc&) = delete;
-    WindowDc& operator=(const WindowDc&) = delete;
-    HDC get() const { return dc_; }
-
-  private:
-    HWND hwnd_;
-    HDC dc_;
-};
-
-// SelectObject that puts the previous object back.
-class ScopedSelect {
-  public:
-    ScopedSelect(HDC dc, HGDIOBJ obj) : dc_(dc), old_(obj ? SelectObject(dc, obj) : nullptr) {}
-    ~ScopedSelect() {
-        if (old_) SelectObject(dc_, old_);
-    }
-    ScopedSelect(const ScopedSelect&) = delete;
-    ScopedSelect& operator=(const ScopedSelect&) = delete;
-
-  private:
-    HDC dc_;
-    HGDIOBJ old_;
-};
 
 struct ExtraButton {
     uint32_t bit;
@@ -265,7 +228,7 @@ INT_PTR CALLBACK messageBoxProc(HWND box, UINT msg, WPARAM wp, LPARAM lp) noexce
 void showMessageBox(HWND owner, MessageBoxSpec& request) {
     if (openRequest) return;
     request.owner = owner;
-    BoxState st{request, nullptr};
+    BoxState st{request, {}};
     openRequest = &request;
     const int templateId = request.style & kMbTitle ? IDD_MESSAGEBOX_TITLED : IDD_MESSAGEBOX_PLAIN;
     DialogBoxParamA(resourceModule(), MAKEINTRESOURCEA(templateId), owner, messageBoxProc,
