@@ -3,20 +3,7 @@
 
 #include <array>
 
-namespace {
-
-char upper(char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c;
-}
-
-bool equalsNoCase(std::string_view a, std::string_view b) {
-    if (a.size() != b.size()) return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (upper(a[i]) != upper(b[i])) return false;
-    return true;
-}
-
-}  // namespace
+#include "base/ascii.h"
 
 bool isDeviceFileName(std::string_view fileName) {
     std::string_view stem = fileName.substr(0, fileName.find('.'));
@@ -25,9 +12,9 @@ bool isDeviceFileName(std::string_view fileName) {
     static constexpr std::array<std::string_view, 6> plain = {"CON", "PRN",    "AUX",
                                                               "NUL", "CONIN$", "CONOUT$"};
     for (std::string_view device : plain)
-        if (equalsNoCase(stem, device)) return true;
-    if (stem.size() == 4 &&
-        (equalsNoCase(stem.substr(0, 3), "COM") || equalsNoCase(stem.substr(0, 3), "LPT"))) {
+        if (equalsIgnoringAsciiCase(stem, device)) return true;
+    if (stem.size() == 4 && (equalsIgnoringAsciiCase(stem.substr(0, 3), "COM") ||
+                             equalsIgnoringAsciiCase(stem.substr(0, 3), "LPT"))) {
         // 0xB9, 0xB2, 0xB3: superscript one, two and three in the ANSI code page.
         unsigned char digit = static_cast<unsigned char>(stem[3]);
         return (digit >= '1' && digit <= '9') || digit == 0xB9 || digit == 0xB2 || digit == 0xB3;

@@ -13,6 +13,7 @@
 #include <bit>
 #include <cstring>
 
+#include "base/ascii.h"
 #include "base/crt_text.h"
 #include "feed/document_parser_detail.h"
 
@@ -54,10 +55,6 @@ constexpr MarkerDef kMarkers[] = {
     {":BEGINNEWGRAPHIC", ItemType::GraphicUpdate},
 };
 
-constexpr unsigned char foldAscii(unsigned char c) {
-    return (c >= 'a' && c <= 'z') ? static_cast<unsigned char>(c - 'a' + 'A') : c;
-}
-
 enum ByteClass : uint8_t { Plain, Control, OpenBrace, CloseBrace };
 
 constexpr std::array<uint8_t, 256> kByteClass = [] {
@@ -73,8 +70,7 @@ constexpr std::array<uint32_t, 256> kKeysByFirstByte = [] {
     std::array<uint32_t, 256> t{};
     for (int c = 0; c < 256; ++c)
         for (std::size_t k = 0; k < kKeyCount; ++k)
-            if (foldAscii(static_cast<unsigned char>(c)) ==
-                foldAscii(static_cast<unsigned char>(kKeys[k].name[0])))
+            if (asciiUpper(static_cast<char>(c)) == asciiUpper(kKeys[k].name[0]))
                 t[c] |= uint32_t{1} << k;
     return t;
 }();
@@ -179,7 +175,7 @@ bool lineStartsWith(std::string_view text, std::size_t p, std::string_view word)
     if (p >= text.size() || text.size() - p <= word.size()) return false;
     const unsigned char* s = bytes(text) + p;
     for (std::size_t i = 0; i < word.size(); ++i)
-        if (foldAscii(s[i]) != foldAscii(static_cast<unsigned char>(word[i]))) return false;
+        if (asciiUpper(static_cast<char>(s[i])) != asciiUpper(word[i])) return false;
     return true;
 }
 

@@ -4,7 +4,7 @@
 // must not be "tidied".
 #include "settings/settings.h"
 
-#include <algorithm>
+#include "base/ascii.h"
 
 namespace {
 
@@ -88,14 +88,8 @@ const SettingDef* findSetting(std::string_view key) {
 }
 
 const SettingDef* findSettingNoCase(std::string_view key) {
-    auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; };
-    for (const SettingDef& def : SettingsTable) {
-        std::string_view name = def.key;
-        if (name.size() == key.size() &&
-            std::equal(name.begin(), name.end(), key.begin(),
-                       [&](char a, char b) { return lower(a) == lower(b); }))
-            return &def;
-    }
+    for (const SettingDef& def : SettingsTable)
+        if (equalsIgnoringAsciiCase(def.key, key)) return &def;
     return nullptr;
 }
 
