@@ -44,3 +44,12 @@ std::optional<std::string> readFileBytes(const std::string& path) {
     if (!ok) return std::nullopt;
     return data;
 }
+
+bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces) {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    if (!f) return false;
+    bool ok = true;
+    for (std::string_view piece : pieces)
+        ok = ok && std::fwrite(piece.data(), 1, piece.size(), f) == piece.size();
+    return std::fclose(f) == 0 && ok;
+}

@@ -10,12 +10,8 @@ std::optional<std::string> readLocalDocument(const std::string& path) {
 }
 
 bool writeHandleToFile(const std::string& path, std::string_view body) {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f) return false;
     static const char zeros[16] = {};
-    bool ok = std::fwrite(body.data(), 1, body.size(), f) == body.size() &&
-              std::fwrite(zeros, 1, sizeof zeros, f) == sizeof zeros;
-    ok = (std::fclose(f) == 0) && ok;
+    bool ok = writeFileBytes(path, {body, std::string_view(zeros, sizeof zeros)});
     if (!ok) std::remove(path.c_str());
     return ok;
 }

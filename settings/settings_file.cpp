@@ -97,15 +97,8 @@ bool fileExists(const std::string& path) {
     return true;
 }
 
-bool writeBytes(const std::string& path, std::string_view bytes) {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f) return false;
-    bool ok = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size();
-    return std::fclose(f) == 0 && ok;
-}
-
 void copyFile(const std::string& from, const std::string& to) {
-    if (std::optional<std::string> bytes = readFileBytes(from)) writeBytes(to, *bytes);
+    if (std::optional<std::string> bytes = readFileBytes(from)) writeFileBytes(to, {*bytes});
 }
 
 }  // namespace
@@ -178,5 +171,5 @@ bool writeSettingsFile(const Settings& record, const std::string& path, std::tim
         std::remove(backup.c_str());
         copyFile(path, backup);
     }
-    return writeBytes(path, formatSettingsFile(record, now));
+    return writeFileBytes(path, {formatSettingsFile(record, now)});
 }
