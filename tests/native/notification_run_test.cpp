@@ -87,7 +87,6 @@ TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
     for (uint32_t allowed : {0u, 1u}) {
         Scenario run;
         run.settings.AllowINIUpdates = run.settings.AllowGraphicUpdates = allowed;
-        run.settings.AlertFontSize = 16;
         run.settings.PromptMultipleItems = 1;
         run.settings.PromptMultipleCount = 2;
         UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
@@ -102,8 +101,7 @@ TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
         EXPECT_TRUE(run.go());
 
         const bool on = allowed != 0;
-        EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : 16u);
-        EXPECT_EQ(std::filesystem::exists(run.dir.file("logo.bmp")), on);
+        EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : Settings{}.AlertFontSize);
         EXPECT_EQ(run.host.prompts, on ? std::vector<int>{2} : std::vector<int>{});
         EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n9\r\n" : "1\r\n");
         EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1}));
