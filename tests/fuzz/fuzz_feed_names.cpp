@@ -10,29 +10,22 @@
 #include "feed/feed_updates.h"
 #include "feed/seen_list.h"
 
-namespace {
-
-void check(bool condition) {
-    if (!condition) std::abort();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+    auto check = [](bool condition) {
+        if (!condition) std::abort();
+    };
     std::string_view text(reinterpret_cast<const char*>(data), size);
 
     if (auto file = graphicFileName(text)) {
         std::string whole = file->name + file->extension;
-        check(!file->name.empty());
+        // No trailing dot also rules out "." and "..".
+        check(!file->name.empty() && whole.back() != '.' && whole.back() != ' ');
         check(whole.find_first_of("/\\:") == std::string::npos);
-        check(whole.back() != '.' && whole.back() != ' ');
-        check(whole != "." && whole != "..");
         check(graphicFileName(whole).has_value());  // the name alone is as acceptable
     }
 
     SettingAssignment a = parseSettingAssignment(text);
-    check(a.name.size() <= 260);
-    check(text.substr(0, a.name.size()) == a.name);
+    check(a.name.size() <= 260 && text.substr(0, a.name.size()) == a.name);
     check(text.size() >= a.name.size() + a.value.size());
     check(text.substr(text.size() - a.value.size()) == a.value);
 

@@ -57,9 +57,7 @@ class ScriptedHost : public RunHost {
 
     std::vector<int32_t> shown;  // in the order the windows opened
     std::vector<int> prompts;    // the waiting counts the prompt was opened with
-    std::vector<std::string> fetched;
     std::vector<std::string> messages;
-    int waitDepth = 0;
 
     int showAlertWindow(UpdateItem& item) override { return answer(item); }
     int showVersionWindow(UpdateItem& item) override { return answer(item); }
@@ -70,14 +68,13 @@ class ScriptedHost : public RunHost {
         return promptAnswer;
     }
     std::optional<std::string> fetchServerFile(const std::string& path) override {
-        fetched.push_back(path);
         auto found = serverFiles.find(path);
         return found == serverFiles.end() ? std::nullopt : std::optional(found->second);
     }
     void showMessage(const std::string& text) override { messages.push_back(text); }
     std::string graphicFolder() override { return folder; }
-    void beginWaitCursor() override { ++waitDepth; }
-    void endWaitCursor() override { --waitDepth; }
+    void beginWaitCursor() override {}
+    void endWaitCursor() override {}
     std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
         return installed;
     }

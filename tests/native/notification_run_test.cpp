@@ -17,11 +17,10 @@ struct Scenario {
 
     Scenario() {
         settings.PromptMultipleItems = 0;
-        settings.CurrentTransactionDate = "03-15-2001";
         host.folder = dir.path;
     }
-    void addAlerts(std::initializer_list<int32_t> numbers) {
-        for (int32_t n : numbers) items.push_back(makeItem(ItemType::Alert, n));
+    void addAlerts(int32_t first, int count) {
+        for (int i = 0; i < count; ++i) items.push_back(makeItem(ItemType::Alert, first + i));
     }
     bool go() { return runNotifications(items, host, settings, seen); }
     std::string listFile() { return readFile(seen.path()); }
@@ -29,34 +28,25 @@ struct Scenario {
 
 }  // namespace
 
-TEST(NotificationRun, ShowsEachTypeInDocumentOrderAndMarksIt) {
+// The unknown item (3) opens no window but is marked like the rest; a cancel
+// (on 4, the third window of five) ends the run after marking it.
+TEST(NotificationRun, ShowsInDocumentOrderAndCancelEndsTheRun) {
     Scenario run;
     EXPECT_FALSE(run.go());  // nothing to run over
     run.settings.SetupVersionPopup = 0;
     for (ItemType type : {ItemType::Notice, ItemType::Version, ItemType::Unknown, ItemType::Tip,
                           ItemType::OffTopic, ItemType::Alert})
         run.items.push_back(makeItem(type, static_cast<int32_t>(run.items.size() + 1)));
+    run.host.cancelOn = 4;
     EXPECT_TRUE(run.go());
-    // The unknown item (3) opens no window but is marked like the rest.
-    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2, 4, 5, 6}));
-    EXPECT_EQ(run.listFile(), "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n");
-}
-
-TEST(NotificationRun, CancelEndsTheRunAfterMarkingTheCancelledItem) {
-    Scenario run;
-    run.settings.PromptMultipleCount = 1;  // the prompt is off, so never asks
-    run.addAlerts({11, 12, 13, 14, 15});
-    run.host.cancelOn = 13;
-    EXPECT_TRUE(run.go());
-    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{11, 12, 13}));
-    EXPECT_EQ(run.listFile(), "11\r\n12\r\n13\r\n");
-    EXPECT_TRUE(run.host.prompts.empty());
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2, 4}));
+    EXPECT_EQ(run.listFile(), "1\r\n2\r\n3\r\n4\r\n");
 }
 
 TEST(NotificationRun, NeverShowAgainEndsTheRunLeavingTheItemUnmarked) {
     Scenario run;
     run.settings.StartupOptions = 100;
-    run.addAlerts({1, 2, 3});
+    run.addAlerts(1, 3);
     run.host.neverShowAgainOn = 2;
     EXPECT_TRUE(run.go());
     EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2}));
@@ -64,32 +54,30 @@ TEST(NotificationRun, NeverShowAgainEndsTheRunLeavingTheItemUnmarked) {
     EXPECT_EQ(run.settings.StartupOptions, 101u);
 }
 
+// Seen items do not count towards the threshold; items the prompt marks do
+// not open a window afterwards.
 TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
     struct Case {
-        const char* what;
         int itemCount, alreadySeen, promptAnswer;
         std::size_t promptMarks;
         std::vector<int> prompts;
         bool result;
         std::size_t windows;
     } cases[] = {
-        {"exactly the threshold", 4, 0, 1, 0, {4}, true, 4},
-        {"one below", 3, 0, 1, 0, {}, true, 3},
-        {"seen items do not count", 5, 2, 1, 0, {}, true, 3},
-        {"stop", 5, 0, 0, 0, {5}, false, 0},
-        {"items the prompt marks drop out", 4, 0, 1, 2, {4}, true, 2},
+        {4, 0, 1, 0, {4}, true, 4},  {3, 0, 1, 0, {}, true, 3},  {5, 2, 1, 0, {}, true, 3},
+        {5, 0, 0, 0, {5}, false, 0}, {4, 0, 1, 2, {4}, true, 2},
     };
     for (const Case& c : cases) {
         Scenario run;
         run.settings.PromptMultipleItems = 1;
         run.settings.PromptMultipleCount = 4;
-        for (int i = 0; i < c.itemCount; ++i) run.addAlerts({100 + i});
+        run.addAlerts(100, c.itemCount);
         for (int i = 0; i < c.alreadySeen; ++i) run.seen.markItemSeen(run.items[i]);
         run.host.promptAnswer = c.promptAnswer;
         run.host.promptMarks = c.promptMarks;
-        EXPECT_EQ(run.go(), c.result) << c.what;
-        EXPECT_EQ(run.host.prompts, c.prompts) << c.what;
-        EXPECT_EQ(run.host.shown.size(), c.windows) << c.what;
+        EXPECT_EQ(run.go(), c.result) << c.itemCount;
+        EXPECT_EQ(run.host.prompts, c.prompts) << c.itemCount;
+        EXPECT_EQ(run.host.shown.size(), c.windows) << c.itemCount;
     }
 }
 
@@ -98,15 +86,14 @@ TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
 TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
     for (uint32_t allowed : {0u, 1u}) {
         Scenario run;
-        run.settings.AllowINIUpdates = allowed;
-        run.settings.AllowGraphicUpdates = allowed;
-        run.settings.AlertFontSize = 16;
+        run.settings.AllowINIUpdates = run.settings.AllowGraphicUpdates = allowed;
         run.settings.PromptMultipleItems = 1;
         run.settings.PromptMultipleCount = 2;
         UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
         setting.plainText = "alertfontsize = 20";
-        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8), failed = graphic;
+        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
         graphic.url = "/update/images/logo.bmp";
+        UpdateItem failed = graphic;
         failed.number = 9;
         failed.url = "/update/images/missing.bmp";
         run.host.serverFiles["/update/images/logo.bmp"] = "BM";
@@ -114,10 +101,8 @@ TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
         EXPECT_TRUE(run.go());
 
         const bool on = allowed != 0;
-        EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : 16u);
-        EXPECT_EQ(std::filesystem::exists(run.dir.file("logo.bmp")), on);
+        EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : Settings{}.AlertFontSize);
         EXPECT_EQ(run.host.prompts, on ? std::vector<int>{2} : std::vector<int>{});
-        // Applied updates are marked in their pass and drop out of the window pass.
         EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n9\r\n" : "1\r\n");
         EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1}));
     }
