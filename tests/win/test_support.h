@@ -1,15 +1,12 @@
 #pragma once
-// Shared helpers of the Windows tests: where the test data and the screenshot
-// folder are, scratch folders, and screenshots of windows for people to look at.
+// Shared helpers of the Windows tests: the settings made by the test script,
+// and screenshots of windows for people to look at.
 #include <string>
 
 #include "base/win_headers.h"
 
 // The value of an environment variable set by scripts/test_wine.sh, or "".
 std::string testEnv(const char* name);
-
-// A fresh, empty folder under the prefix's temp folder, with a trailing "\".
-std::string makeScratchFolder(const char* name);
 
 // Saves what the screen shows of window hwnd as NAME.bmp in the screenshot
 // folder (the test script turns it into a PNG). False when nothing was saved.
