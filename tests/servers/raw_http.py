@@ -50,10 +50,6 @@ class Handler(socketserver.BaseRequestHandler):
             pass  # the client went away: nothing to do
 
 
-class Server(socketserver.ThreadingTCPServer):
-    daemon_threads = True
-    allow_reuse_address = True
-
-
 if __name__ == "__main__":
-    Server(("127.0.0.1", int(sys.argv[1])), Handler).serve_forever()
+    socketserver.ThreadingTCPServer.daemon_threads = True
+    socketserver.ThreadingTCPServer(("127.0.0.1", int(sys.argv[1])), Handler).serve_forever()

@@ -71,7 +71,5 @@ void clickItem(HWND dialog, int id) {
 void pressKey(HWND dialog, UINT vk) {
     HWND target = GetFocus();
     if (!target || (target != dialog && !IsChild(dialog, target))) target = dialog;
-    UINT scan = MapVirtualKeyA(vk, MAPVK_VK_TO_VSC);
-    PostMessageA(target, WM_KEYDOWN, vk, 1 | (scan << 16));
-    PostMessageA(target, WM_KEYUP, vk, 1 | (scan << 16) | (1u << 30) | (1u << 31));
+    PostMessageA(target, WM_KEYDOWN, vk, 1);
 }

@@ -9,5 +9,5 @@
 std::string testEnv(const char* name);
 
 // Saves what the screen shows of window hwnd as NAME.bmp in the screenshot
-// folder (the test script turns it into a PNG). False when nothing was saved.
-bool saveWindowScreenshot(HWND hwnd, const std::string& name);
+// folder, if the test script named one (it turns them into PNG files).
+void saveWindowScreenshot(HWND hwnd, const std::string& name);
