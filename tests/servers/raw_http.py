@@ -3,8 +3,7 @@
 
 Usage: raw_http.py PORT. Each path in REPLIES is one kind of reply (no
 Content-Length, a body shorter than announced, a nonsense length...); /echo
-returns the request head as the body, so that a test can see exactly what the
-client sent. It only binds 127.0.0.1; tests/win/fixtures.sh limits its lifetime.
+returns the request line and User-Agent header the client sent. It only binds 127.0.0.1; tests/win/fixtures.sh limits its lifetime.
 """
 import socketserver
 import sys
@@ -29,6 +28,7 @@ REPLIES = {
     "/huge": reply(b"Hello", length=100000000),
     "/extra": reply(b"HelloEXTRA BYTES", length=5),
 }
+NOT_FOUND = reply(b"", status="404 Not Found")
 
 
 class Handler(socketserver.BaseRequestHandler):
@@ -42,10 +42,10 @@ class Handler(socketserver.BaseRequestHandler):
                     break
                 request += chunk
             path = (request.split(b" ") + [b""])[1].decode("latin-1")
-            if path == "/echo":
-                self.request.sendall(reply(request))
-            else:
-                self.request.sendall(REPLIES.get(path, reply(b"", status="404 Not Found")))
+            lines = request.split(b"\r\n")
+            agent = [line for line in lines if line.startswith(b"User-Agent:")]
+            echo = reply(b"\r\n".join(lines[:1] + agent))
+            self.request.sendall(echo if path == "/echo" else REPLIES.get(path, NOT_FOUND))
         except OSError:
             pass  # the client went away: nothing to do
 

@@ -141,7 +141,7 @@ TEST(MessageBoxes, OnceOperationsStoreTheCheckBoxAndStopShowingWhenUnticked) {
                 showMessageOnce(nullptr, "Tip of the day", flag);
                 answer = askYesNoOnceTitled(nullptr, "Sure?", "Title", flag);
             },
-            [](HWND box) { clickItem(box, IDC_NOBUTTON); }));
+            [](HWND) {}));
         EXPECT_TRUE(answer);
     }
 }
