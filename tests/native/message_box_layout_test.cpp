@@ -1,14 +1,12 @@
 // Placement of the message box's parts, with the metrics of a common screen:
-// button 1 at (400, 13) 75 x 23, the text control at (12, 85) 330 x 208.
+// button 1 at (400, 13) 75 x 23, the text control at (12, 85) 330 x 208, a
+// 3-pixel frame and a 20-pixel caption.
 #include <gtest/gtest.h>
 
 #include "ui/message_box_layout.h"
 
-namespace {
-
 TEST(MessageBoxLayout, TextAndBoxHeights) {
     const struct {
-        const char* name;
         int textHeight;
         int checkBoxes;
         std::vector<int> notes;
@@ -16,14 +14,13 @@ TEST(MessageBoxLayout, TextAndBoxHeights) {
         int wantWindowHeight;
     } cases[] = {
         // raised to 3 x 23 + 2 x 13 = 95; 6 frame + 25 margin + 180 + 26 + 20 caption
-        {"short text", 13, 0, {}, 95, 257},
-        {"long text", 400, 0, {}, 400, 6 + 25 + 485 + 26 + 20},
+        {13, 0, {}, 95, 257},
         // check box at 85 + 13 + 26 = 124, note at 140 + 26 = 166, 26 high
-        {"short text, check box and note", 13, 1, {26}, 95, 6 + 25 + 192 + 26 + 20},
-        {"long text, two check boxes", 400, 2, {}, 400, 6 + 25 + 485 + 2 * (26 + 16) + 26 + 20},
+        {13, 1, {26}, 95, 6 + 25 + 192 + 26 + 20},
+        {400, 2, {}, 400, 6 + 25 + 485 + 2 * (26 + 16) + 26 + 20},
     };
     for (const auto& c : cases) {
-        // button 1, text control, measured text, extra buttons, check boxes, notes, frame, caption
+        SCOPED_TRACE(c.textHeight + c.checkBoxes);
         const MessageBoxLayout l = layoutMessageBox({{400, 13, 75, 23},
                                                      {12, 85, 330, 208},
                                                      200,
@@ -33,17 +30,15 @@ TEST(MessageBoxLayout, TextAndBoxHeights) {
                                                      c.notes,
                                                      3,
                                                      20});
-        EXPECT_EQ(l.text, (LayoutRect{12, 85, 200, c.wantTextHeight})) << c.name;
-        EXPECT_EQ(l.windowHeight, c.wantWindowHeight) << c.name;
+        EXPECT_EQ(l.text, (LayoutRect{12, 85, 200, c.wantTextHeight}));
+        EXPECT_EQ(l.windowHeight, c.wantWindowHeight);
+        // Check boxes and notes follow the measured text, not the raised control.
         int top = 85 + c.textHeight;
-        for (const LayoutRect& r : l.checkBoxes) {
-            EXPECT_EQ(r, (LayoutRect{12, top + 26, 330, 16})) << c.name;
-            top = r.bottom();
-        }
-        for (size_t i = 0; i < l.notes.size(); ++i) {
-            EXPECT_EQ(l.notes[i], (LayoutRect{12, top + 26, 330, c.notes[i]})) << c.name;
-            top = l.notes[i].bottom();
-        }
+        for (const auto* part : {&l.checkBoxes, &l.notes})
+            for (const LayoutRect& r : *part) {
+                EXPECT_EQ(r, (LayoutRect{12, top + 26, 330, r.height}));
+                top = r.bottom();
+            }
     }
 }
 
@@ -52,5 +47,3 @@ TEST(MessageBoxLayout, IconSizeIsTheLargestStandardSizeThatFits) {
                             {128, 64}, {129, 128}, {256, 128}, {257, 256}, {4000, 256}};
     for (const auto& c : cases) EXPECT_EQ(iconSizeFor(c[0]), c[1]) << c[0];
 }
-
-}  // namespace

@@ -23,24 +23,15 @@ using FakeHandle = UniqueHandle<FakeTraits>;
 TEST(UniqueHandleOwnership, ClosesEachHandleExactlyOnceAndHandsOwnershipOver) {
     closed.clear();
     {
-        FakeHandle a(1);
-        FakeHandle b(std::move(a));  // ownership moves, nothing closes
-        EXPECT_FALSE(a);
-        FakeHandle c(0);
+        FakeHandle a(1), c(0);
+        EXPECT_TRUE(c);
+        FakeHandle b(std::move(a));
         c = std::move(b);  // 0 closes now, 1 moves on
-        EXPECT_EQ(closed, std::vector<int>{0});
         c = std::move(c);  // self-move keeps the handle
-        EXPECT_EQ(c.get(), 1);
+        EXPECT_FALSE(a || b);
+        EXPECT_EQ(closed, std::vector<int>{0});
+        EXPECT_EQ(FakeHandle(3).release(), 3);  // released: never closed
+        *c.put() = 5;                           // an out-parameter API replaces the handle
     }
-    EXPECT_EQ(closed, (std::vector<int>{0, 1}));
-
-    closed.clear();
-    FakeHandle h(3);
-    EXPECT_EQ(h.release(), 3);
-    EXPECT_FALSE(h);
-    h.reset(4);
-    *h.put() = 5;  // an out-parameter API replaces the handle
-    EXPECT_EQ(closed, std::vector<int>{4});
-    h.reset();
-    EXPECT_EQ(closed, (std::vector<int>{4, 5}));
+    EXPECT_EQ(closed, (std::vector<int>{0, 1, 5}));
 }

@@ -10,53 +10,35 @@
 
 namespace {
 
-constexpr int kComboId = 300;
-
-// A small popup window holding one drop-down list with id kComboId.
-struct ComboWindow {
-    HWND parent = CreateWindowExA(0, "STATIC", "Choices", WS_POPUP | WS_CAPTION | WS_VISIBLE, 100,
-                                  100, 330, 120, nullptr, nullptr, nullptr, nullptr);
-
-    explicit ComboWindow(DWORD comboStyle) {
-        CreateWindowExA(0, "COMBOBOX", "", WS_CHILD | WS_VISIBLE | WS_VSCROLL | comboStyle, 10, 10,
-                        300, 200, parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kComboId)),
-                        nullptr, nullptr);
+std::vector<std::string> entries(HWND combo) {
+    std::vector<std::string> result(SendMessageA(combo, CB_GETCOUNT, 0, 0));
+    for (size_t i = 0; i < result.size(); ++i) {
+        char buffer[256] = "";
+        SendMessageA(combo, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(buffer));
+        result[i] = buffer;
     }
-    ~ComboWindow() { DestroyWindow(parent); }
-    ComboWindow(const ComboWindow&) = delete;
-    ComboWindow& operator=(const ComboWindow&) = delete;
-
-    std::vector<std::string> entries() const {
-        std::vector<std::string> result;
-        const auto count = SendDlgItemMessageA(parent, kComboId, CB_GETCOUNT, 0, 0);
-        for (int i = 0; i < count; ++i) {
-            char buffer[256] = "";
-            SendDlgItemMessageA(parent, kComboId, CB_GETLBTEXT, i,
-                                reinterpret_cast<LPARAM>(buffer));
-            result.emplace_back(buffer);
-        }
-        return result;
-    }
-};
+    return result;
+}
 
 }  // namespace
 
 TEST(ChoiceCombo, FillsInListOrderSelectsAndReadsBack) {
-    for (DWORD style : {DWORD(CBS_DROPDOWNLIST), DWORD(CBS_DROPDOWNLIST | CBS_SORT)}) {
-        ComboWindow w(style);
-        ASSERT_TRUE(GetDlgItem(w.parent, kComboId));
-        fillChoiceCombo(w.parent, kComboId, "Never;Always;High importance", 2);
-        EXPECT_EQ(w.entries(), (std::vector<std::string>{"Never", "Always", "High importance"}));
-        EXPECT_EQ(getChoiceIndex(w.parent, kComboId), 2);
-        if (!(style & CBS_SORT)) saveWindowScreenshot(w.parent, "choice_combo");
+    for (DWORD sort : {DWORD(0), DWORD(CBS_SORT)}) {
+        HWND parent = CreateWindowExA(0, "STATIC", "Choices", WS_POPUP | WS_CAPTION | WS_VISIBLE,
+                                      100, 100, 330, 120, nullptr, nullptr, nullptr, nullptr);
+        HWND combo = CreateWindowExA(
+            0, "COMBOBOX", "", WS_CHILD | WS_VISIBLE | CBS_DROPDOWNLIST | sort, 10, 10, 300, 200,
+            parent, reinterpret_cast<HMENU>(INT_PTR{300}), nullptr, nullptr);
+        fillChoiceCombo(parent, 300, "Never;Always;High importance", 2);
+        EXPECT_EQ(entries(combo), (std::vector<std::string>{"Never", "Always", "High importance"}));
+        EXPECT_EQ(getChoiceIndex(parent, 300), 2);
+        if (!sort) saveWindowScreenshot(parent, "choice_combo");
 
-        // Filling again replaces the entries instead of adding to them.
-        fillChoiceCombo(w.parent, kComboId, ";;Always;;Never;", 1);
-        EXPECT_EQ(w.entries(), (std::vector<std::string>{"", "Always", "Never"}));
-        EXPECT_EQ(getChoiceIndex(w.parent, kComboId), 1);
-
-        // Nothing selected reads as the first entry.
-        fillChoiceCombo(w.parent, kComboId, "Always;Never", 7);
-        EXPECT_EQ(getChoiceIndex(w.parent, kComboId), 0);
+        // Filling again replaces the entries; an index past them selects nothing,
+        // which reads as the first entry.
+        fillChoiceCombo(parent, 300, ";;Always;;Never;", 7);
+        EXPECT_EQ(entries(combo), (std::vector<std::string>{"", "Always", "Never"}));
+        EXPECT_EQ(getChoiceIndex(parent, 300), 0);
+        DestroyWindow(parent);
     }
 }

@@ -11,14 +11,10 @@ thread_local DialogDriver* activeDriver = nullptr;
 constexpr UINT kTickMs = 10;
 constexpr int kGraceTicks = 100;
 
-std::string classOf(HWND hwnd) {
-    char name[64] = {};
-    GetClassNameA(hwnd, name, sizeof name);
-    return name;
-}
-
 BOOL CALLBACK findDialog(HWND hwnd, LPARAM lp) {
-    if (classOf(hwnd) == "#32770" && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd)) {
+    char cls[16] = {};
+    GetClassNameA(hwnd, cls, sizeof cls);
+    if (std::string(cls) == "#32770" && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd)) {
         *reinterpret_cast<HWND*>(lp) = hwnd;
         return FALSE;
     }
@@ -42,19 +38,13 @@ void CALLBACK DialogDriver::onTimer(HWND, UINT, UINT_PTR, DWORD) {
 }
 
 void DialogDriver::poll() {
-    if (dialog_) {
-        if (!IsWindow(dialog_)) return;
-        if (++ticksSinceScript_ == kGraceTicks) {
-            ADD_FAILURE() << "the script left the dialog open";
-            EndDialog(dialog_, 0);
-        }
-        return;
+    if (!dialog_) {
+        EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&dialog_));
+        if (dialog_) script_(dialog_);
+    } else if (IsWindow(dialog_) && ++ticksSinceScript_ == kGraceTicks) {
+        ADD_FAILURE() << "the script left the dialog open";
+        EndDialog(dialog_, 0);
     }
-    HWND found = nullptr;
-    EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&found));
-    if (!found) return;
-    dialog_ = found;
-    script_(found);
 }
 
 std::string windowText(HWND hwnd) {
@@ -74,17 +64,6 @@ RECT itemRect(HWND dialog, int id) {
     return r;
 }
 
-bool isChecked(HWND dialog, int id) {
-    return IsDlgButtonChecked(dialog, id) == BST_CHECKED;
-}
-
-std::vector<HWND> childrenOfClass(HWND dialog, const char* cls) {
-    std::vector<HWND> out;
-    for (HWND c = GetWindow(dialog, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT))
-        if (lstrcmpiA(classOf(c).c_str(), cls) == 0) out.push_back(c);
-    return out;
-}
-
 void clickItem(HWND dialog, int id) {
     SendMessageA(GetDlgItem(dialog, id), BM_CLICK, 0, 0);
 }
@@ -92,7 +71,5 @@ void clickItem(HWND dialog, int id) {
 void pressKey(HWND dialog, UINT vk) {
     HWND target = GetFocus();
     if (!target || (target != dialog && !IsChild(dialog, target))) target = dialog;
-    UINT scan = MapVirtualKeyA(vk, MAPVK_VK_TO_VSC);
-    PostMessageA(target, WM_KEYDOWN, vk, 1 | (scan << 16));
-    PostMessageA(target, WM_KEYUP, vk, 1 | (scan << 16) | (1u << 30) | (1u << 31));
+    PostMessageA(target, WM_KEYDOWN, vk, 1);
 }

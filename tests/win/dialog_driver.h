@@ -5,7 +5,6 @@
 // dialog shows and act on it the way a user would (clicks, keys).
 #include <functional>
 #include <string>
-#include <vector>
 
 #include "base/win_headers.h"
 
@@ -22,7 +21,6 @@ class DialogDriver {
     DialogDriver& operator=(const DialogDriver&) = delete;
 
     bool ran() const { return dialog_ != nullptr; }
-    HWND dialog() const { return dialog_; }
 
   private:
     static void CALLBACK onTimer(HWND, UINT, UINT_PTR, DWORD);
@@ -38,9 +36,6 @@ std::string windowText(HWND hwnd);
 std::string itemText(HWND dialog, int id);
 // A control's rectangle in the dialog's client coordinates.
 RECT itemRect(HWND dialog, int id);
-bool isChecked(HWND dialog, int id);
-// The dialog's child windows of one class ("Button", "Static"), in Z order.
-std::vector<HWND> childrenOfClass(HWND dialog, const char* cls);
 
 // Presses a button as a mouse click would.
 void clickItem(HWND dialog, int id);

@@ -1,6 +1,6 @@
 #pragma once
-// Shared helpers of the Windows tests: where the test data and the screenshot
-// folder are, scratch folders, and screenshots of windows for people to look at.
+// Shared helpers of the Windows tests: the settings made by the test script,
+// and screenshots of windows for people to look at.
 #include <string>
 
 #include "base/win_headers.h"
@@ -8,9 +8,6 @@
 // The value of an environment variable set by scripts/test_wine.sh, or "".
 std::string testEnv(const char* name);
 
-// A fresh, empty folder under the prefix's temp folder, with a trailing "\".
-std::string makeScratchFolder(const char* name);
-
 // Saves what the screen shows of window hwnd as NAME.bmp in the screenshot
-// folder (the test script turns it into a PNG). False when nothing was saved.
-bool saveWindowScreenshot(HWND hwnd, const std::string& name);
+// folder, if the test script named one (it turns them into PNG files).
+void saveWindowScreenshot(HWND hwnd, const std::string& name);
