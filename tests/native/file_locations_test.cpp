@@ -21,13 +21,9 @@ TEST(JoinDataPath, JoinsWithOneBackslashAndCutsAt260) {
 
 TEST(ApplicationFilePath, AddsABackslashOnlyWhenNeededAndIsNotCut) {
     const std::string saved = settings().ApplicationPath;
-    const std::string longFolder(300, 'p');
-    const std::pair<std::string, std::string> cases[] = {{"C:\\P\\", "C:\\P\\c.dll"},
-                                                         {"C:\\P", "C:\\P\\c.dll"},
-                                                         {longFolder, longFolder + "\\c.dll"}};
-    for (const auto& [folder, want] : cases) {
-        settings().ApplicationPath = folder;
-        EXPECT_EQ(getApplicationFilePath("c.dll"), want);
-    }
+    settings().ApplicationPath = "C:\\P\\";
+    EXPECT_EQ(getApplicationFilePath("c.dll"), "C:\\P\\c.dll");
+    settings().ApplicationPath = std::string(300, 'p');
+    EXPECT_EQ(getApplicationFilePath("c.dll"), std::string(300, 'p') + "\\c.dll");
     settings().ApplicationPath = saved;
 }

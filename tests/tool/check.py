@@ -10,46 +10,42 @@ import sys
 
 
 def problems_of(tool, case, prefix):
-    name, sub = case.stem, case.parent.name
+    side = lambda ext: case.with_name(case.stem + ext)
     # Relative to the case folder, so that Wine gets a path it can open and both
     # builds print the same text.
-    inp = case.name if case.suffix == ".in" else name + ".does-not-exist"
-    proc = subprocess.run(prefix + [tool, sub, inp], capture_output=True, timeout=120,
-                          cwd=case.parent)
-    sibling = lambda ext: case.with_name(name + ext)
+    inp = case.name if case.suffix == ".in" else case.stem + ".does-not-exist"
+    proc = subprocess.run(prefix + [tool, case.parent.name, inp], capture_output=True,
+                          timeout=120, cwd=case.parent)
     problems = []
-    want_rc = int(sibling(".rc").read_text()) if sibling(".rc").exists() else 0
+    want_rc = int(side(".rc").read_text()) if side(".rc").exists() else 0
     if proc.returncode != want_rc:
         problems.append(f"exit {proc.returncode}, expected {want_rc}")
-    if sibling(".err").exists():
-        want_err = sibling(".err").read_text().strip().replace("{PATH}", inp)
-        if want_err not in proc.stderr.decode("latin-1"):
-            problems.append(f"stderr {proc.stderr!r} lacks {want_err!r}")
-    if sibling(".json").exists():
+    want_err = side(".err").read_text().strip().replace("{PATH}", inp) if side(".err").exists() else ""
+    if want_err not in proc.stderr.decode("latin-1"):
+        problems.append(f"stderr {proc.stderr!r} lacks {want_err!r}")
+    if side(".json").exists():
         try:
-            got, want = json.loads(proc.stdout), json.loads(sibling(".json").read_bytes())
+            got, want = json.loads(proc.stdout), json.loads(side(".json").read_bytes())
         except ValueError as e:
-            return problems + [f"stdout is not JSON: {e}"]
-        if got != want:
-            problems.append(f"JSON differs:\n  got  {json.dumps(got)[:2000]}\n  want {json.dumps(want)[:2000]}")
-    elif sibling(".out").exists():
+            got, want = f"not JSON: {e}", None
+    elif side(".out").exists():
         got = proc.stdout.replace(b"\r\n", b"\n") if prefix else proc.stdout
-        want = sibling(".out").read_bytes()
-        if got != want:
-            problems.append(f"output differs:\n  got  {got[:2000]!r}\n  want {want[:2000]!r}")
+        want = side(".out").read_bytes()
+    else:
+        got = want = None
+    if got != want:
+        problems.append(f"output differs:\n  got  {str(got)[:2000]}\n  want {str(want)[:2000]}")
     return problems
 
 
 def main():
-    args = sys.argv[1:]
-    prefix = ["wine"] if args[:1] == ["--wine"] else []
-    tool = str(pathlib.Path(args[len(prefix)]).resolve())
+    prefix = ["wine"] if sys.argv[1:2] == ["--wine"] else []
+    tool = str(pathlib.Path(sys.argv[1 + len(prefix)]).resolve())
     cases = sorted(p for p in pathlib.Path(__file__).parent.glob("cases/*/*")
                    if p.suffix in (".in", ".missing"))
     failed = 0
     for case in cases:
-        problems = problems_of(tool, case, prefix)
-        if problems:
+        if problems := problems_of(tool, case, prefix):
             failed += 1
             print(f"FAIL {case.parent.name}/{case.name}: " + "; ".join(problems))
     print(f"tool cases: {len(cases) - failed} passed, {failed} failed")
