@@ -33,9 +33,7 @@ inline std::size_t lineEnd(std::string_view t, std::size_t p) {
 
 inline Line nextLine(std::string_view t, std::size_t p) {
     std::size_t i = lineEnd(t, p);
-    while (i < t.size() && static_cast<unsigned char>(t[i]) >= 1 &&
-           static_cast<unsigned char>(t[i]) <= 31)
-        ++i;
+    while (i < t.size() && static_cast<unsigned char>(t[i]) < 32) ++i;  // no NUL: parse cuts there
     return i < t.size() ? Line(i) : std::nullopt;
 }
 
@@ -68,34 +66,28 @@ inline ItemType blockType(std::string_view t, std::size_t p) {
 inline std::vector<UpdateItem> parse(std::string_view document) {
     std::string_view t = document.substr(0, document.find('\0'));
     std::vector<UpdateItem> items;
-    Line p = 0;
-    do {
-        Line begin = *p;
+    for (Line p = 0; p;) {
+        Line begin = p;
         while (begin && blockType(t, *begin) == ItemType::Unknown) begin = nextLine(t, *begin);
         if (!begin) break;
         UpdateItem item;
         item.type = blockType(t, *begin);
         for (const document::KeyDef& k : document::documentKeys()) {
             const Line v = findValue(t, *begin, k.name);
-            if (!v) continue;  // absent: the item's own defaults
-            switch (k.kind) {
-                case document::KeyKind::Text:  // to the line end, without braces
-                    item.*k.text = "";
-                    for (std::size_t i = *v, end = lineEnd(t, *v); i < end; ++i)
-                        if (t[i] != '{' && t[i] != '}') *(item.*k.text) += t[i];
-                    break;
-                case document::KeyKind::Number:
-                    item.*k.value = atoiLike(t.substr(*v));
-                    break;
-                case document::KeyKind::Letter:
-                    item.*k.value = *v < t.size() ? static_cast<unsigned char>(t[*v]) : 0;
-                    break;
+            if (!v) continue;                         // absent: the item's own defaults
+            if (k.kind == document::KeyKind::Text) {  // to the line end, without braces
+                item.*k.text = "";
+                for (std::size_t i = *v, end = lineEnd(t, *v); i < end; ++i)
+                    if (t[i] != '{' && t[i] != '}') *(item.*k.text) += t[i];
+            } else if (k.kind == document::KeyKind::Number) {
+                item.*k.value = atoiLike(t.substr(*v));
+            } else {
+                item.*k.value = *v < t.size() ? static_cast<unsigned char>(t[*v]) : 0;
             }
         }
-        p = begin;
-        while (p && !startsWith(t, *p, ":END")) p = nextLine(t, *p);
         items.push_back(item);
-    } while (p && *p < t.size() && t[*p] != '\0');
+        for (p = begin; p && !startsWith(t, *p, ":END");) p = nextLine(t, *p);
+    }
     return items;
 }
 

@@ -4,11 +4,10 @@
 // the process-wide record, are put back afterwards.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <optional>
-#include <set>
-#include <vector>
+#include <map>
 
 #include "base/crt_text.h"
 #include "base/win_headers.h"
@@ -19,48 +18,39 @@ namespace {
 
 namespace fs = std::filesystem;
 
-const char* const kFileNames[] = {"Heralder17.ini", "Backup of Heralder17.ini",
-                                  "Backup of Backup of Heralder17.ini"};
-
 class UserSettingsFile : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_FALSE(folder.empty());
-        for (const char* name : kFileNames) {
-            savedFiles.push_back(readFileBytes(folder + name));
-            DeleteFileA((folder + name).c_str());
-        }
+        for (const auto& [name, bytes] : savedFiles) DeleteFileA((folder + name).c_str());
     }
 
     void TearDown() override {
-        for (std::size_t i = 0; i < savedFiles.size(); ++i) {
-            DeleteFileA((folder + kFileNames[i]).c_str());
-            if (savedFiles[i])
-                std::ofstream(folder + kFileNames[i], std::ios::binary) << *savedFiles[i];
-        }
+        for (const auto& [name, bytes] : settingsFiles()) DeleteFileA((folder + name).c_str());
+        for (const auto& [name, bytes] : savedFiles)
+            std::ofstream(folder + name, std::ios::binary) << bytes;
         if (!hadProductFolder) RemoveDirectoryA(productFolder.c_str());
         if (!hadFolder) RemoveDirectoryA(folder.c_str());
         settings() = savedRecord;
     }
 
-    std::string bytesOf(const char* name) {
-        return readFileBytes(folder + name).value_or("<missing>");
-    }
-
-    std::set<std::string> settingsFiles() {
-        std::set<std::string> names;
-        for (const auto& entry : fs::directory_iterator(folder)) {
+    // Every file named like the settings file or one of its backups, with its bytes.
+    std::map<std::string, std::string> settingsFiles() {
+        std::map<std::string, std::string> files;
+        std::error_code noFolder;
+        for (const auto& entry : fs::directory_iterator(folder, noFolder)) {
             const std::string name = entry.path().filename().string();
-            if (name.ends_with(kSettingsFileName)) names.insert(name);
+            if (name.ends_with(kSettingsFileName))
+                files[name] = readFileBytes(folder + name).value_or("<unreadable>");
         }
-        return names;
+        return files;
     }
 
     const Settings savedRecord = settings();
     const std::string folder = getUserDataPath(""), productFolder = getUserHeralderPath("");
     const bool hadFolder = fs::is_directory(folder),
                hadProductFolder = fs::is_directory(productFolder);
-    std::vector<std::optional<std::string>> savedFiles;
+    const std::map<std::string, std::string> savedFiles = settingsFiles();
 };
 
 TEST_F(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
@@ -73,18 +63,21 @@ TEST_F(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
     for (uint32_t i = 0; i < 3; ++i) {
         settings().NoiseType = i + 1;
         writeSettings();
-        states[i] = bytesOf(kFileNames[0]);
+        states[i] = settingsFiles()[kSettingsFileName];
         EXPECT_NE(states[i].find("\r\nNoiseType = " + std::to_string(i + 1) + "\r\n"),
                   std::string::npos);
-        if (i == 0) EXPECT_EQ(settingsFiles(), std::set<std::string>{kFileNames[0]});
+        if (i == 0) {
+            EXPECT_EQ(settingsFiles().size(), 1u) << "no backup of a file that was not there";
+        }
     }
     EXPECT_TRUE(fs::is_directory(productFolder));
-    EXPECT_EQ(settingsFiles(), std::set<std::string>(std::begin(kFileNames), std::end(kFileNames)));
-    EXPECT_EQ(bytesOf(kFileNames[1]), states[1]);
-    EXPECT_EQ(bytesOf(kFileNames[2]), states[0]);
-    for (std::size_t i = states[2].find('\n'); i != std::string::npos;
-         i = states[2].find('\n', i + 1))
-        EXPECT_EQ(states[2][i - 1], '\r') << "a bare LF at " << i;
+    EXPECT_EQ(settingsFiles(), (std::map<std::string, std::string>{
+                                   {"Heralder17.ini", states[2]},
+                                   {"Backup of Heralder17.ini", states[1]},
+                                   {"Backup of Backup of Heralder17.ini", states[0]}}));
+    EXPECT_EQ(std::count(states[2].begin(), states[2].end(), '\r'),
+              std::count(states[2].begin(), states[2].end(), '\n'))
+        << "line ends other than CR LF";
 
     settings() = Settings{};
     readSettings();
