@@ -20,8 +20,7 @@ TEST(ParserDifferential, OneWalkEqualsPerKeySearch) {
         ASSERT_EQ(fast, reference::parse(doc)) << "document #" << i << ": " << doc;
         items += fast.size();
     }
-    // The comparison means little unless the generator makes blocks.
-    EXPECT_GT(items, 1000u);
+    EXPECT_GT(items, 1000u) << "the comparison means little unless the generator makes blocks";
 }
 
 std::string repeat(std::string_view piece, std::size_t times) {
@@ -32,23 +31,21 @@ std::string repeat(std::string_view piece, std::size_t times) {
 
 TEST(ParserDifferential, StaysLinearOnHostileShapes) {
     const struct {
-        const char* shape;
         std::string document;
         std::size_t items;
     } cases[] = {
-        {"one 10 MB line", ":BEGINALERT\r\nTITLE=" + std::string(10 << 20, 'a') + "\r\n:END\r\n",
-         1},
-        {"blocks without :END", repeat(":BEGINALERT\r\nNUMBER=1\r\n", 200000), 1},
-        {"opening braces", ":BEGINALERT\r\nTITLE=" + repeat("{\r\n", 1000000), 1},
-        {"closing braces", ":BEGINALERT\r\n" + repeat("}\r\n", 1000000) + ":END\r\n", 1},
-        {"many tiny blocks", repeat(":BEGINTIP\r\n:END\r\n", 300000), 300000},
+        {":BEGINALERT\r\nTITLE=" + std::string(10 << 20, 'a') + "\r\n:END\r\n", 1},
+        {repeat(":BEGINALERT\r\nNUMBER=1\r\n", 200000), 1},  // no :END
+        {":BEGINALERT\r\nTITLE=" + repeat("{\r\n", 1000000), 1},
+        {":BEGINALERT\r\n" + repeat("}\r\n", 1000000) + ":END\r\n", 1},
+        {repeat(":BEGINTIP\r\n:END\r\n", 300000), 300000},
     };
     for (const auto& c : cases) {
         const auto start = std::chrono::steady_clock::now();
-        EXPECT_EQ(parseUpdateDocument(c.document).size(), c.items) << c.shape;
-        const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+        EXPECT_EQ(parseUpdateDocument(c.document).size(), c.items) << c.document.substr(0, 40);
         // Generous even under the sanitizers; a quadratic walk takes minutes here.
-        EXPECT_LT(took.count(), 10.0) << c.shape;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10))
+            << c.document.substr(0, 40);
     }
 }
 

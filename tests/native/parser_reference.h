@@ -4,6 +4,7 @@
 // found byte by byte. The real reader finds all keys in one walk; the tests and
 // the fuzzer compare the two on generated documents. Also the generator of
 // those documents, which favours the bytes that matter to the reader.
+#include <cctype>
 #include <optional>
 #include <random>
 #include <string>
@@ -18,18 +19,12 @@ namespace reference {
 
 using Line = std::optional<std::size_t>;
 
-inline unsigned char upper(unsigned char c) {
-    return c >= 'a' && c <= 'z' ? c - 32 : c;
-}
-
 inline std::size_t lineEnd(std::string_view t, std::size_t p) {
     bool braces = false;
     for (std::size_t i = p; i < t.size(); ++i) {
         unsigned char c = t[i];
-        if (c == '{')
-            braces = true;
-        else if (c == '}')
-            braces = false;
+        if (c == '{' || c == '}')
+            braces = c == '{';
         else if (c < 32 && !braces)
             return i;
     }
@@ -38,17 +33,15 @@ inline std::size_t lineEnd(std::string_view t, std::size_t p) {
 
 inline Line nextLine(std::string_view t, std::size_t p) {
     std::size_t i = lineEnd(t, p);
-    while (i < t.size() && static_cast<unsigned char>(t[i]) >= 1 &&
-           static_cast<unsigned char>(t[i]) <= 31)
-        ++i;
-    if (i >= t.size()) return std::nullopt;
-    return i;
+    while (i < t.size() && static_cast<unsigned char>(t[i]) < 32) ++i;  // no NUL: parse cuts there
+    return i < t.size() ? Line(i) : std::nullopt;
 }
 
 inline bool startsWith(std::string_view t, std::size_t p, std::string_view word) {
     if (t.size() - p <= word.size()) return false;
     for (std::size_t i = 0; i < word.size(); ++i)
-        if (upper(t[p + i]) != upper(word[i])) return false;
+        if (std::toupper(static_cast<unsigned char>(t[p + i])) != std::toupper(word[i]))
+            return false;
     return true;
 }
 
@@ -64,14 +57,6 @@ inline Line findValue(std::string_view t, std::size_t begin, std::string_view ke
     return std::nullopt;
 }
 
-// The value from v to the end of its line, without its braces.
-inline std::string textAt(std::string_view t, std::size_t v) {
-    std::string text;
-    for (std::size_t i = v, end = lineEnd(t, v); i < end; ++i)
-        if (t[i] != '{' && t[i] != '}') text += t[i];
-    return text;
-}
-
 inline ItemType blockType(std::string_view t, std::size_t p) {
     for (const document::MarkerDef& m : document::blockMarkers())
         if (startsWith(t, p, m.marker)) return m.type;
@@ -81,32 +66,28 @@ inline ItemType blockType(std::string_view t, std::size_t p) {
 inline std::vector<UpdateItem> parse(std::string_view document) {
     std::string_view t = document.substr(0, document.find('\0'));
     std::vector<UpdateItem> items;
-    Line p = 0;
-    do {
-        Line begin = *p;
+    for (Line p = 0; p;) {
+        Line begin = p;
         while (begin && blockType(t, *begin) == ItemType::Unknown) begin = nextLine(t, *begin);
         if (!begin) break;
         UpdateItem item;
         item.type = blockType(t, *begin);
         for (const document::KeyDef& k : document::documentKeys()) {
             const Line v = findValue(t, *begin, k.name);
-            if (!v) continue;  // absent: the item's own defaults
-            switch (k.kind) {
-                case document::KeyKind::Text:
-                    item.*k.text = textAt(t, *v);
-                    break;
-                case document::KeyKind::Number:
-                    item.*k.value = atoiLike(t.substr(*v));
-                    break;
-                case document::KeyKind::Letter:
-                    item.*k.value = *v < t.size() ? static_cast<unsigned char>(t[*v]) : 0;
-                    break;
+            if (!v) continue;                         // absent: the item's own defaults
+            if (k.kind == document::KeyKind::Text) {  // to the line end, without braces
+                item.*k.text = "";
+                for (std::size_t i = *v, end = lineEnd(t, *v); i < end; ++i)
+                    if (t[i] != '{' && t[i] != '}') *(item.*k.text) += t[i];
+            } else if (k.kind == document::KeyKind::Number) {
+                item.*k.value = atoiLike(t.substr(*v));
+            } else {
+                item.*k.value = *v < t.size() ? static_cast<unsigned char>(t[*v]) : 0;
             }
         }
-        p = begin;
-        while (p && !startsWith(t, *p, ":END")) p = nextLine(t, *p);
         items.push_back(item);
-    } while (p && *p < t.size() && t[*p] != '\0');
+        for (p = begin; p && !startsWith(t, *p, ":END");) p = nextLine(t, *p);
+    }
     return items;
 }
 
