@@ -10,7 +10,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 
 // Four ASCII characters, the first in the lowest byte ("ALRT" is 0x54524C41).
 enum class ItemType : uint32_t {
@@ -59,17 +58,3 @@ struct UpdateItem {
 const char* itemTypeName(ItemType type);
 // The four-character tag, "????" for any value that is not one of the seven.
 std::string itemTypeTag(ItemType type);
-
-// The version an item announces, "%d.%d%c" of version, subVersion and revision;
-// a revision of 0 adds no letter ("2.1b", "5.2").
-std::string announcedVersionText(const UpdateItem& item);
-// The patch and beta levels shown after a version, each only when above 0: the
-// notification windows write " (Revision 3) (Beta 1)", the item browser the
-// same in lower case.
-enum class LevelWords { Capitalised, LowerCase };
-std::string levelsText(int32_t patch, int32_t beta, LevelWords words);
-
-// A text that readers treat as empty when the key was absent.
-inline std::string_view textOf(const ItemText& text) {
-    return text ? std::string_view(*text) : std::string_view();
-}
