@@ -50,5 +50,4 @@ std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item, P
 // Windows only: the same over the real folders and profile reader.
 std::optional<std::string> getUserQuenmarkFolder();
 std::optional<std::string> getCommonQuenmarkFolder();
-ProductFiles& windowsProductFiles();
 std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item);

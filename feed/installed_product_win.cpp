@@ -43,11 +43,7 @@ std::optional<std::string> getCommonQuenmarkFolder() {
     return quenmarkFolder(CSIDL_COMMON_APPDATA);
 }
 
-ProductFiles& windowsProductFiles() {
-    static WindowsProductFiles files;
-    return files;
-}
-
 std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item) {
-    return lookupInstalledVersion(item, windowsProductFiles());
+    WindowsProductFiles files;
+    return lookupInstalledVersion(item, files);
 }

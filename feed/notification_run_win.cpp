@@ -43,15 +43,11 @@ std::optional<InstalledVersion> WindowsRunHost::lookupInstalledVersion(const Upd
     return ::lookupInstalledVersion(item);
 }
 
-std::string seenListPath() {
-    return getUserHeralderPath("Heralder.lst");
-}
-
 bool runNotifications(WindowsRunHost& host, std::vector<UpdateItem>& items) {
     // The seen list and the graphics live in the product folder; without it
     // every mark would be lost silently on a machine set up without the installer.
     ensureDataFolders();
-    SeenList seen(seenListPath());
+    SeenList seen(getUserHeralderPath("Heralder.lst"));
     return runNotifications(items, host, settings(), seen);
 }
 

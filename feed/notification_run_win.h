@@ -31,9 +31,6 @@ class WindowsRunHost : public RunHost {
     int waitDepth_ = 0;
 };
 
-// The seen-item list's full path in the product folder.
-std::string seenListPath();
-
 // The run as the main window starts it: the process-wide settings and the
 // user's seen-item list, in the product folder (made when it is missing).
 bool runNotifications(HWND owner, std::vector<UpdateItem>& items);

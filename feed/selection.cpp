@@ -88,10 +88,6 @@ bool passesRule(ChoiceRule rule, const UpdateItem& item, SelectionContext& conte
 
 }  // namespace
 
-std::span<const TypeChoices> typeChoiceTable() {
-    return kTypeChoices;
-}
-
 const TypeChoices* findTypeChoices(ItemType type) {
     for (const TypeChoices& choices : kTypeChoices)
         if (choices.type == type) return &choices;

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <span>
 
 #include "feed/installed_product.h"
 #include "feed/seen_list.h"
@@ -34,8 +33,8 @@ struct TypeChoices {
     std::size_t ruleCount;  // an index at or beyond it means Always
 };
 
-// The five item types the user chooses for, in the Setup dialog's order.
-std::span<const TypeChoices> typeChoiceTable();
+// The choices of one of the five item types the user chooses for; nullptr for
+// the other types.
 const TypeChoices* findTypeChoices(ItemType type);
 // The rule an index selects; out-of-range indices mean Always.
 ChoiceRule choiceRule(const TypeChoices& choices, uint32_t index);
