@@ -32,6 +32,9 @@ bool applySettingUpdate(Settings& settings, std::string_view name, std::string_v
     if (!def) return false;
     for (std::string_view protectedName : kFeedProtectedSettings)
         if (protectedName == def->key) return false;
+    // An empty value is ignored: "PromptMultipleCount =" must not turn the
+    // threshold into 0 and make the prompt appear on every run.
+    if (value.find_first_not_of(" \t") == std::string_view::npos) return true;
 
     if ((def->typeFlags & kSettingFlag) && def->number) {
         settings.*(def->number) = atoiLike(value) != 0 ? 1 : 0;

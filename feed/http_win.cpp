@@ -3,7 +3,7 @@
 // one read, the status code is not looked at (an error page is the file). What
 // it adds is refusing a length that is not a plain number or is absurdly large,
 // so that a broken or hostile server cannot make it allocate gigabytes.
-#include "feed/http.h"
+#include "feed/http_win.h"
 
 #include <algorithm>
 #include <new>

@@ -2,7 +2,7 @@
 // folders, the Windows folder and the profile (INI) reader.
 #include "base/win_headers.h"
 #include "feed/installed_product.h"
-#include "settings/file_locations.h"
+#include "settings/file_locations_win.h"
 
 namespace {
 

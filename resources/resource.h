@@ -1,30 +1,74 @@
 #pragma once
-// Resource and control ids shared by heralder.rc and the code. Only #define
+// Resource and control ids shared by the .rc files and the code. Only #define
 // lines: the resource compiler reads this file through its C preprocessor.
+//
+// Numbering plan. Control ids are the contract between a template and its
+// code, so each template has one block below listing every id it uses. Ids
+// that several dialogs share are tied to the system's own (IDOK, IDCANCEL,
+// IDNO, IDHELP) so that Enter and Escape work as the dialog manager expects.
+// Menu command ids double as the main window's command numbers. Ranges:
+//   1-10      shared buttons              101-108, 997-999  menu commands
+//   60-65     message and platform texts  200               the item list
+//   500-505   message box check boxes and notes
+//   5001      About template              7000-7003         list markers
+//   9898-9992 message box and incompatibility templates
+//   9963      program icon
 
-// Program icon in all its sizes; the message box draws it in control 10.
-#define IDI_HERALDER 9963
+// ---- Shared by every dialog of the program --------------------------------
+#define IDC_BUTTON1 IDOK           // the default button ("OK", "Close", "Next", ...)
+#define IDC_CANCELBUTTON IDCANCEL  // Cancel; Escape sends it
+#define IDC_NOBUTTON IDNO          // the message box's "No"
+#define IDC_HELPBUTTON IDHELP      // opens the manual at the dialog's topic
+#define IDC_ICONBUTTON 10          // disabled owner-drawn button showing the icon
 
-// Message box templates: with and without a title bar.
+// ---- Icons and bitmaps -------------------------------------------------------
+#define IDI_HERALDER 9963  // also named HERALDER and HERALDERSMALL in the .rc
+// Item list markers: 16 x 16, 32 bits per pixel (blue, green, red, alpha),
+// raw data resources. By importance: 3 red, 2 yellow, 1 green, other blue-grey.
+#define IDR_MARKER_OTHER 7000
+#define IDR_MARKER_HIGH 7001
+#define IDR_MARKER_MEDIUM 7002
+#define IDR_MARKER_LOW 7003
+
+// ---- Main window: menu "MainMenu" and its commands ----------------------------
+#define IDM_SETUP 101
+#define IDM_EXIT 102
+#define IDM_GO 103
+#define IDM_PROMPT_MARK_ALL 104   // multiple-items prompt results; ignored as commands
+#define IDM_PROMPT_AUTOMATIC 105
+#define IDM_SHOW_NOTIFICATIONS 106
+#define IDM_STARTUP_MANAGER 107
+#define IDM_INITIAL_CONFIG 108    // no menu item: only start-up sends it
+#define IDM_SYSTEM_INFO 997
+#define IDM_HELP 998
+#define IDM_ABOUT 999
+#define IDC_ITEMLIST 200          // the owner-drawn item list filling the window
+
+// ---- Message boxes: templates 9898 (title bar) and 9899 (none) -----------------
 #define IDD_MESSAGEBOX_TITLED 9898
 #define IDD_MESSAGEBOX_PLAIN 9899
-
-// Controls shared by the program's dialogs.
-#define IDC_BUTTON1 1
-#define IDC_CANCELBUTTON 2
-#define IDC_NOBUTTON 7
-#define IDC_HELPBUTTON 9
-#define IDC_ICONBUTTON 10
+//      IDC_BUTTON1, IDC_ICONBUTTON from the template; IDC_NOBUTTON,
+//      IDC_CANCELBUTTON and IDC_HELPBUTTON made at run time when asked for.
 #define IDC_MESSAGETEXT 65
 #define IDC_CHECKBOX1 500
 #define IDC_CHECKBOX2 501
 #define IDC_CHECKBOX3 502
-// Notes are created at run time below the check boxes.
-#define IDC_NOTE1 503
+#define IDC_NOTE1 503  // notes are made at run time below the check boxes
 #define IDC_NOTE2 504
 #define IDC_NOTE3 505
 
-// String table.
+// ---- Incompatible platform: template 9992 ------------------------------------
+#define IDD_INCOMPATIBLE 9992
+//      IDC_BUTTON1 "Web page", IDC_CANCELBUTTON "Dismiss"
+#define IDC_INCOMPATIBLE_TEXT 60
+
+// ---- Startup manager: template "STARTUPOPTIONSBOX" ----------------------------
+//      IDC_BUTTON1 "Close", IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_ICONBUTTON
+// The radio ids are the StartupOptions values they stand for.
+#define IDC_STARTUP_MANUAL 101
+#define IDC_STARTUP_AUTOMATIC 102
+
+// ---- String table ---------------------------------------------------------------
 #define IDS_APP_NAME 109
 #define IDS_MESSAGE_TITLE 110
 #define IDS_DISMISS 111

@@ -5,8 +5,6 @@
 
 #include <algorithm>
 
-#include "settings/settings.h"
-
 namespace {
 
 void appendBounded(std::string& path, std::string_view text) {
@@ -29,10 +27,10 @@ std::string joinDataPath(std::string_view folder, std::initializer_list<std::str
     return path;
 }
 
-std::string getApplicationFilePath(std::string_view name) {
-    // Unbounded on purpose: the program's own folder plus a library name, which
-    // the system's loader rejects by itself when it is too long.
-    std::string path = settings().ApplicationPath;
+std::string getApplicationFilePath(std::string_view applicationPath, std::string_view name) {
+    // Unbounded on purpose: the program's own folder plus a file name, which
+    // the system rejects by itself when it is too long.
+    std::string path(applicationPath);
     if (!path.empty() && path.back() != '\\') path += '\\';
     path += name;
     return path;

@@ -18,21 +18,6 @@ inline constexpr const char* kProductFolder = "Heralder";
 // text or one that already ends in "\"), the result cut at 260 characters.
 std::string joinDataPath(std::string_view folder, std::initializer_list<std::string_view> parts);
 
-// ApplicationPath (the program's folder, see settings.h) + "\" when needed +
-// name, not cut: the folder comes from the system, not from a user.
-std::string getApplicationFilePath(std::string_view name);
-
-// Windows only from here on.
-
-// A shell special folder (CSIDL_APPDATA, CSIDL_COMMON_APPDATA, CSIDL_STARTUP...)
-// as a file-system path; nullopt when the shell cannot give it, "" when it
-// cannot be turned into a path.
-std::optional<std::string> getSpecialFolderPath(int csidl);
-
-// application data + "\Quenmark\" + name; "" when there is no such folder.
-std::string getUserDataPath(std::string_view name);
-// application data + "\Quenmark\Heralder\" + name.
-std::string getUserHeralderPath(std::string_view name);
-// Creates "Quenmark" and "Quenmark\Heralder" when they are missing, so that a
-// program run without its installer keeps its settings. True when both exist.
-bool ensureDataFolders();
+// applicationPath (the program's folder, the ApplicationPath setting) + "\"
+// when needed + name, not cut: the folder comes from the system, not from a user.
+std::string getApplicationFilePath(std::string_view applicationPath, std::string_view name);

@@ -1,6 +1,6 @@
 // Shell special folders and the program's data file locations.  Paths are
 // returned by value, so a caller may hold several at once.
-#include "settings/file_locations.h"
+#include "settings/file_locations_win.h"
 
 #include "base/win_headers.h"
 

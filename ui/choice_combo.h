@@ -9,12 +9,3 @@
 // The entries in order. A run of several ";" separates like one; a list that
 // begins with ";" has an empty first entry; a final ";" adds nothing.
 std::vector<std::string> splitChoiceList(std::string_view list);
-
-#ifdef _WIN32
-#include "base/win_headers.h"
-
-// Empties the combo box, adds the list's entries, selects entry index.
-void fillChoiceCombo(HWND dialog, int controlId, std::string_view list, int index);
-// The selected entry's index; 0 when nothing is selected.
-int getChoiceIndex(HWND dialog, int controlId);
-#endif

@@ -1,5 +1,5 @@
 // Filling and reading choice combo boxes (see choice_combo.h).
-#include "ui/choice_combo.h"
+#include "ui/choice_combo_win.h"
 
 void fillChoiceCombo(HWND dialog, int controlId, std::string_view list, int index) {
     HWND combo = GetDlgItem(dialog, controlId);

@@ -3,7 +3,8 @@
 // and its note and keep no state of their own: the caller's flag says whether
 // the box is still wanted and receives the check box's final state.
 #include "resources/resource.h"
-#include "ui/message_box.h"
+#include "ui/message_box_win.h"
+#include "ui/res_string_win.h"
 
 namespace {
 

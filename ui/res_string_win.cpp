@@ -2,7 +2,7 @@
 // 8192 characters, the longest text the program keeps in its string table; a
 // missing string is reported in the text itself, so a damaged program still
 // says something readable where the text should be.
-#include "ui/message_box.h"
+#include "ui/res_string_win.h"
 
 namespace {
 constexpr int kResStringSize = 8192;

@@ -22,6 +22,9 @@ TEST(SettingUpdate, AppliesByKindAndMarksTheItem) {
         {"AlertFontName=line one\r\nline two", "AlertFontName", "line one\r\nline two"},
         {"AlertFontName=" + longText, "AlertFontName", longText.substr(0, 260)},
         {"AlertFontSiz=1", "AlertFontSize", std::nullopt},
+        // An empty value leaves the setting as it was.
+        {"PromptMultipleCount =", "PromptMultipleCount", std::nullopt},
+        {"AlertFontName= \t", "AlertFontName", std::nullopt},
         {std::nullopt, "AlertFontSize", std::nullopt},
         // Settings that name a program or file to open stay as they are.
         {"DocumentBrowserPath=\\\\evil\\x.exe", "DocumentBrowserPath", std::nullopt},

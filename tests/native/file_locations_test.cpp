@@ -20,10 +20,7 @@ TEST(JoinDataPath, JoinsWithOneBackslashAndCutsAt260) {
 }
 
 TEST(ApplicationFilePath, AddsABackslashOnlyWhenNeededAndIsNotCut) {
-    const std::string saved = settings().ApplicationPath;
-    settings().ApplicationPath = "C:\\P\\";
-    EXPECT_EQ(getApplicationFilePath("c.dll"), "C:\\P\\c.dll");
-    settings().ApplicationPath = std::string(300, 'p');
-    EXPECT_EQ(getApplicationFilePath("c.dll"), std::string(300, 'p') + "\\c.dll");
-    settings().ApplicationPath = saved;
+    EXPECT_EQ(getApplicationFilePath("C:\\P\\", "c.dll"), "C:\\P\\c.dll");
+    EXPECT_EQ(getApplicationFilePath(std::string(300, 'p'), "c.dll"),
+              std::string(300, 'p') + "\\c.dll");
 }

@@ -6,7 +6,7 @@
 
 #include "base/win_headers.h"
 #include "tests/win/test_support.h"
-#include "ui/choice_combo.h"
+#include "ui/choice_combo_win.h"
 
 namespace {
 

@@ -57,13 +57,6 @@ std::string itemText(HWND dialog, int id) {
     return windowText(GetDlgItem(dialog, id));
 }
 
-RECT itemRect(HWND dialog, int id) {
-    RECT r{};
-    GetWindowRect(GetDlgItem(dialog, id), &r);
-    MapWindowPoints(HWND_DESKTOP, dialog, reinterpret_cast<POINT*>(&r), 2);
-    return r;
-}
-
 void clickItem(HWND dialog, int id) {
     SendMessageA(GetDlgItem(dialog, id), BM_CLICK, 0, 0);
 }

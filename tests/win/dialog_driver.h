@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/win_headers.h"
+#include "ui/dialog_win.h"
 
 class DialogDriver {
   public:
@@ -34,8 +35,6 @@ class DialogDriver {
 
 std::string windowText(HWND hwnd);
 std::string itemText(HWND dialog, int id);
-// A control's rectangle in the dialog's client coordinates.
-RECT itemRect(HWND dialog, int id);
 
 // Presses a button as a mouse click would.
 void clickItem(HWND dialog, int id);

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "base/win_headers.h"
-#include "settings/file_locations.h"
+#include "settings/file_locations_win.h"
 
 TEST(DataFileLocations, AreUnderQuenmarkInApplicationData) {
     char path[MAX_PATH] = "";

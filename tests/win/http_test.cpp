@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "base/crt_text.h"
-#include "feed/http.h"
+#include "feed/http_win.h"
 #include "feed/http_reply.h"
 #include "tests/win/test_support.h"
 

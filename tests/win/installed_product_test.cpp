@@ -8,7 +8,7 @@
 
 #include "base/win_headers.h"
 #include "feed/installed_product.h"
-#include "settings/file_locations.h"
+#include "settings/file_locations_win.h"
 
 namespace {
 

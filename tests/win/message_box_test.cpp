@@ -9,7 +9,8 @@
 #include "resources/resource.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/test_support.h"
-#include "ui/message_box.h"
+#include "ui/message_box_win.h"
+#include "ui/res_string_win.h"
 
 namespace {
 
@@ -72,7 +73,7 @@ TEST(MessageBoxes, EachOperationShowsItsTextsButtonsAndTitle) {
             EXPECT_EQ((GetWindowLongA(box, GWL_STYLE) & WS_CAPTION) == WS_CAPTION, *c.caption != 0);
             EXPECT_EQ(windowText(box), c.caption);
             EXPECT_EQ(itemText(box, IDC_MESSAGETEXT), kText);
-            const RECT text = itemRect(box, IDC_MESSAGETEXT);
+            const RECT text = clientRectOf(box, IDC_MESSAGETEXT);
             const int ids[] = {IDC_BUTTON1, IDC_NOBUTTON, IDC_CANCELBUTTON};
             RECT previous{};
             for (int i = 0; i < 3; ++i) {
@@ -80,7 +81,7 @@ TEST(MessageBoxes, EachOperationShowsItsTextsButtonsAndTitle) {
                 if (!*c.buttons[i]) continue;
                 // Stacked down the right, all beside the text, which is raised
                 // so that three buttons fit.
-                const RECT r = itemRect(box, ids[i]);
+                const RECT r = clientRectOf(box, ids[i]);
                 EXPECT_TRUE(i == 0 || (r.left == previous.left && r.top > previous.bottom)) << i;
                 EXPECT_GE(text.bottom, r.bottom) << i;
                 previous = r;
@@ -154,7 +155,7 @@ TEST(MessageBoxes, LongTextGrowsTheBoxDownward) {
         withBox([&] { askYesNo(nullptr, i ? longText : kText); },
                 [&](HWND box) {
                     GetWindowRect(box, &window[i]);
-                    text[i] = itemRect(box, IDC_MESSAGETEXT);
+                    text[i] = clientRectOf(box, IDC_MESSAGETEXT);
                     clickItem(box, IDC_BUTTON1);
                 });
     }

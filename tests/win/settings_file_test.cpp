@@ -11,7 +11,7 @@
 
 #include "base/crt_text.h"
 #include "base/win_headers.h"
-#include "settings/file_locations.h"
+#include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
 
 namespace {

@@ -1,10 +1,10 @@
 // The Windows host of the notification run (see notification_run_win.h).
-#include "feed/notification_run_win.h"
+#include "app/run_host_win.h"
 
-#include "feed/http.h"
+#include "feed/http_win.h"
 #include "feed/installed_product.h"
-#include "settings/file_locations.h"
-#include "ui/message_box.h"
+#include "settings/file_locations_win.h"
+#include "ui/message_box_win.h"
 
 int WindowsRunHost::showAlertWindow(UpdateItem&) {
     return 1;

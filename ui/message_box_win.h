@@ -70,7 +70,3 @@ int askYesNo(HWND owner, std::string_view text);
 void showMessageOnce(HWND owner, std::string_view text, uint32_t& flag);
 bool askYesNoOnce(HWND owner, std::string_view text, uint32_t& flag);
 bool askYesNoOnceTitled(HWND owner, std::string_view text, std::string_view title, uint32_t& flag);
-
-// A string resource of the program, read through one shared 8192-character
-// buffer; the fixed error text when it is missing.
-std::string loadResString(UINT id);
