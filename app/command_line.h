@@ -1,0 +1,33 @@
+#pragma once
+// What the command line asks start-up to do. Each switch is found by a
+// case-sensitive substring search, in a fixed order, so "/INITCONFIG/F" also
+// runs the "/INITCONFIG" row; independently, the text up to its first "/" is a
+// local document to load.
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+enum class StartupAction {
+    SetUpdateMode,    // updateModeFlag = 1
+    ResetInitConfig,  // InitConfigDone = 0
+    Send,             // WM_COMMAND command, delivered at once
+    Post,             // WM_COMMAND command, queued
+};
+
+struct StartupStep {
+    StartupAction action;
+    int command = 0;  // for Send and Post
+
+    bool operator==(const StartupStep&) const = default;
+};
+
+struct CommandLinePlan {
+    bool hidden = false;  // any switch hides the main window
+    // The command line cut at its first "/", when anything remains; posted to
+    // the main window before the switches run.
+    std::optional<std::string> documentPath;
+    std::vector<StartupStep> steps;  // in the order they run
+};
+
+CommandLinePlan interpretCommandLine(std::string_view commandLine);
