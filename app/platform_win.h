@@ -6,8 +6,8 @@
 
 #include "base/win_headers.h"
 
-inline constexpr uint32_t kPlatformsAllKnown = 0xFFFFFFFF;  // codes 7 to 19
-inline constexpr uint32_t kPlatformsXpOrLater = 0xFFFFFFFE; // codes 12 to 19
+inline constexpr uint32_t kPlatformsAllKnown = 0xFFFFFFFF;   // codes 7 to 19
+inline constexpr uint32_t kPlatformsXpOrLater = 0xFFFFFFFE;  // codes 12 to 19
 
 // 0 unknown, 12 XP, 14 Vista, 15 7, 16 8, 17 8.1, 18 10, 19 11. With name,
 // also the platform's name and service pack ("Windows XP SP3").

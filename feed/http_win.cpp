@@ -2,17 +2,52 @@
 // deliberately small: one request, the Content-Length header decides the size,
 // one read, the status code is not looked at (an error page is the file). What
 // it adds is refusing a length that is not a plain number or is absurdly large,
-// so that a broken or hostile server cannot make it allocate gigabytes.
+// so that a broken or hostile server cannot make it allocate gigabytes, and
+// time limits: WinINet's receive time-out ends a silent server, and the fetch
+// runs on a worker thread that the caller stops waiting for at the deadline,
+// the one way to end a single blocking read of a server that trickles.
 #include "feed/http_win.h"
 
 #include <algorithm>
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <memory>
 #include <new>
+#include <system_error>
+#include <thread>
 
 #include "base/win_handles.h"
 #include "feed/http_reply.h"
 
+namespace {
+
+FetchLimits fetchLimits;
+
+// One fetch handed to a worker thread, so that the calling thread can stop
+// waiting at the deadline: WinINet offers no way to cut short a single read
+// from a server that keeps sending a byte now and then. The state is shared,
+// so a worker given up on finishes (or fails) on its own and cleans up.
+struct FetchJob {
+    std::mutex mutex;
+    std::condition_variable finished;
+    bool done = false;
+    bool abandoned = false;
+    HINTERNET internet = nullptr;
+    std::optional<std::string> body;
+};
+
+std::optional<std::string> fetchWithin(HINTERNET internet, const ServerAddress& address,
+                                       const std::string& path);
+
+}  // namespace
+
 const char* publisherServerHost() {
     return HERALDER_SERVER_HOST;
+}
+
+void setFetchLimits(const FetchLimits& limits) {
+    fetchLimits = limits;
 }
 
 std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
@@ -21,18 +56,57 @@ std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
     if (!address) return std::nullopt;
 
     // The system's own proxy settings apply.
-    UniqueInternet internet(
-        InternetOpenA("Quenmark Heralder", INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, 0));
+    HINTERNET internet =
+        InternetOpenA("Quenmark Heralder", INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, 0);
     if (!internet) return std::nullopt;
+    // Options set on the session are inherited by its connection and request.
+    for (DWORD option : {INTERNET_OPTION_CONNECT_TIMEOUT, INTERNET_OPTION_RECEIVE_TIMEOUT,
+                         INTERNET_OPTION_SEND_TIMEOUT})
+        InternetSetOptionA(internet, option, &fetchLimits.idleMs, sizeof fetchLimits.idleMs);
 
-    const INTERNET_PORT port = address->port ? address->port : INTERNET_INVALID_PORT_NUMBER;
-    UniqueInternet connection(InternetConnectA(internet.get(), address->host.c_str(), port, "", "",
+    auto job = std::make_shared<FetchJob>();
+    job->internet = internet;
+    try {
+        std::thread([job, address = *address, path] {
+            std::optional<std::string> body = fetchWithin(job->internet, address, path);
+            std::lock_guard lock(job->mutex);
+            job->body = std::move(body);
+            job->done = true;
+            if (!job->abandoned) InternetCloseHandle(job->internet);
+            job->finished.notify_one();
+        }).detach();
+    } catch (const std::system_error&) {
+        InternetCloseHandle(internet);
+        return std::nullopt;
+    }
+
+    // The calling thread still blocks, as the daily run expects; it only
+    // stops waiting at the deadline.
+    std::unique_lock lock(job->mutex);
+    if (!job->finished.wait_for(lock, std::chrono::milliseconds(fetchLimits.totalMs),
+                                [&] { return job->done; })) {
+        job->abandoned = true;
+        InternetCloseHandle(job->internet);  // ends the worker's wait if WinINet can
+        return std::nullopt;
+    }
+    return std::move(job->body);
+}
+
+namespace {
+
+std::optional<std::string> fetchWithin(HINTERNET internet, const ServerAddress& address,
+                                       const std::string& path) {
+    const INTERNET_PORT port = address.port ? address.port : INTERNET_INVALID_PORT_NUMBER;
+    UniqueInternet connection(InternetConnectA(internet, address.host.c_str(), port, "", "",
                                                INTERNET_SERVICE_HTTP, 0, 0));
     if (!connection) return std::nullopt;
 
     UniqueInternet request(HttpOpenRequestA(connection.get(), "GET", path.c_str(), "HTTP/1.0",
                                             nullptr, nullptr, INTERNET_FLAG_NO_CACHE_WRITE, 0));
     if (!request) return std::nullopt;
+    // Wine honours the receive time-out only when it is set on the request.
+    InternetSetOptionA(request.get(), INTERNET_OPTION_RECEIVE_TIMEOUT, &fetchLimits.idleMs,
+                       sizeof fetchLimits.idleMs);
     if (!HttpSendRequestA(request.get(), nullptr, 0, nullptr, 0)) return std::nullopt;
 
     char lengthText[32] = {};
@@ -62,3 +136,5 @@ std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
     body.resize(std::min<std::size_t>(read, *length));
     return body;
 }
+
+}  // namespace

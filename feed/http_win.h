@@ -8,6 +8,15 @@
 // The publisher's web server, "host" or "host:port"; chosen at build time.
 const char* publisherServerHost();
 
+// How long a fetch may take: a server that accepts and then says nothing, or
+// sends its reply a byte at a time, must not hold the daily run for ever.
+struct FetchLimits {
+    DWORD idleMs = 30000;    // no byte received for this long ends the fetch
+    DWORD totalMs = 120000;  // the whole fetch, connection to last byte
+};
+// The program always uses the defaults; only the tests set shorter limits.
+void setFetchLimits(const FetchLimits& limits);
+
 // GETs path from host ("host" or "host:port") and returns the body, or nullopt on
 // any failure. Blocks the calling thread; callers show the wait cursor.
 std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,

@@ -89,8 +89,8 @@ RECT clientRectOf(HWND dialog, int id) {
     return r;
 }
 
-HWND createChild(HWND dialog, const char* cls, const char* text, DWORD style, int id,
-                 const RECT& r, HFONT font) {
+HWND createChild(HWND dialog, const char* cls, const char* text, DWORD style, int id, const RECT& r,
+                 HFONT font) {
     HWND child = CreateWindowExA(0, cls, text, WS_CHILD | WS_VISIBLE | style, r.left, r.top,
                                  r.right - r.left, r.bottom - r.top, dialog,
                                  reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
@@ -100,8 +100,8 @@ HWND createChild(HWND dialog, const char* cls, const char* text, DWORD style, in
 }
 
 void moveChild(HWND dialog, int id, const RECT& r) {
-    SetWindowPos(GetDlgItem(dialog, id), nullptr, r.left, r.top, r.right - r.left,
-                 r.bottom - r.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    SetWindowPos(GetDlgItem(dialog, id), nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void centreWindow(HWND hwnd) {

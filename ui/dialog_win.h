@@ -52,8 +52,8 @@ HINSTANCE resourceModule();
 // A control's rectangle in its dialog's client coordinates.
 RECT clientRectOf(HWND dialog, int id);
 // A child control made at run time, in the given font.
-HWND createChild(HWND dialog, const char* cls, const char* text, DWORD style, int id,
-                 const RECT& r, HFONT font);
+HWND createChild(HWND dialog, const char* cls, const char* text, DWORD style, int id, const RECT& r,
+                 HFONT font);
 void moveChild(HWND dialog, int id, const RECT& r);
 
 // Moves a window to the middle of the primary screen, keeping its size. A

@@ -126,8 +126,8 @@ void MessageBoxDialog::layOut() {
     auto button = layout.buttons.begin();
     for (const ExtraButton& b : kExtraButtons)
         if (request_.style & b.bit)
-            createChild(box, "BUTTON", (request_.*b.text).c_str(), BS_PUSHBUTTON | WS_TABSTOP,
-                        b.id, toRect(*button++), boxFont);
+            createChild(box, "BUTTON", (request_.*b.text).c_str(), BS_PUSHBUTTON | WS_TABSTOP, b.id,
+                        toRect(*button++), boxFont);
     auto check = layout.checkBoxes.begin();
     for (int i = 0; i < 3; ++i) {
         if (!(request_.style & kCheckBoxBits[i])) continue;

@@ -7,6 +7,7 @@ returns the request line and User-Agent header the client sent. It only binds 12
 """
 import socketserver
 import sys
+import time
 
 
 def reply(body, length="fit", status="200 OK"):
@@ -29,6 +30,25 @@ REPLIES = {
     "/extra": reply(b"HelloEXTRA BYTES", length=5),
 }
 NOT_FOUND = reply(b"", status="404 Not Found")
+# Replies that never finish: the client's time limits must end them.
+TRICKLE_BODY = b"x" * 1000
+
+
+def silent(sock):
+    """Accepts the request, then says nothing for longer than any test waits."""
+    time.sleep(20)
+
+
+def trickle(sock):
+    """Announces 1000 bytes, then sends one every 100 ms: never idle for long,
+    yet far slower than any whole-fetch limit a test sets."""
+    sock.sendall(reply(TRICKLE_BODY)[: -len(TRICKLE_BODY)])
+    for byte in TRICKLE_BODY:
+        sock.sendall(bytes([byte]))
+        time.sleep(0.1)
+
+
+SLOW = {"/silent": silent, "/trickle": trickle}
 
 
 class Handler(socketserver.BaseRequestHandler):
@@ -45,7 +65,10 @@ class Handler(socketserver.BaseRequestHandler):
             lines = request.split(b"\r\n")
             agent = [line for line in lines if line.startswith(b"User-Agent:")]
             echo = reply(b"\r\n".join(lines[:1] + agent))
-            self.request.sendall(echo if path == "/echo" else REPLIES.get(path, NOT_FOUND))
+            if path in SLOW:
+                SLOW[path](self.request)
+            else:
+                self.request.sendall(echo if path == "/echo" else REPLIES.get(path, NOT_FOUND))
         except OSError:
             pass  # the client went away: nothing to do
 

@@ -39,6 +39,26 @@ TEST(HttpRawServer, RepliesAsTheHeadersDecide) {
     EXPECT_FALSE(fetchServerFile(nullptr, testEnv("HERALDER_CLOSED_HOST"), "/empty"));
 }
 
+// Shorter limits than the program's: a silent server ends at the idle limit,
+// a trickling one at the whole-fetch limit, both as failures.
+TEST(HttpRawServer, SlowServersEndAsFailuresWithinTheLimits) {
+    REQUIRE_SERVER("HERALDER_RAW_HOST", host);
+    setFetchLimits({1000, 3000});
+    const struct {
+        const char* path;
+        DWORD atLeastMs, atMostMs;
+    } cases[] = {{"/silent", 900, 2900}, {"/trickle", 2900, 6000}};
+    for (const auto& c : cases) {
+        const DWORD start = GetTickCount();
+        EXPECT_FALSE(fetchServerFile(nullptr, host, c.path)) << c.path;
+        const DWORD took = GetTickCount() - start;
+        EXPECT_GE(took, c.atLeastMs) << c.path;
+        EXPECT_LE(took, c.atMostMs) << c.path;
+    }
+    setFetchLimits({});
+    EXPECT_EQ(fetchServerFile(nullptr, host, "/extra"), "Hello");  // the next fetch is unharmed
+}
+
 TEST(HttpServerName, BuildOptionIsAUsableAddress) {
     EXPECT_TRUE(splitServerAddress(publisherServerHost())) << publisherServerHost();
 }
