@@ -16,6 +16,9 @@ struct NullHandleTraits {
 
 using UniqueInternet = UniqueHandle<NullHandleTraits<HINTERNET, InternetCloseHandle>>;
 using UniqueIcon = UniqueHandle<NullHandleTraits<HICON, DestroyIcon>>;
+using UniqueFont = UniqueHandle<NullHandleTraits<HFONT, DeleteObject>>;
+using UniqueBrush = UniqueHandle<NullHandleTraits<HBRUSH, DeleteObject>>;
+using UniqueBitmap = UniqueHandle<NullHandleTraits<HBITMAP, DeleteObject>>;
 
 // A window's device context, released on scope exit.
 class WindowDc {

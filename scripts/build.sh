@@ -3,10 +3,14 @@
 #   native   portable core, tool and benchmarks (optimised)
 #   asan     portable core and its tests with AddressSanitizer and UBSan
 #   fuzz     libFuzzer targets (clang)
-#   windows  the Windows programs, cross-built with MinGW-w64
+#   windows  the Windows programs, cross-built with MinGW-w64; heralder.exe
+#            asks the tests' loopback server (127.0.0.1:47632) for its feed
+#   run      heralder.exe and the autopilot alone, asking scripts/run.sh's
+#            loopback server (127.0.0.1:47631)
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-kind=${1:?usage: build.sh native|asan|fuzz|windows}
+kind=${1:?usage: build.sh native|asan|fuzz|windows|run}
+targets=()
 out="$root/build/$kind"
 
 case "$kind" in
@@ -16,9 +20,13 @@ case "$kind" in
                    -DHERALDER_BENCH=OFF -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++) ;;
     windows) args=(-DCMAKE_BUILD_TYPE=Release
                    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake"
-                   -DHERALDER_BENCH=OFF) ;;
+                   -DHERALDER_BENCH=OFF -DHERALDER_SERVER_HOST=127.0.0.1:47632) ;;
+    run)     args=(-DCMAKE_BUILD_TYPE=Release
+                   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake"
+                   -DHERALDER_BENCH=OFF -DHERALDER_SERVER_HOST=127.0.0.1:47631)
+             targets=(--target heralder autopilot heralder-tool) ;;
     *) echo "unknown build kind: $kind" >&2; exit 2 ;;
 esac
 
 cmake -S "$root" -B "$out" -G Ninja "${args[@]}" ${HERALDER_CMAKE_ARGS:-} >/dev/null
-cmake --build "$out" -j "$(nproc)"
+cmake --build "$out" -j "$(nproc)" ${targets[@]+"${targets[@]}"}

@@ -10,6 +10,9 @@ packages=(
     mingw-w64-x86-64-dev
     wine wine64 xvfb xauth x11-utils imagemagick
     lighttpd libimage-exiftool-perl
+    # Wine's own fonts (caption glyphs, "MS Sans Serif") and metric-compatible
+    # faces, so that screenshots show what Windows users see.
+    fonts-wine fonts-liberation
 )
 
 missing=()

@@ -14,7 +14,13 @@ wine_env_start() {
     rm -rf "$WINEPREFIX"
     mkdir -p "$WINEPREFIX"
 
-    # A display of our own: dialogs cannot be created without one.
+    # A display of our own: dialogs cannot be created without one. With
+    # WINE_ENV_KEEP_DISPLAY set and a display present, windows go there instead.
+    if [ -n "${WINE_ENV_KEEP_DISPLAY:-}" ] && [ -n "${DISPLAY:-}" ]; then
+        trap wine_env_stop EXIT
+        wine_env_prefix
+        return
+    fi
     local fdfile
     fdfile=$(mktemp)
     Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$fdfile" >/dev/null 2>&1 &
@@ -24,7 +30,10 @@ wine_env_start() {
     export DISPLAY=":$(head -n1 "$fdfile")"
     rm -f "$fdfile"
     trap wine_env_stop EXIT
+    wine_env_prefix
+}
 
+wine_env_prefix() {
     wineserver -p
     wineboot -i >/dev/null 2>&1
     # Wine draws the captions itself: windows are destroyed in 1 ms, not 2 s.

@@ -1,0 +1,59 @@
+// The process's shared state and its drawing objects (see app_win.h).
+#include "app/app_win.h"
+
+#include <string>
+
+AppState& app() {
+    static AppState state;
+    return state;
+}
+
+namespace {
+
+HFONT makeAlertFont(const Settings& record) {
+    if (record.AlertFontName.empty()) return nullptr;
+    return CreateFontA(static_cast<int>(record.AlertFontSize), 0, 0, 0,
+                       record.AlertFontBold ? FW_BOLD : FW_NORMAL, record.AlertFontItal ? 1 : 0, 0,
+                       0, ANSI_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                       record.AlertFontAntialias ? ANTIALIASED_QUALITY : NONANTIALIASED_QUALITY,
+                       DEFAULT_PITCH, record.AlertFontName.c_str());
+}
+
+}  // namespace
+
+void createSharedDrawingObjects(const Settings& record) {
+    AppState& a = app();
+    a.listFont.reset(CreateFontA(14, 0, 0, 0, 0, 0, 0, 0, ANSI_CHARSET, OUT_DEFAULT_PRECIS,
+                                 CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH,
+                                 "MS Sans Serif"));
+    a.alertFont.reset(makeAlertFont(record));
+    a.whiteBrush.reset(CreateSolidBrush(RGB(255, 255, 255)));
+    a.blackBrush.reset(CreateSolidBrush(RGB(0, 0, 0)));
+    recreateAlertBackgroundBrush(record);
+}
+
+void recreateAlertFont(const Settings& record) {
+    app().alertFont.reset(makeAlertFont(record));
+}
+
+void recreateAlertBackgroundBrush(const Settings& record) {
+    app().alertBackgroundBrush.reset(CreateSolidBrush(record.AlertBackgroundColor));
+}
+
+void deleteSharedDrawingObjects() {
+    AppState& a = app();
+    a.alertBackgroundBrush.reset();
+    a.alertFont.reset();
+    a.listFont.reset();
+    a.whiteBrush.release();
+    a.blackBrush.release();
+}
+
+std::string programFolder() {
+    char path[MAX_PATH] = "";
+    const DWORD n = GetModuleFileNameA(nullptr, path, MAX_PATH);
+    std::string folder(path, n < MAX_PATH ? n : 0);
+    const std::size_t slash = folder.find_last_of("\\/");
+    folder.resize(slash == std::string::npos ? 0 : slash + 1);
+    return folder;
+}

@@ -1,0 +1,36 @@
+#pragma once
+// The process's own state: what start-up sets up once and the windows share.
+// It lives in app/, the top of the program; code below app/ is handed what it
+// needs (a font, a brush, the owner window) rather than reaching up here.
+#include <cstdint>
+
+#include "base/win_handles.h"
+#include "settings/settings.h"
+
+struct AppState {
+    HINSTANCE instance = nullptr;
+    HWND mainWindow = nullptr;
+    uint32_t platformCode = 0;
+    // Set by "/UPDATE": Go then leaves the notification run to start-up and
+    // retries a failed fetch, because at logon the network is often not up yet.
+    bool updateMode = false;
+    UniqueFont listFont;
+    UniqueFont alertFont;  // none when AlertFontName is empty
+    UniqueBrush whiteBrush;
+    UniqueBrush blackBrush;
+    UniqueBrush alertBackgroundBrush;
+};
+
+AppState& app();
+
+// The list font, the alert font and the brushes, from the settings.
+void createSharedDrawingObjects(const Settings& record);
+// After Setup changed the font settings.
+void recreateAlertFont(const Settings& record);
+void recreateAlertBackgroundBrush(const Settings& record);
+// At the end of the run. The white and black brushes stay: the window class
+// still names the white one until the process ends.
+void deleteSharedDrawingObjects();
+
+// The folder of the running program, ending in "\".
+std::string programFolder();

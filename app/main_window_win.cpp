@@ -1,0 +1,294 @@
+// The main window (see main_window_win.h): its messages, its commands and the
+// owner-drawn item list. The items live in a vector owned by the window; each
+// row carries its item's index as item data and its title as the row's text,
+// so screen readers and type-to-find see what the row shows.
+#include "app/main_window_win.h"
+
+#include <memory>
+#include <string>
+
+#include "app/app_win.h"
+#include "app/run_host_win.h"
+#include "app/window_edges.h"
+#include "dialogs/manual_win.h"
+#include "dialogs/startup_manager_win.h"
+#include "feed/document_file.h"
+#include "feed/document_parser.h"
+#include "feed/feed_date.h"
+#include "feed/http_win.h"
+#include "resources/resource.h"
+#include "settings/settings_file.h"
+#include "ui/dialog_win.h"
+#include "ui/list_marker_win.h"
+#include "ui/message_box_win.h"
+
+namespace {
+
+constexpr char kNetworkError[] =
+    "There has been a network error. The update document is not available.";
+constexpr char kItemError[] = "There has been an error accessing this item.";
+
+std::vector<DWORD> retryDelaysMs = {5000, 15000, 40000};
+
+struct MainWindow {
+    HWND hwnd = nullptr;
+    HWND list = nullptr;
+    std::vector<UpdateItem> items;
+};
+
+MainWindow* stateOf(HWND hwnd) {
+    return reinterpret_cast<MainWindow*>(GetWindowLongPtrA(hwnd, GWLP_USERDATA));
+}
+
+void enableCommand(HWND hwnd, int id, bool enabled) {
+    EnableMenuItem(GetMenu(hwnd), id, MF_BYCOMMAND | (enabled ? MF_ENABLED : MF_GRAYED));
+}
+
+void centreOnScreen(HWND hwnd) {
+    RECT r;
+    GetWindowRect(hwnd, &r);
+    SetWindowPos(hwnd, nullptr, (GetSystemMetrics(SM_CXSCREEN) - (r.right - r.left)) / 2,
+                 (GetSystemMetrics(SM_CYSCREEN) - (r.bottom - r.top)) / 2, 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// Waits while still answering the system (a logon or shutdown must not find a
+// hung program); the window is hidden in update mode, so nothing else runs.
+void waitAnswering(DWORD ms) {
+    const DWORD start = GetTickCount();
+    for (DWORD elapsed = 0; elapsed < ms; elapsed = GetTickCount() - start) {
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, ms - elapsed, QS_ALLINPUT);
+        MSG msg;
+        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            if (msg.message == WM_QUIT) {
+                PostQuitMessage(static_cast<int>(msg.wParam));
+                return;
+            }
+            TranslateMessage(&msg);
+            DispatchMessageA(&msg);
+        }
+    }
+}
+
+std::optional<std::string> fetchUpdateDocument(HWND hwnd) {
+    std::optional<std::string> document =
+        fetchServerFile(hwnd, publisherServerHost(), "/update/update.txt");
+    if (app().updateMode)
+        for (DWORD delay : retryDelaysMs) {
+            if (document) break;
+            waitAnswering(delay);
+            document = fetchServerFile(hwnd, publisherServerHost(), "/update/update.txt");
+        }
+    return document;
+}
+
+// Replaces the list's items with the document's. Reading a document cannot
+// fail: whatever the text holds, the list shows what could be read.
+void loadDocumentText(MainWindow& w, std::string_view document) {
+    w.items = parseUpdateDocument(normalizeLineEnds(document));
+    SetWindowRedraw(w.list, FALSE);
+    ListBox_ResetContent(w.list);
+    for (std::size_t i = 0; i < w.items.size(); ++i) {
+        const std::string& title = w.items[i].title ? *w.items[i].title : std::string();
+        const int row = ListBox_AddString(w.list, title.empty() ? " " : title.c_str());
+        if (row >= 0) ListBox_SetItemData(w.list, row, i);
+    }
+    SetWindowRedraw(w.list, TRUE);
+    InvalidateRect(w.list, nullptr, TRUE);
+    enableCommand(w.hwnd, IDM_SHOW_NOTIFICATIONS, true);
+    setTransactionDate(settings());
+}
+
+void onGo(MainWindow& w) {
+    HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
+    enableCommand(w.hwnd, IDM_GO, false);
+    if (std::optional<std::string> document = fetchUpdateDocument(w.hwnd)) {
+        loadDocumentText(w, *document);
+        if (settings().DoNoticationsAutomatically && !app().updateMode)
+            PostMessageA(w.hwnd, WM_COMMAND, IDM_SHOW_NOTIFICATIONS, 0);
+    } else {
+        showMessage(w.hwnd, kNetworkError);
+    }
+    enableCommand(w.hwnd, IDM_GO, true);
+    if (previous) SetCursor(previous);
+}
+
+void onLoadDocument(MainWindow& w, const char* path) {
+    if (std::optional<std::string> document = readLocalDocument(path)) {
+        loadDocumentText(w, *document);
+        return;
+    }
+    showMessage(w.hwnd, std::string("There has been an error loading ") + path);
+}
+
+// The item windows arrive with the notification windows; until then a double
+// click only checks that the row has an item.
+void onListDoubleClick(MainWindow& w) {
+    const int row = ListBox_GetCurSel(w.list);
+    if (row < 0) return;
+    const LRESULT index = ListBox_GetItemData(w.list, row);
+    if (index < 0 || static_cast<std::size_t>(index) >= w.items.size()) {
+        showMessage(w.hwnd, kItemError);
+        return;
+    }
+}
+
+void onCommand(MainWindow& w, int id, UINT code) {
+    switch (id) {
+        case IDM_EXIT:
+            SendMessageA(w.hwnd, WM_CLOSE, 0, 0);
+            return;
+        case IDM_GO:
+            onGo(w);
+            return;
+        case IDM_SHOW_NOTIFICATIONS:
+            runNotifications(w.hwnd, w.items);
+            InvalidateRect(w.list, nullptr, TRUE);
+            return;
+        case IDM_STARTUP_MANAGER:
+            openStartupManager(w.hwnd);
+            return;
+        case IDM_HELP:
+            openManual(w.hwnd);
+            return;
+        case IDC_ITEMLIST:
+            if (code == LBN_DBLCLK) onListDoubleClick(w);
+            return;
+        // Setup, the first-run sign-up, System information and About arrive
+        // with their dialogs.
+    }
+}
+
+void drawRow(const MainWindow& w, const DRAWITEMSTRUCT& d) {
+    if (d.itemID == static_cast<UINT>(-1) || d.itemData >= w.items.size()) return;
+    const UpdateItem& item = w.items[d.itemData];
+    if (!item.title) return;  // the row keeps whatever was there
+
+    const bool selected = d.itemState & ODS_SELECTED;
+    const COLORREF background = selected ? GetSysColor(COLOR_HIGHLIGHT) : RGB(255, 255, 255);
+    FillRect(d.hDC, &d.rcItem,
+             selected ? GetSysColorBrush(COLOR_HIGHLIGHT)
+                      : static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    SetTextColor(d.hDC, selected ? RGB(255, 255, 255) : RGB(0, 0, 0));
+    SetBkMode(d.hDC, TRANSPARENT);
+    RECT text = d.rcItem;
+    text.left += 24;
+    DrawTextA(d.hDC, item.title->c_str(), static_cast<int>(item.title->size()), &text,
+              DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
+    drawListMarker(d.hDC, d.rcItem, item.importance, background);
+}
+
+void saveWindowEdges(HWND hwnd) {
+    RECT r;
+    if (IsZoomed(hwnd) || IsIconic(hwnd) || !GetWindowRect(hwnd, &r)) return;
+    storeWindowEdges(settings(), {r.left, r.top, r.right, r.bottom},
+                     GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
+}
+
+LRESULT handle(MainWindow& w, UINT msg, WPARAM wp, LPARAM lp) {
+    switch (msg) {
+        case WM_SIZE:
+            if (wp != SIZE_MINIMIZED && w.list)
+                MoveWindow(w.list, 0, 0, LOWORD(lp), HIWORD(lp), TRUE);
+            return 0;
+        case WM_CLOSE:
+            saveWindowEdges(w.hwnd);
+            settings().StartMaximized = IsZoomed(w.hwnd) ? 1 : 0;
+            writeSettings();
+            break;
+        case WM_QUERYENDSESSION:
+            return TRUE;  // nothing is saved: the session may end
+        case WM_SYSCOMMAND:
+            if ((wp & 0xFFF0) == SC_CLOSE) {
+                SendMessageA(w.hwnd, WM_COMMAND, IDM_EXIT, 0);
+                return 0;  // the window is gone: the default close has nothing left to do
+            }
+            break;
+        case WM_DRAWITEM:
+            if (wp != IDC_ITEMLIST) return FALSE;
+            drawRow(w, *reinterpret_cast<const DRAWITEMSTRUCT*>(lp));
+            return TRUE;
+        case WM_COMMAND:
+            onCommand(w, LOWORD(wp), HIWORD(wp));
+            return 0;
+        case WM_LOAD_DOCUMENT:
+            if (lp) onLoadDocument(w, reinterpret_cast<const char*>(lp));
+            return 0;
+        case WM_DESTROY:
+            if (w.list) ListBox_ResetContent(w.list);
+            w.items.clear();
+            PostQuitMessage(0);
+            return 0;
+    }
+    return DefWindowProcA(w.hwnd, msg, wp, lp);
+}
+
+LRESULT CALLBACK mainWindowProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept {
+    try {
+        if (msg == WM_CREATE) {
+            auto* w = new MainWindow;
+            w->hwnd = hwnd;
+            SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(w));
+            readSettings();
+            centreOnScreen(hwnd);
+            return 0;
+        }
+        MainWindow* w = stateOf(hwnd);
+        if (msg == WM_NCDESTROY) {
+            SetWindowLongPtrA(hwnd, GWLP_USERDATA, 0);
+            delete w;
+            if (app().mainWindow == hwnd) app().mainWindow = nullptr;
+        }
+        if (w && msg != WM_NCDESTROY) return handle(*w, msg, wp, lp);
+    } catch (...) {
+        // Nothing may unwind into the system; the message counts as handled
+        // as far as it got.
+        return 0;
+    }
+    return DefWindowProcA(hwnd, msg, wp, lp);
+}
+
+}  // namespace
+
+bool registerMainWindowClass(HINSTANCE instance) {
+    WNDCLASSA wc = {};
+    wc.style = CS_HREDRAW | CS_VREDRAW | CS_DBLCLKS;
+    wc.lpfnWndProc = mainWindowProc;
+    wc.hInstance = instance;
+    wc.hIcon = LoadIconA(instance, "HERALDERSMALL");
+    wc.hCursor = LoadCursor(nullptr, IDC_ARROW);
+    wc.hbrBackground = app().whiteBrush ? app().whiteBrush.get()
+                                        : static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    wc.lpszMenuName = "MainMenu";
+    wc.lpszClassName = kMainWindowClass;
+    return RegisterClassA(&wc) != 0;
+}
+
+HWND createMainWindow(HINSTANCE instance) {
+    HWND hwnd = CreateWindowExA(0, kMainWindowClass, "Quenmark Heralder", WS_OVERLAPPEDWINDOW,
+                                CW_USEDEFAULT, CW_USEDEFAULT, kDefaultMainWidth,
+                                kDefaultMainHeight, nullptr, nullptr, instance, nullptr);
+    MainWindow* w = hwnd ? stateOf(hwnd) : nullptr;
+    if (!w) return hwnd;
+    RECT client;
+    GetClientRect(hwnd, &client);
+    w->list = CreateWindowExA(0, "LISTBOX", "",
+                              WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY |
+                                  LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT,
+                              0, 0, client.right, client.bottom, hwnd,
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_ITEMLIST)),
+                              instance, nullptr);
+    ListBox_SetItemHeight(w->list, 0, kItemRowHeight);
+    SetWindowFont(w->list, app().listFont.get(), FALSE);
+    return hwnd;
+}
+
+const std::vector<UpdateItem>& mainWindowItems(HWND mainWindow) {
+    static const std::vector<UpdateItem> none;
+    const MainWindow* w = stateOf(mainWindow);
+    return w ? w->items : none;
+}
+
+void setFetchRetryDelays(std::vector<DWORD> delaysMs) {
+    retryDelaysMs = std::move(delaysMs);
+}

@@ -1,0 +1,108 @@
+// The entry point of heralder.exe. Start-up runs its steps in a fixed order:
+// platform check, settings, shared drawing objects, the main window, then the
+// command line turned into commands sent or posted to that window; after that
+// everything happens in the one message loop.
+#include <objbase.h>
+
+#include <string>
+
+#include "app/app_win.h"
+#include "app/command_line.h"
+#include "app/main_window_win.h"
+#include "app/platform_win.h"
+#include "app/window_edges.h"
+#include "resources/resource.h"
+#include "settings/settings_file.h"
+#include "ui/message_box_win.h"
+#include "ui/res_string_win.h"
+
+namespace {
+
+constexpr char kProductName[] = "Quenmark Heralder";
+
+void restoreWindowEdges(HWND hwnd) {
+    const auto placement = restoredWindowPlacement(settings(), GetSystemMetrics(SM_CXSCREEN),
+                                                   GetSystemMetrics(SM_CYSCREEN));
+    if (placement)
+        SetWindowPos(hwnd, nullptr, placement->x, placement->y, placement->width,
+                     placement->height, SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void runStep(HWND hwnd, const StartupStep& step) {
+    switch (step.action) {
+        case StartupAction::SetUpdateMode:
+            app().updateMode = true;
+            break;
+        case StartupAction::ResetInitConfig:
+            settings().InitConfigDone = 0;
+            break;
+        case StartupAction::Send:
+            SendMessageA(hwnd, WM_COMMAND, step.command, 0);
+            break;
+        case StartupAction::Post:
+            PostMessageA(hwnd, WM_COMMAND, step.command, 0);
+            break;
+    }
+}
+
+int messageLoop() {
+    MSG msg;
+    while (GetMessageA(&msg, nullptr, 0, 0) > 0) {
+        TranslateMessage(&msg);
+        DispatchMessageA(&msg);
+    }
+    return 0;
+}
+
+}  // namespace
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showState) {
+    AppState& a = app();
+    a.instance = instance;
+
+    const uint32_t xpOrLater[] = {kPlatformsXpOrLater};
+    if (!isPlatformSupported(xpOrLater)) {
+        showIncompatiblePlatformBox(nullptr, kProductName);
+        return 0;
+    }
+    a.platformCode = getPlatformCode();
+
+    // Common controls 6 (the manifest asks for them) and COM for the shell's
+    // link objects and the image decoders.
+    INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
+    InitCommonControlsEx(&controls);
+    const HRESULT com = CoInitialize(nullptr);
+
+    readSettings();
+    createSharedDrawingObjects(settings());
+
+    if (!registerMainWindowClass(instance)) {
+        showMessage(nullptr, "There has been an error registering the application class.");
+        return 0;
+    }
+    HWND hwnd = createMainWindow(instance);
+    a.mainWindow = hwnd;
+    settings().ApplicationPath = programFolder();
+
+    const CommandLinePlan plan = interpretCommandLine(commandLine ? commandLine : "");
+    ShowWindow(hwnd, plan.hidden ? SW_HIDE : showState);
+    UpdateWindow(hwnd);
+    SetFocus(hwnd);
+    SetWindowTextA(hwnd, loadResString(IDS_APP_NAME).c_str());
+    restoreWindowEdges(hwnd);
+    if (settings().StartMaximized) SendMessageA(hwnd, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+
+    // Lives until the loop ends: the window reads it when the message arrives.
+    const std::string documentPath = plan.documentPath.value_or("");
+    if (plan.documentPath)
+        PostMessageA(hwnd, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(documentPath.c_str()));
+    for (const StartupStep& step : plan.steps) runStep(hwnd, step);
+
+    recreateAlertBackgroundBrush(settings());
+    const int result = messageLoop();
+
+    deleteSharedDrawingObjects();
+    UnregisterClassA(kMainWindowClass, instance);
+    if (SUCCEEDED(com)) CoUninitialize();
+    return result;
+}

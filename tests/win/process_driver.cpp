@@ -1,0 +1,113 @@
+// The whole-process driver (see process_driver.h). It polls the other
+// process's top-level windows; dialogs are class "#32770". Answers go through
+// posted messages, never through the other process's keyboard focus, which a
+// virtual display does not always give.
+#include "tests/win/process_driver.h"
+
+#include <algorithm>
+
+namespace {
+
+struct Finder {
+    DWORD pid;
+    std::vector<HWND> dialogs;
+};
+
+BOOL CALLBACK collectDialog(HWND hwnd, LPARAM lp) {
+    auto& f = *reinterpret_cast<Finder*>(lp);
+    DWORD pid = 0;
+    GetWindowThreadProcessId(hwnd, &pid);
+    char cls[16] = {};
+    GetClassNameA(hwnd, cls, sizeof cls);
+    if (pid == f.pid && IsWindowVisible(hwnd) && std::string(cls) == "#32770")
+        f.dialogs.push_back(hwnd);
+    return TRUE;
+}
+
+BOOL CALLBACK collectStatic(HWND hwnd, LPARAM lp) {
+    char cls[16] = {};
+    GetClassNameA(hwnd, cls, sizeof cls);
+    if (lstrcmpiA(cls, "Static") == 0 && IsWindowVisible(hwnd)) {
+        char text[4096] = {};
+        GetWindowTextA(hwnd, text, sizeof text);
+        if (*text) {
+            auto& out = *reinterpret_cast<std::string*>(lp);
+            if (!out.empty()) out += '\n';
+            out += text;
+        }
+    }
+    return TRUE;
+}
+
+std::string titleOf(HWND hwnd) {
+    char text[512] = {};
+    GetWindowTextA(hwnd, text, sizeof text);
+    return text;
+}
+
+}  // namespace
+
+void pressDefaultButton(HWND dialog) {
+    const LRESULT def = SendMessageA(dialog, DM_GETDEFID, 0, 0);
+    const int id = HIWORD(def) == DC_HASDEFID ? LOWORD(def) : IDOK;
+    PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+}
+
+std::string dialogStaticText(HWND dialog) {
+    std::string out;
+    EnumChildWindows(dialog, collectStatic, reinterpret_cast<LPARAM>(&out));
+    return out;
+}
+
+std::string testProgramFolder() {
+    char path[MAX_PATH] = "";
+    GetModuleFileNameA(nullptr, path, MAX_PATH);
+    std::string folder = path;
+    folder.resize(folder.find_last_of('\\') + 1);
+    return folder;
+}
+
+ProcessRun runProcess(const std::string& program, const std::string& arguments,
+                      const WindowHandler& handler, DWORD timeLimitMs) {
+    ProcessRun run;
+    std::string commandLine = "\"" + program + "\" " + arguments;
+    STARTUPINFOA si = {sizeof si};
+    PROCESS_INFORMATION pi = {};
+    if (!CreateProcessA(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                        nullptr, &si, &pi))
+        return run;
+    run.started = true;
+
+    std::vector<HWND> handled;
+    const DWORD start = GetTickCount();
+    while (WaitForSingleObject(pi.hProcess, 50) == WAIT_TIMEOUT) {
+        if (GetTickCount() - start > timeLimitMs) {
+            TerminateProcess(pi.hProcess, 255);
+            WaitForSingleObject(pi.hProcess, 5000);
+            break;
+        }
+        // A window handle may be given again to a later dialog.
+        handled.erase(std::remove_if(handled.begin(), handled.end(),
+                                     [](HWND h) { return !IsWindow(h); }),
+                      handled.end());
+        Finder f{pi.dwProcessId, {}};
+        EnumWindows(collectDialog, reinterpret_cast<LPARAM>(&f));
+        for (HWND dialog : f.dialogs) {
+            if (std::find(handled.begin(), handled.end(), dialog) != handled.end()) continue;
+            handled.push_back(dialog);
+            Sleep(150);  // let it finish painting
+            run.windows.push_back({titleOf(dialog), dialogStaticText(dialog)});
+            const int index = static_cast<int>(run.windows.size()) - 1;
+            if (!(handler && handler(dialog, index))) pressDefaultButton(dialog);
+        }
+    }
+    DWORD code = 0;
+    if (GetExitCodeProcess(pi.hProcess, &code) && code != STILL_ACTIVE) {
+        run.exited = code != 255 || GetTickCount() - start <= timeLimitMs;
+        run.exitCode = code;
+    }
+    CloseHandle(pi.hThread);
+    CloseHandle(pi.hProcess);
+    return run;
+}
