@@ -3,10 +3,19 @@
 // case-sensitive substring search, in a fixed order, so "/INITCONFIG/F" also
 // runs the "/INITCONFIG" row; independently, the text up to its first "/" is a
 // local document to load.
+//
+// The path goes through a 260-character buffer (259 characters and the
+// terminator). The program never checked that copy; here a longer line keeps
+// its first 259 characters as the path (before the cut at "/"), while the
+// switches are still searched for in the whole line. A NUL ends the line, as
+// it ends the C string the system hands over.
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+inline constexpr std::size_t kMaxDocumentPath = 259;
 
 enum class StartupAction {
     SetUpdateMode,    // updateModeFlag = 1

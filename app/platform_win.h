@@ -4,16 +4,15 @@
 #include <cstdint>
 #include <string>
 
+#include "app/platform.h"
 #include "base/win_headers.h"
-
-inline constexpr uint32_t kPlatformsAllKnown = 0xFFFFFFFF;   // codes 7 to 19
-inline constexpr uint32_t kPlatformsXpOrLater = 0xFFFFFFFE;  // codes 12 to 19
 
 // 0 unknown, 12 XP, 14 Vista, 15 7, 16 8, 17 8.1, 18 10, 19 11. With name,
 // also the platform's name and service pack ("Windows XP SP3").
 uint32_t getPlatformCode(std::string* name = nullptr);
-// selector: 0, kPlatformsAllKnown, kPlatformsXpOrLater, or a zero-terminated
-// list of at most 20 codes.
+// selector: &kPlatformsAllKnown, &kPlatformsXpOrLater, or a list of at most
+// 20 codes ended by 0; null selects nothing.
 bool isPlatformSupported(const uint32_t* selector);
-// The modal "not compatible" dialog (template 9992) for productName.
+// The modal "not compatible" dialog (template IDD_INCOMPATIBLE) for
+// productName: 1 when the user chose the web page, 2 when dismissed.
 INT_PTR showIncompatiblePlatformBox(HWND owner, const char* productName);

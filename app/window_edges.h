@@ -2,7 +2,10 @@
 // The main window's remembered edges: where a stored rectangle puts the window
 // (at least 360 x 160 pixels, pulled back onto the primary screen) and what a
 // closing window stores. Pure arithmetic on the four StickyWindow settings, so
-// every stored value, however strange, has a tested outcome.
+// every stored value, however strange, has a tested outcome. Each setting is
+// the int32 coordinate it was written from (4294967291 is -5); a negative
+// left or top, which only a hand-edited file holds, puts the window at the
+// screen's edge and keeps its size to the screen's.
 #include <cstdint>
 #include <optional>
 

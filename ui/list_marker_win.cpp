@@ -1,4 +1,87 @@
-// Placeholder until the list markers land.
+// Row markers of the item list. The pictures are bitmap files with straight
+// alpha; the list box draws on an opaque background it knows, so each picture
+// is blended over that colour in memory (base/packed_dib) and copied as a
+// plain 24-bit DIB, which every device context takes without alpha support.
 #include "ui/list_marker_win.h"
 
-void drawListMarker(HDC, const RECT&, int, COLORREF) {}
+#include <optional>
+#include <vector>
+
+#include "base/packed_dib.h"
+#include "base/win_handles.h"
+#include "resources/resource.h"
+#include "ui/dialog_win.h"
+
+namespace {
+
+struct MarkerStyle {
+    COLORREF light, fill, dark;
+    int resource;
+};
+
+// By importance 1, 2, 3; every other importance uses kOtherMarker.
+constexpr MarkerStyle kMarkers[] = {
+    {0x00FF00, 0x00C000, 0x004000, IDR_MARKER_LOW},
+    {0x00FFFF, 0x00C0C0, 0x004040, IDR_MARKER_MEDIUM},
+    {0x0000FF, 0x0000C0, 0x000040, IDR_MARKER_HIGH},
+};
+constexpr MarkerStyle kOtherMarker = {0xDFCEB3, 0xC7A976, 0x8B6C38, IDR_MARKER_OTHER};
+
+constexpr int kPictureSize = 16;
+constexpr int kPictureTop = 3;
+
+const MarkerStyle& styleFor(int importance) {
+    return importance >= 1 && importance <= 3 ? kMarkers[importance - 1] : kOtherMarker;
+}
+
+using UniquePen = UniqueHandle<NullHandleTraits<HPEN, DeleteObject>>;
+using UniqueBrush = UniqueHandle<NullHandleTraits<HBRUSH, DeleteObject>>;
+
+void polyline(HDC dc, COLORREF colour, const POINT (&points)[3]) {
+    UniquePen pen(CreatePen(PS_SOLID, 1, colour));
+    ScopedSelect select(dc, pen.get());
+    MoveToEx(dc, points[0].x, points[0].y, nullptr);
+    LineTo(dc, points[1].x, points[1].y);
+    LineTo(dc, points[2].x, points[2].y);
+}
+
+}  // namespace
+
+std::span<const uint8_t> markerPictureResource(int importance) {
+    HINSTANCE module = resourceModule();
+    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(styleFor(importance).resource),
+                                MAKEINTRESOURCEA(10));  // RT_RCDATA
+    HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
+    const void* data = loaded ? LockResource(loaded) : nullptr;
+    if (!data) return {};
+    // Resources stay mapped for the life of the module: nothing to release.
+    return {static_cast<const uint8_t*>(data), SizeofResource(module, found)};
+}
+
+bool drawMarkerPicture(HDC dc, const RECT& row, std::span<const uint8_t> bmpFile,
+                       COLORREF background) {
+    const std::optional<DibInfo> info = readBmpFileInfo(bmpFile);
+    if (!info) return false;
+    if (background == kButtonFaceBackground) background = GetSysColor(COLOR_BTNFACE);
+    const std::vector<uint8_t> composed = compositeOverColour(bmpFile, *info, background);
+    if (composed.empty()) return false;
+    const int x = row.left + (row.bottom - row.top - kPictureSize) / 2;
+    const int y = row.top + kPictureTop;
+    const auto* header = reinterpret_cast<const BITMAPINFO*>(composed.data());
+    return SetDIBitsToDevice(dc, x, y, info->width, info->height, 0, 0, 0, info->height,
+                             composed.data() + kInfoHeaderSize, header, DIB_RGB_COLORS) != 0;
+}
+
+void drawMarkerSquare(HDC dc, const RECT& row, int importance) {
+    const MarkerStyle& style = styleFor(importance);
+    const RECT r{row.left + 7, row.top + 3, row.left + 21, row.bottom - 4};
+    UniqueBrush fill(CreateSolidBrush(style.fill));
+    FillRect(dc, &r, fill.get());
+    polyline(dc, style.light, {{r.left, r.bottom}, {r.left, r.top}, {r.right, r.top}});
+    polyline(dc, style.dark, {{r.right, r.top}, {r.right, r.bottom}, {r.left, r.bottom}});
+}
+
+void drawListMarker(HDC dc, const RECT& row, int importance, COLORREF background) {
+    if (!drawMarkerPicture(dc, row, markerPictureResource(importance), background))
+        drawMarkerSquare(dc, row, importance);
+}

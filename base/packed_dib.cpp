@@ -1,0 +1,155 @@
+// Bitmap headers, pixels and the blend over a colour (see packed_dib.h). Every
+// size is checked in 64-bit arithmetic against the bytes actually present
+// before any pixel is touched.
+#include "base/packed_dib.h"
+
+namespace {
+
+uint32_t read16(std::span<const uint8_t> b, std::size_t at) {
+    return b[at] | b[at + 1] << 8;
+}
+
+uint32_t read32(std::span<const uint8_t> b, std::size_t at) {
+    return static_cast<uint32_t>(b[at]) | static_cast<uint32_t>(b[at + 1]) << 8 |
+           static_cast<uint32_t>(b[at + 2]) << 16 | static_cast<uint32_t>(b[at + 3]) << 24;
+}
+
+void write16(uint8_t* p, uint32_t v) {
+    p[0] = static_cast<uint8_t>(v);
+    p[1] = static_cast<uint8_t>(v >> 8);
+}
+
+void write32(uint8_t* p, uint32_t v) {
+    for (int i = 0; i < 4; ++i) p[i] = static_cast<uint8_t>(v >> (8 * i));
+}
+
+constexpr uint32_t kBiRgb = 0;
+
+// The info header at headerOffset; bitsOffset is given for files and left 0
+// for packed DIBs, where the pixels follow the colour table.
+std::optional<DibInfo> readInfoHeader(std::span<const uint8_t> b, std::size_t headerOffset,
+                                      uint64_t bitsOffset) {
+    if (b.size() < headerOffset + kInfoHeaderSize) return std::nullopt;
+    const uint32_t headerSize = read32(b, headerOffset);
+    const int32_t width = static_cast<int32_t>(read32(b, headerOffset + 4));
+    const int32_t height = static_cast<int32_t>(read32(b, headerOffset + 8));
+    const uint32_t planes = read16(b, headerOffset + 12);
+    const uint32_t bits = read16(b, headerOffset + 14);
+    const uint32_t compression = read32(b, headerOffset + 16);
+    const uint32_t coloursUsed = read32(b, headerOffset + 32);
+
+    if (headerSize < kInfoHeaderSize || headerOffset + uint64_t{headerSize} > b.size())
+        return std::nullopt;
+    if (width <= 0 || width > kMaxDibSide || height == 0 || height < -kMaxDibSide ||
+        height > kMaxDibSide || planes != 1 || compression != kBiRgb)
+        return std::nullopt;
+    if (bits != 1 && bits != 4 && bits != 8 && bits != 16 && bits != 24 && bits != 32)
+        return std::nullopt;
+
+    uint64_t colours = coloursUsed;
+    if (bits <= 8) {
+        if (colours > (1u << bits)) return std::nullopt;
+        if (colours == 0) colours = 1u << bits;
+    } else if (colours > 256) {
+        return std::nullopt;
+    }
+    const uint64_t afterTable = headerOffset + uint64_t{headerSize} + 4 * colours;
+    if (bitsOffset == 0) bitsOffset = afterTable;
+    if (bitsOffset < afterTable) return std::nullopt;
+
+    DibInfo info;
+    info.width = width;
+    info.height = height < 0 ? -height : height;
+    info.bottomUp = height > 0;
+    info.bitCount = static_cast<uint16_t>(bits);
+    info.stride = dibStride(width, bits);
+    info.headerOffset = headerOffset;
+    if (bitsOffset + uint64_t{info.stride} * info.height > b.size()) return std::nullopt;
+    info.bitsOffset = static_cast<std::size_t>(bitsOffset);
+    return info;
+}
+
+// Where pixel (x, y from the top) starts, or -1 when it does not exist in bytes.
+std::ptrdiff_t pixelOffset(std::size_t size, const DibInfo& info, int x, int y) {
+    if ((info.bitCount != 24 && info.bitCount != 32) || x < 0 || y < 0 || x >= info.width ||
+        y >= info.height)
+        return -1;
+    const std::size_t row = info.bottomUp ? info.height - 1 - y : y;
+    const std::size_t at =
+        info.bitsOffset + row * info.stride + std::size_t(x) * (info.bitCount / 8);
+    return at + info.bitCount / 8 <= size ? static_cast<std::ptrdiff_t>(at) : -1;
+}
+
+}  // namespace
+
+std::optional<DibInfo> readBmpFileInfo(std::span<const uint8_t> file) {
+    if (file.size() < kFileHeaderSize || file[0] != 'B' || file[1] != 'M') return std::nullopt;
+    const uint32_t bitsOffset = read32(file, 10);
+    if (bitsOffset < kFileHeaderSize + kInfoHeaderSize) return std::nullopt;
+    return readInfoHeader(file, kFileHeaderSize, bitsOffset);
+}
+
+std::optional<DibInfo> readPackedDibInfo(std::span<const uint8_t> dib) {
+    return readInfoHeader(dib, 0, 0);
+}
+
+uint32_t getDibPixel(std::span<const uint8_t> bytes, const DibInfo& info, int x, int y) {
+    const std::ptrdiff_t at = pixelOffset(bytes.size(), info, x, y);
+    if (at < 0) return kNoPixel;
+    const uint8_t* p = bytes.data() + at;
+    const uint32_t alpha = info.bitCount == 32 ? p[3] : 0;
+    return uint32_t{p[2]} | uint32_t{p[1]} << 8 | uint32_t{p[0]} << 16 | alpha << 24;
+}
+
+bool setDibPixel(std::span<uint8_t> bytes, const DibInfo& info, int x, int y, uint32_t value) {
+    const std::ptrdiff_t at = pixelOffset(bytes.size(), info, x, y);
+    if (at < 0) return false;
+    uint8_t* p = bytes.data() + at;
+    p[0] = static_cast<uint8_t>(value >> 16);
+    p[1] = static_cast<uint8_t>(value >> 8);
+    p[2] = static_cast<uint8_t>(value);
+    if (info.bitCount == 32) p[3] = static_cast<uint8_t>(value >> 24);
+    return true;
+}
+
+std::vector<uint8_t> makePackedDib(int32_t width, int32_t height, uint16_t bitCount) {
+    if (width <= 0 || height <= 0 || width > kMaxDibSide || height > kMaxDibSide ||
+        (bitCount != 24 && bitCount != 32))
+        return {};
+    const std::size_t imageSize = dibStride(width, bitCount) * height;
+    std::vector<uint8_t> dib(kInfoHeaderSize + imageSize);
+    uint8_t* h = dib.data();
+    write32(h, kInfoHeaderSize);
+    write32(h + 4, static_cast<uint32_t>(width));
+    write32(h + 8, static_cast<uint32_t>(height));
+    write16(h + 12, 1);
+    write16(h + 14, bitCount);
+    write32(h + 16, kBiRgb);
+    write32(h + 20, static_cast<uint32_t>(imageSize));
+    return dib;
+}
+
+std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const DibInfo& source,
+                                         uint32_t colour) {
+    if (source.bitCount != 32) return {};
+    std::vector<uint8_t> out = makePackedDib(source.width, source.height, 24);
+    const std::optional<DibInfo> target = readPackedDibInfo(out);
+    if (!target) return {};
+    const uint32_t background[3] = {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF};
+    for (int y = 0; y < source.height; ++y) {
+        for (int x = 0; x < source.width; ++x) {
+            const uint32_t pixel = getDibPixel(bytes, source, x, y);
+            if (pixel == kNoPixel && pixelOffset(bytes.size(), source, x, y) < 0) return {};
+            const uint32_t alpha = pixel >> 24;
+            uint32_t blended = 0;
+            for (int channel = 0; channel < 3; ++channel) {
+                const uint32_t p = pixel >> (8 * channel) & 0xFF;
+                const uint32_t value =
+                    (p * alpha / 255 + background[channel] * (255 - alpha) / 255) & 0xFF;
+                blended |= value << (8 * channel);
+            }
+            setDibPixel(out, *target, x, y, blended);
+        }
+    }
+    return out;
+}

@@ -1,0 +1,201 @@
+// Row markers drawn into memory and read back: every pixel of each picture is
+// the blend of the embedded artwork over the row's background, placed where
+// the row's geometry says; the bevelled square appears when no picture can be
+// had. A magnified sheet of all of them is saved for people to look at.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+
+#include "base/packed_dib.h"
+#include "base/win_handles.h"
+#include "tests/win/test_support.h"
+#include "ui/list_marker_win.h"
+
+namespace {
+
+using UniqueBitmap = UniqueHandle<NullHandleTraits<HBITMAP, DeleteObject>>;
+using UniqueDc = UniqueHandle<NullHandleTraits<HDC, DeleteDC>>;
+using UniqueBrush = UniqueHandle<NullHandleTraits<HBRUSH, DeleteObject>>;
+
+// A 32-bit top-down memory canvas filled with one colour.
+class Canvas {
+  public:
+    Canvas(int width, int height, COLORREF colour) : width_(width), height_(height) {
+        BITMAPINFOHEADER info = {sizeof info, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        dc_.reset(CreateCompatibleDC(nullptr));
+        bitmap_.reset(CreateDIBSection(dc_.get(), reinterpret_cast<BITMAPINFO*>(&info),
+                                       DIB_RGB_COLORS, &bits_, nullptr, 0));
+        old_ = SelectObject(dc_.get(), bitmap_.get());
+        fill({0, 0, width, height}, colour);
+    }
+    ~Canvas() { SelectObject(dc_.get(), old_); }
+    HDC dc() const { return dc_.get(); }
+    COLORREF at(int x, int y) const { return GetPixel(dc_.get(), x, y); }
+    void fill(const RECT& r, COLORREF colour) {
+        UniqueBrush brush(CreateSolidBrush(colour));
+        FillRect(dc_.get(), &r, brush.get());
+    }
+    // As a 24-bit bitmap file in the screenshot folder.
+    void save(const std::string& name) const {
+        const std::string dir = testEnv("HERALDER_SHOT_DIR");
+        if (dir.empty()) return;
+        std::vector<uint8_t> dib = makePackedDib(width_, height_, 24);
+        const DibInfo info = *readPackedDibInfo(dib);
+        for (int y = 0; y < height_; ++y)
+            for (int x = 0; x < width_; ++x) setDibPixel(dib, info, x, y, at(x, y));
+        BITMAPFILEHEADER file = {0x4D42, DWORD(sizeof(BITMAPFILEHEADER) + dib.size()), 0, 0,
+                                 DWORD(sizeof(BITMAPFILEHEADER) + kInfoHeaderSize)};
+        if (std::FILE* f = std::fopen((dir + "\\" + name + ".bmp").c_str(), "wb")) {
+            std::fwrite(&file, sizeof file, 1, f);
+            std::fwrite(dib.data(), 1, dib.size(), f);
+            std::fclose(f);
+        }
+    }
+
+  private:
+    int width_, height_;
+    UniqueDc dc_;
+    UniqueBitmap bitmap_;
+    HGDIOBJ old_ = nullptr;
+    void* bits_ = nullptr;
+};
+
+// The blend written out again, independently of the code under test.
+COLORREF blend(uint32_t pixel, COLORREF background) {
+    const uint32_t a = pixel >> 24;
+    uint32_t out = 0;
+    for (int shift : {0, 8, 16}) {
+        const uint32_t p = pixel >> shift & 0xFF, c = background >> shift & 0xFF;
+        out |= (p * a / 255 + c * (255 - a) / 255) << shift;
+    }
+    return out;
+}
+
+int channel(COLORREF c, int shift) {
+    return c >> shift & 0xFF;
+}
+
+}  // namespace
+
+TEST(ListMarker, PictureIsTheArtworkBlendedOverTheRowBackground) {
+    const COLORREF highlight = GetSysColor(COLOR_HIGHLIGHT);
+    const struct {
+        const char* name;
+        COLORREF background, seen;
+    } backgrounds[] = {
+        {"white", 0xFFFFFF, 0xFFFFFF},
+        {"highlight", highlight, highlight},
+        {"button face", kButtonFaceBackground, GetSysColor(COLOR_BTNFACE)},
+    };
+    // What the middle of each ball looks like, from its red, green and blue.
+    using Hue = bool (*)(int r, int g, int b);
+    const Hue red = [](int r, int g, int b) { return r > g + 80 && r > b + 80; };
+    const Hue yellow = [](int r, int g, int b) { return r > b + 80 && g > b + 80; };
+    const Hue green = [](int r, int g, int b) { return g > r + 80 && g > b + 80; };
+    const Hue blueGrey = [](int r, int g, int b) { return b > r + 40 && b >= g && g > r; };
+    const struct {
+        int importance;
+        Hue hue;
+    } markers[] = {{3, red}, {2, yellow}, {1, green}, {0, blueGrey}, {7, blueGrey}};
+
+    const RECT row{10, 20, 300, 40};  // 20 pixels high: the picture at (12, 23)
+    for (const auto& m : markers) {
+        const std::span<const uint8_t> file = markerPictureResource(m.importance);
+        const std::optional<DibInfo> info = readBmpFileInfo(file);
+        ASSERT_TRUE(info) << m.importance;
+        ASSERT_EQ(info->bitCount, 32);
+        ASSERT_EQ(info->width, 16);
+        ASSERT_EQ(info->height, 16);
+        int partial = 0;
+        for (const auto& bg : backgrounds) {
+            SCOPED_TRACE(testing::Message() << "importance " << m.importance << " on " << bg.name);
+            Canvas canvas(320, 60, bg.seen);
+            drawListMarker(canvas.dc(), row, m.importance, bg.background);
+            for (int y = 0; y < 16; ++y) {
+                for (int x = 0; x < 16; ++x) {
+                    const uint32_t source = getDibPixel(file, *info, x, y);
+                    partial += (source >> 24) > 0 && (source >> 24) < 255;
+                    ASSERT_EQ(canvas.at(12 + x, 23 + y), blend(source, bg.seen)) << x << "," << y;
+                }
+            }
+            // Transparent corners, untouched surroundings.
+            EXPECT_EQ(getDibPixel(file, *info, 0, 0) >> 24, 0u);
+            EXPECT_EQ(canvas.at(12, 23), bg.seen);
+            for (auto [x, y] : {std::pair{11, 23}, {28, 23}, {12, 22}, {12, 39}})
+                EXPECT_EQ(canvas.at(x, y), bg.seen) << x << "," << y;
+            // The ball's middle is opaque and has its importance's colour.
+            const COLORREF middle = canvas.at(12 + 8, 23 + 9);
+            EXPECT_EQ(getDibPixel(file, *info, 8, 9) >> 24, 255u);
+            const int r = channel(middle, 0), g = channel(middle, 8), b = channel(middle, 16);
+            EXPECT_TRUE(m.hue(r, g, b)) << std::hex << middle;
+        }
+        EXPECT_GT(partial, 0) << "edges are not anti-aliased";
+    }
+}
+
+TEST(ListMarker, PictureThatCannotBeMadeDrawsNothing) {
+    const std::span<const uint8_t> good = markerPictureResource(1);
+    std::vector<uint8_t> shallow(good.begin(), good.end());
+    shallow[28] = 24;  // claims 24 bits: only 32-bit pictures are blended
+    const std::vector<std::vector<uint8_t>> bad = {
+        {}, std::vector<uint8_t>(good.begin(), good.end() - 1), shallow};
+    for (const auto& file : bad) {
+        Canvas canvas(40, 20, 0xFFFFFF);
+        EXPECT_FALSE(drawMarkerPicture(canvas.dc(), {0, 0, 40, 20}, file, 0xFFFFFF));
+        for (int y = 0; y < 20; ++y)
+            for (int x = 0; x < 40; ++x) ASSERT_EQ(canvas.at(x, y), 0xFFFFFFu);
+    }
+}
+
+TEST(ListMarker, FallbackSquareIsBevelledInTheImportanceColours) {
+    const struct {
+        int importance;
+        COLORREF light, fill, dark;
+    } cases[] = {{1, 0x00FF00, 0x00C000, 0x004000},
+                 {2, 0x00FFFF, 0x00C0C0, 0x004040},
+                 {3, 0x0000FF, 0x0000C0, 0x000040},
+                 {0, 0xDFCEB3, 0xC7A976, 0x8B6C38},
+                 {-1, 0xDFCEB3, 0xC7A976, 0x8B6C38}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.importance);
+        Canvas canvas(60, 40, 0xFFFFFF);
+        drawMarkerSquare(canvas.dc(), {5, 10, 60, 30}, c.importance);
+        // The square spans (12, 13) to (26, 26).
+        const struct {
+            int x, y;
+            COLORREF want;
+        } pixels[] = {{12, 26, c.light},  {12, 13, c.light},  {25, 13, c.light},
+                      {26, 13, c.dark},   {26, 26, c.dark},   {13, 26, c.dark},
+                      {13, 14, c.fill},   {25, 25, c.fill},   {11, 13, 0xFFFFFF},
+                      {27, 13, 0xFFFFFF}, {12, 12, 0xFFFFFF}, {12, 27, 0xFFFFFF}};
+        for (const auto& p : pixels) EXPECT_EQ(canvas.at(p.x, p.y), p.want) << p.x << "," << p.y;
+    }
+}
+
+// Every marker on white, on the highlight and on button face, then the
+// fallback squares on white and on the highlight, eight times enlarged.
+TEST(ListMarker, SheetForPeopleToLookAt) {
+    const COLORREF backgrounds[] = {0xFFFFFF, GetSysColor(COLOR_HIGHLIGHT),
+                                    GetSysColor(COLOR_BTNFACE)};
+    const int importances[] = {3, 2, 1, 0};
+    constexpr int kCell = 24, kRow = 20, kScale = 8;
+    Canvas sheet(4 * kCell, 5 * kRow, 0xFFFFFF);
+    for (int line = 0; line < 5; ++line) {
+        const COLORREF bg = backgrounds[line < 3 ? line : line - 3];
+        for (int i = 0; i < 4; ++i) {
+            const RECT row{i * kCell, line * kRow, (i + 1) * kCell, (line + 1) * kRow};
+            sheet.fill(row, bg);
+            if (line < 3)
+                drawListMarker(sheet.dc(), row, importances[i], bg);
+            else
+                drawMarkerSquare(sheet.dc(), row, importances[i]);
+        }
+    }
+    Canvas big(4 * kCell * kScale, 5 * kRow * kScale, 0xFFFFFF);
+    SetStretchBltMode(big.dc(), COLORONCOLOR);
+    StretchBlt(big.dc(), 0, 0, 4 * kCell * kScale, 5 * kRow * kScale, sheet.dc(), 0, 0, 4 * kCell,
+               5 * kRow, SRCCOPY);
+    big.save("list_markers");
+    EXPECT_EQ(big.at(0, 0), 0xFFFFFFu);
+}

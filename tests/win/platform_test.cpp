@@ -1,0 +1,232 @@
+// The running release as Wine reports it, checked against the registry the
+// code also reads, the Windows 11 rule exercised through a scratch registry
+// value, and the "not compatible" dialog opened from its template.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/platform_win.h"
+#include "base/win_handles.h"
+#include "resources/resource.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+using UniqueKey = UniqueHandle<NullHandleTraits<HKEY, RegCloseKey>>;
+constexpr char kVersionKey[] = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion";
+
+std::optional<std::string> currentBuild() {
+    char text[64] = {};
+    DWORD size = sizeof text - 1;
+    if (RegGetValueA(HKEY_LOCAL_MACHINE, kVersionKey, "CurrentBuild", RRF_RT_REG_SZ, nullptr, text,
+                     &size) != ERROR_SUCCESS)
+        return std::nullopt;
+    return std::string(text);
+}
+
+bool setCurrentBuild(const std::string& text) {
+    UniqueKey key;
+    return RegOpenKeyExA(HKEY_LOCAL_MACHINE, kVersionKey, 0, KEY_SET_VALUE, key.put()) ==
+               ERROR_SUCCESS &&
+           RegSetValueExA(key.get(), "CurrentBuild", 0, REG_SZ,
+                          reinterpret_cast<const BYTE*>(text.c_str()),
+                          static_cast<DWORD>(text.size() + 1)) == ERROR_SUCCESS;
+}
+
+const std::string kExpectedText =
+    "This version of Quenmark Heralder is not compatible with your installation of Windows. "
+    "You need newer software.\n\nPlease click on Web Page to visit us on line and download an "
+    "upgrade for this application.";
+
+// Height the text needs in its control's width and font.
+int neededTextHeight(HWND box) {
+    HWND control = GetDlgItem(box, IDC_INCOMPATIBLE_TEXT);
+    const RECT r = clientRectOf(box, IDC_INCOMPATIBLE_TEXT);
+    const std::string text = windowText(control);
+    WindowDc dc(control);
+    ScopedSelect font(dc.get(), reinterpret_cast<HGDIOBJ>(SendMessageA(control, WM_GETFONT, 0, 0)));
+    RECT need{0, 0, r.right - r.left, 0};
+    DrawTextA(dc.get(), text.c_str(), -1, &need, DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
+    return need.bottom;
+}
+
+// The box's controls all lie inside its client area, the text tall enough.
+void expectNothingClipped(HWND box) {
+    RECT client;
+    GetClientRect(box, &client);
+    for (int id : {IDC_INCOMPATIBLE_TEXT, IDC_BUTTON1, IDC_CANCELBUTTON}) {
+        const RECT r = clientRectOf(box, id);
+        EXPECT_GE(r.left, 0) << id;
+        EXPECT_GE(r.top, 0) << id;
+        EXPECT_LE(r.right, client.right) << id;
+        EXPECT_LE(r.bottom, client.bottom) << id;
+    }
+    const RECT text = clientRectOf(box, IDC_INCOMPATIBLE_TEXT);
+    EXPECT_GE(text.bottom - text.top, neededTextHeight(box));
+}
+
+}  // namespace
+
+TEST(PlatformUnderWine, CodeIsAKnownReleaseThatAgreesWithTheRegistry) {
+    std::string name;
+    const uint32_t code = getPlatformCode(&name);
+    EXPECT_EQ(getPlatformCode(), code);
+    EXPECT_TRUE(code == 12 || (code >= 14 && code <= 19)) << code;
+    EXPECT_EQ(name.rfind("Windows ", 0), 0u) << name;
+    EXPECT_EQ(name.find("unknown"), std::string::npos) << name;
+    if (code >= 18) {
+        const std::optional<std::string> build = currentBuild();
+        ASSERT_TRUE(build);
+        EXPECT_EQ(std::atoi(build->c_str()) >= 22000, code == 19) << *build;
+        EXPECT_EQ(name, code == 19 ? "Windows 11" : "Windows 10");
+    }
+    const uint32_t justThis[] = {13, code, 0};
+    const uint32_t others[] = {13, code + 1, 0};
+    EXPECT_TRUE(isPlatformSupported(&kPlatformsXpOrLater));
+    EXPECT_TRUE(isPlatformSupported(&kPlatformsAllKnown));
+    EXPECT_TRUE(isPlatformSupported(justThis));
+    EXPECT_FALSE(isPlatformSupported(others));
+    EXPECT_FALSE(isPlatformSupported(nullptr));
+}
+
+// Windows 11 reports version 10.0: only the registry's build number tells.
+TEST(PlatformUnderWine, BuildNumberFromTheRegistryMakesWindows11) {
+    const std::optional<std::string> saved = currentBuild();
+    if (!saved || getPlatformCode() < 18)
+        GTEST_SKIP() << "Wine does not report Windows 10 or later";
+    const struct {
+        const char* build;
+        uint32_t code;
+        const char* name;
+    } cases[] = {
+        {"21999", 18, "Windows 10"}, {"22000", 19, "Windows 11"}, {"26100", 19, "Windows 11"}};
+    for (const auto& c : cases) {
+        ASSERT_TRUE(setCurrentBuild(c.build));
+        std::string name;
+        EXPECT_EQ(getPlatformCode(&name), c.code) << c.build;
+        EXPECT_EQ(name, c.name);
+    }
+    EXPECT_TRUE(setCurrentBuild(*saved));
+}
+
+// Wine reports Windows 7 unless told otherwise, which leaves the registry
+// half of the rule unexercised. Wine takes a per-program version from
+// AppDefaults when a process starts, so the tests above run again in a child
+// of this program that Wine presents as Windows 10.
+TEST(PlatformUnderWine, SameChecksWhenWineReportsWindows10) {
+    if (!testEnv("HERALDER_PLATFORM_CHILD").empty() || getPlatformCode() >= 18)
+        GTEST_SKIP() << "already running as Windows 10 or later";
+    char exe[MAX_PATH] = {};
+    GetModuleFileNameA(nullptr, exe, sizeof exe);
+    const std::string program = exe;
+    const std::string appKey =
+        "Software\\Wine\\AppDefaults\\" + program.substr(program.find_last_of("\\/") + 1);
+    {
+        UniqueKey key;
+        ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, appKey.c_str(), 0, nullptr, 0, KEY_SET_VALUE,
+                                  nullptr, key.put(), nullptr),
+                  ERROR_SUCCESS);
+        ASSERT_EQ(RegSetValueExA(key.get(), "Version", 0, REG_SZ,
+                                 reinterpret_cast<const BYTE*>("win10"), 6),
+                  ERROR_SUCCESS);
+    }
+    char temp[MAX_PATH] = {};
+    GetTempPathA(sizeof temp, temp);
+    const std::string log = std::string(temp) + "heralder_platform_child.txt";
+    SECURITY_ATTRIBUTES inherit = {sizeof inherit, nullptr, TRUE};
+    HANDLE out = CreateFileA(log.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit, CREATE_ALWAYS,
+                             0, nullptr);
+    ASSERT_NE(out, INVALID_HANDLE_VALUE);
+    SetEnvironmentVariableA("HERALDER_PLATFORM_CHILD", "1");
+    std::string command = "\"" + program + "\" --gtest_filter=PlatformUnderWine.*";
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = startup.hStdError = out;
+    PROCESS_INFORMATION child{};
+    const bool started = CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr,
+                                        nullptr, &startup, &child);
+    SetEnvironmentVariableA("HERALDER_PLATFORM_CHILD", nullptr);
+    DWORD exitCode = 1;
+    if (started) {
+        WaitForSingleObject(child.hProcess, 60000);
+        GetExitCodeProcess(child.hProcess, &exitCode);
+        CloseHandle(child.hThread);
+        CloseHandle(child.hProcess);
+    }
+    CloseHandle(out);
+    RegDeleteKeyA(HKEY_CURRENT_USER, appKey.c_str());
+    ASSERT_TRUE(started);
+
+    std::string output;
+    if (std::FILE* f = std::fopen(log.c_str(), "rb")) {
+        char buffer[4096];
+        std::size_t n;
+        while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0) output.append(buffer, n);
+        std::fclose(f);
+    }
+    DeleteFileA(log.c_str());
+    EXPECT_EQ(exitCode, 0u) << output;
+    // Both registry tests ran rather than skipped.
+    EXPECT_NE(
+        output.find("[       OK ] PlatformUnderWine.BuildNumberFromTheRegistryMakesWindows11"),
+        std::string::npos)
+        << output;
+}
+
+TEST(IncompatiblePlatformBox, ShowsTheFormattedTextWithFocusOnWebPage) {
+    bool checked = false;
+    INT_PTR result = 0;
+    {
+        DialogDriver driver([&](HWND box) {
+            saveWindowScreenshot(box, "incompatible_platform");
+            EXPECT_EQ(itemText(box, IDC_INCOMPATIBLE_TEXT), kExpectedText);
+            EXPECT_EQ(itemText(box, IDC_BUTTON1), "Web page");
+            EXPECT_EQ(itemText(box, IDC_CANCELBUTTON), "Dismiss");
+            EXPECT_EQ(GetFocus(), GetDlgItem(box, IDC_BUTTON1));
+            EXPECT_NE(GetWindowLongA(box, GWL_STYLE) & WS_CAPTION, WS_CAPTION);
+            expectNothingClipped(box);
+            // Centred on the primary screen.
+            RECT r;
+            GetWindowRect(box, &r);
+            EXPECT_NEAR(r.left, (GetSystemMetrics(SM_CXSCREEN) - (r.right - r.left)) / 2, 1);
+            EXPECT_NEAR(r.top, (GetSystemMetrics(SM_CYSCREEN) - (r.bottom - r.top)) / 2, 1);
+            checked = true;
+            clickItem(box, IDC_CANCELBUTTON);
+        });
+        result = showIncompatiblePlatformBox(nullptr, "Quenmark Heralder");
+    }
+    EXPECT_TRUE(checked);
+    EXPECT_EQ(result, IDC_CANCELBUTTON);
+
+    DialogDriver escape([](HWND box) { pressKey(box, VK_ESCAPE); });
+    EXPECT_EQ(showIncompatiblePlatformBox(nullptr, "Quenmark Heralder"), IDC_CANCELBUTTON);
+}
+
+TEST(IncompatiblePlatformBox, LongProductNamesGrowTheBoxOrStayUnformatted) {
+    const auto repeated = [](const std::string& word, int n) {
+        std::string all;
+        while (n-- > 0) all += word;
+        return all;
+    };
+    const struct {
+        std::string product;
+        bool formatted;
+    } cases[] = {
+        {repeated("Quenmark Heralder Professional Edition ", 12), true},
+        {std::string(900, 'n'), false},  // 1024 characters or more once formatted
+    };
+    for (const auto& c : cases) {
+        DialogDriver driver([&](HWND box) {
+            const std::string text = itemText(box, IDC_INCOMPATIBLE_TEXT);
+            EXPECT_EQ(text.find(c.product) != std::string::npos, c.formatted);
+            EXPECT_EQ(text.find("%s") != std::string::npos, !c.formatted);
+            expectNothingClipped(box);
+            if (c.formatted) saveWindowScreenshot(box, "incompatible_platform_long_name");
+            clickItem(box, IDC_CANCELBUTTON);
+        });
+        EXPECT_EQ(showIncompatiblePlatformBox(nullptr, c.product.c_str()), IDC_CANCELBUTTON);
+    }
+}
