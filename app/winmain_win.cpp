@@ -60,8 +60,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
     AppState& a = app();
     a.instance = instance;
 
-    const uint32_t xpOrLater[] = {kPlatformsXpOrLater};
-    if (!isPlatformSupported(xpOrLater)) {
+    if (!isPlatformSupported(&kPlatformsXpOrLater)) {
         showIncompatiblePlatformBox(nullptr, kProductName);
         return 0;
     }
