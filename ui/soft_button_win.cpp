@@ -322,6 +322,12 @@ LRESULT CALLBACK softButtonProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp, UINT_
             repaint(hwnd);
             return result;
         }
+        case WM_UPDATEUISTATE: {
+            // Alt shows the mnemonic underlines and focus rectangle.
+            const LRESULT result = DefSubclassProc(hwnd, msg, wp, lp);
+            repaint(hwnd);
+            return result;
+        }
         case WM_ERASEBKGND:
             return TRUE;  // the face covers every pixel
         case WM_NCDESTROY:

@@ -37,19 +37,15 @@ SpinRange parseSpinRange(std::string_view text) {
     SpinRange range;
     int* const fields[] = {&range.minimum, &range.maximum, &range.start};
     std::size_t pos = 0;
-    int read = 0;
     for (int* field : fields) {
-        if (read > 0) {
+        if (field != fields[0]) {
             if (pos >= text.size() || text[pos] != ',') break;
             ++pos;
         }
         const std::optional<long long> value = readNumber(text, pos);
         if (!value) break;
         *field = static_cast<int>(std::clamp<long long>(*value, INT_MIN, INT_MAX));
-        ++read;
     }
-    range.hasRange = read >= 2;
-    range.hasStart = read == 3;
     return range;
 }
 

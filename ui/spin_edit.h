@@ -10,8 +10,6 @@ struct SpinRange {
     int minimum = 0;
     int maximum = 100;
     int start = 0;
-    bool hasRange = false;  // both bounds were in the text
-    bool hasStart = false;  // the third number was too
 };
 
 // Reads "min,max,start" as "%d,%d,%d" would: each number may follow spaces,

@@ -30,7 +30,9 @@ void initSpinEdit(HWND dialog, int id) {
         // Setting the buddy again would narrow an aligned buddy once more.
         if (edit && reinterpret_cast<HWND>(SendMessageA(upDown, UDM_GETBUDDY, 0, 0)) != edit)
             SendMessageA(upDown, UDM_SETBUDDY, reinterpret_cast<WPARAM>(edit), 0);
-        if (range.hasRange) SendMessageA(upDown, UDM_SETRANGE32, range.minimum, range.maximum);
+        // Without bounds in the text the control's own default would step
+        // from 100 down to 0; the field's 0 to 100 is set instead.
+        SendMessageA(upDown, UDM_SETRANGE32, range.minimum, range.maximum);
     }
     setSpinEditValue(dialog, id, range.start);
 }

@@ -13,8 +13,8 @@ inline constexpr int kSpinUpDownOffset = 10000;
 SpinRange spinEditRange(HWND dialog, int id);
 
 // Sets the field up when its dialog opens: the up-down control takes the edit
-// as its buddy (unless it already has it), the range when the text gives both
-// bounds and the start value, clamped; the edit shows that value.
+// as its buddy (unless it already has it) and the range, and the edit shows
+// the start value, clamped.
 void initSpinEdit(HWND dialog, int id);
 
 // Shows value, clamped to the range, in the edit and as the up-down position.

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -181,6 +182,32 @@ TEST_F(SoftButtons, EnablingAndDisablingShowsAtOnce) {
             EndDialog(dialog, 0);
         });
     }
+}
+
+// Pumps the dialog's messages for up to a second until done() holds.
+bool waitFor(HWND dialog, const std::function<bool()>& done) {
+    for (int i = 0; i < 100; ++i) {
+        pump(dialog);
+        if (done()) return true;
+        Sleep(10);
+    }
+    return false;
+}
+
+TEST_F(SoftButtons, TheMouseLightsAButtonUntilItLeaves) {
+    runWithStyle(kSoftButtonsSoft, [&](HWND dialog) {
+        HWND cancel = GetDlgItem(dialog, IDC_CANCELBUTTON);
+        UpdateWindow(dialog);
+        const std::vector<uint32_t> normal = pixelsOf(cancel);
+        RECT r;
+        GetWindowRect(cancel, &r);
+        SetCursorPos((r.left + r.right) / 2, (r.top + r.bottom) / 2);
+        PostMessageA(cancel, WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+        EXPECT_TRUE(waitFor(dialog, [&] { return pixelsOf(cancel) != normal; }));
+        SetCursorPos(0, 0);
+        EXPECT_TRUE(waitFor(dialog, [&] { return pixelsOf(cancel) == normal; }));
+        EndDialog(dialog, 0);
+    });
 }
 
 // ---- Faces drawn off screen in every state ---------------------------------------

@@ -36,7 +36,10 @@ TEST(SpinEdit, TemplateTextSetsRangeAndFirstValue) {
         EXPECT_EQ(getSpinEditValue(dialog, IDC_TEST_COUNT), 6);
         // An up-down without numbers: 0 to 100, starting at 0.
         EXPECT_EQ(itemText(dialog, IDC_TEST_PLAIN), "0");
-        EXPECT_EQ(spinEditRange(dialog, IDC_TEST_PLAIN).maximum, 100);
+        SendDlgItemMessageA(dialog, IDC_TEST_PLAIN_UPDOWN, UDM_GETRANGE32,
+                            reinterpret_cast<WPARAM>(&low), reinterpret_cast<LPARAM>(&high));
+        EXPECT_EQ(low, 0);
+        EXPECT_EQ(high, 100);
         // The arrow keys step the field through its up-down control.
         SetFocus(GetDlgItem(dialog, IDC_TEST_COUNT));
         SendDlgItemMessageA(dialog, IDC_TEST_COUNT, WM_KEYDOWN, VK_UP, 1);
