@@ -42,9 +42,3 @@ MessageBoxLayout layoutMessageBox(const MessageBoxMeasures& m) {
     out.windowHeight = 2 * m.frameHeight + topMargin + last + 2 * margin + m.captionHeight;
     return out;
 }
-
-int iconSizeFor(int side) {
-    for (int size : {256, 128, 64, 32})
-        if (side > size) return size;
-    return 16;
-}

@@ -37,7 +37,3 @@ struct MessageBoxLayout {
 inline constexpr int kCheckBoxHeight = 16;
 
 MessageBoxLayout layoutMessageBox(const MessageBoxMeasures& m);
-
-// Side of the icon drawn in a square of the given smaller side: the largest
-// standard size that fits, never below 16.
-int iconSizeFor(int side);

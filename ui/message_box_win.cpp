@@ -9,6 +9,7 @@
 #include "base/win_handles.h"
 #include "resources/resource.h"
 #include "ui/dialog_win.h"
+#include "ui/icon_button_win.h"
 #include "ui/message_box_win.h"
 #include "ui/message_box_layout.h"
 
@@ -64,23 +65,13 @@ class MessageBoxDialog : public Dialog {
     void onDestroy() override { stopSound(); }
 
     void layOut();
-    void loadIcon();
     void startSound();
     void stopSound();
     void close(int result);
 
     MessageBoxSpec& request_;
-    UniqueIcon icon_;
     bool soundPlaying_ = false;
 };
-
-void MessageBoxDialog::loadIcon() {
-    if (!request_.iconId) return;
-    const LayoutRect r = layoutRectOf(hwnd(), IDC_ICONBUTTON);
-    const int size = iconSizeFor(std::min(r.width, r.height));
-    icon_.reset(static_cast<HICON>(LoadImageA(resourceModule(), MAKEINTRESOURCEA(request_.iconId),
-                                              IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
-}
 
 void MessageBoxDialog::startSound() {
     if (!(request_.style & kMbSound) || !request_.soundName) return;
@@ -152,7 +143,6 @@ BOOL MessageBoxDialog::onInitDialog() {
     if (request_.style & kMbButton1Text)
         SetDlgItemTextA(hwnd(), IDC_BUTTON1, request_.button1Text.c_str());
     layOut();
-    loadIcon();
     startSound();
     SetFocus(item(IDC_BUTTON1));
     centreWindow(hwnd());
@@ -188,13 +178,8 @@ void MessageBoxDialog::onCommand(int id, UINT code, HWND) {
 
 bool MessageBoxDialog::onDrawItem(const DRAWITEMSTRUCT& item) {
     if (item.CtlID != IDC_ICONBUTTON) return false;
-    const RECT& r = item.rcItem;
-    FillRect(item.hDC, &r, GetSysColorBrush(COLOR_BTNFACE));
-    if (!icon_) return true;
-    const int size = iconSizeFor(std::min(r.right - r.left, r.bottom - r.top));
-    DrawIconEx(item.hDC, r.left + (r.right - r.left - size) / 2,
-               r.top + (r.bottom - r.top - size) / 2, icon_.get(), size, size, 0, nullptr,
-               DI_NORMAL);
+    drawIconButton(item, GetSysColor(COLOR_BTNFACE),
+                   request_.iconId ? MAKEINTRESOURCEA(request_.iconId) : nullptr);
     return true;
 }
 

@@ -1,0 +1,381 @@
+// Soft buttons in a real dialog: in every style the buttons keep behaving as
+// push buttons for the mouse, Enter, Escape, Tab, Space and mnemonics, the
+// default moves with the focus, enabling and disabling shows at once, each
+// state looks different, and high contrast uses the system's colours only.
+// Pictures of every style and state are saved for people to judge.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "base/win_handles.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/test_dialogs.h"
+#include "tests/win/test_support.h"
+#include "ui/soft_button_win.h"
+#include "ui/spin_edit_win.h"
+
+namespace {
+
+constexpr int kButtons[] = {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_TEST_DISABLED};
+const char* const kStyleNames[] = {"None", "Soft", "Flex", "Wedge"};
+
+using UniqueBitmap = UniqueHandle<NullHandleTraits<HBITMAP, DeleteObject>>;
+using UniqueFont = UniqueHandle<NullHandleTraits<HFONT, DeleteObject>>;
+
+// Opens the test dialog with its buttons in style, runs script in it; the
+// dialog's result.
+INT_PTR runWithStyle(uint32_t style, const DialogDriver::Script& script) {
+    TestPiecesBox box([style](HWND dialog) {
+        makeSoftButtons(dialog, style,
+                        {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_TEST_DISABLED});
+    });
+    DialogDriver driver(script);
+    return box.run();
+}
+
+// Lets the dialog handle what is queued, as its own modal loop would.
+void pump(HWND dialog) {
+    MSG msg;
+    while (IsWindow(dialog) && PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+        if (!IsDialogMessageA(dialog, &msg)) {
+            TranslateMessage(&msg);
+            DispatchMessageA(&msg);
+        }
+}
+
+// A key pressed and released on the focused control.
+void typeKey(HWND dialog, UINT vk) {
+    HWND target = GetFocus();
+    PostMessageA(target, WM_KEYDOWN, vk, 1);
+    PostMessageA(target, WM_KEYUP, vk, 0xC0000001);
+    pump(dialog);
+}
+
+void focusControl(HWND dialog, int id) {
+    SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog, id)), TRUE);
+}
+
+LRESULT dialogCode(HWND dialog, int id) {
+    return SendDlgItemMessageA(dialog, id, WM_GETDLGCODE, 0, 0);
+}
+
+LONG_PTR buttonType(HWND dialog, int id) {
+    return GetWindowLongPtrA(GetDlgItem(dialog, id), GWL_STYLE) & BS_TYPEMASK;
+}
+
+// The pixels a control shows.
+std::vector<uint32_t> pixelsOf(HWND control) {
+    RECT r;
+    GetClientRect(control, &r);
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, r.right, -r.bottom, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    WindowDc screen(control);
+    UniqueBitmap dib(CreateDIBSection(screen.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
+    HDC mem = CreateCompatibleDC(screen.get());
+    {
+        ScopedSelect select(mem, dib.get());
+        BitBlt(mem, 0, 0, r.right, r.bottom, screen.get(), 0, 0, SRCCOPY);
+        GdiFlush();
+    }
+    DeleteDC(mem);
+    const auto* p = static_cast<const uint32_t*>(bits);
+    std::vector<uint32_t> pixels(p, p + r.right * r.bottom);
+    for (uint32_t& x : pixels) x &= 0xFFFFFF;
+    return pixels;
+}
+
+// The mouse is kept away from the dialog so that no button is drawn hot.
+class SoftButtons : public testing::Test {
+  protected:
+    void SetUp() override { SetCursorPos(0, 0); }
+};
+
+TEST_F(SoftButtons, EveryStyleKeepsPushButtonsForMouseAndKeyboard) {
+    const struct {
+        const char* what;
+        int focus;  // 0: where the dialog puts it (the numeric field)
+        std::vector<UINT> keys;
+        UINT sysChar;  // Alt + this letter, after the keys
+        int click;     // BM_CLICK on this button, after the rest
+        INT_PTR expected;
+    } cases[] = {
+        {"click Cancel", 0, {}, 0, IDC_CANCELBUTTON, IDCANCEL},
+        {"Enter in a field", 0, {VK_RETURN}, 0, 0, IDOK},
+        {"Escape", IDC_HELPBUTTON, {VK_ESCAPE}, 0, 0, IDCANCEL},
+        {"Tab twice from OK, Enter", IDC_BUTTON1, {VK_TAB, VK_TAB, VK_RETURN}, 0, 0, IDHELP},
+        {"Space on Cancel", IDC_CANCELBUTTON, {VK_SPACE}, 0, 0, IDCANCEL},
+        {"Alt+H", 0, {}, 'h', 0, IDHELP},
+    };
+    for (uint32_t style = kSoftButtonsNone; style <= kSoftButtonsWedge; ++style)
+        for (const auto& c : cases) {
+            SCOPED_TRACE(testing::Message() << kStyleNames[style] << ": " << c.what);
+            const INT_PTR result = runWithStyle(style, [&](HWND dialog) {
+                for (int id : kButtons) {
+                    EXPECT_EQ(isSoftButton(GetDlgItem(dialog, id)), style != kSoftButtonsNone);
+                    EXPECT_EQ(GetDlgCtrlID(GetDlgItem(dialog, id)), id);
+                }
+                EXPECT_EQ(itemText(dialog, IDC_HELPBUTTON), "&Help");
+                if (c.focus) focusControl(dialog, c.focus);
+                for (UINT vk : c.keys) typeKey(dialog, vk);
+                if (c.sysChar) {
+                    PostMessageA(GetFocus(), WM_SYSCHAR, c.sysChar, 1 << 29);
+                    pump(dialog);
+                }
+                if (c.click) clickItem(dialog, c.click);
+                if (IsWindowVisible(dialog)) EndDialog(dialog, -2);
+            });
+            EXPECT_EQ(result, c.expected);
+        }
+}
+
+// The default button is the one Enter presses; it follows the focus among the
+// push buttons and goes back to OK when the focus leaves them. Soft buttons
+// must answer the dialog manager for that and stay owner-drawn throughout.
+TEST_F(SoftButtons, DefaultFollowsTheFocusAndButtonsStayOwnerDrawn) {
+    for (uint32_t style = kSoftButtonsNone; style <= kSoftButtonsWedge; ++style) {
+        SCOPED_TRACE(kStyleNames[style]);
+        const LONG_PTR plainType[] = {BS_DEFPUSHBUTTON, BS_PUSHBUTTON};
+        runWithStyle(style, [&](HWND dialog) {
+            const struct {
+                int focus;
+                int defaultButton;
+            } steps[] = {{IDC_BUTTON1, IDC_BUTTON1},
+                         {IDC_HELPBUTTON, IDC_HELPBUTTON},
+                         {IDC_TEST_COUNT, IDC_BUTTON1},
+                         {IDC_CANCELBUTTON, IDC_CANCELBUTTON}};
+            for (const auto& step : steps) {
+                focusControl(dialog, step.focus);
+                for (int id : {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON}) {
+                    const bool isDefault = id == step.defaultButton;
+                    EXPECT_EQ((dialogCode(dialog, id) & DLGC_DEFPUSHBUTTON) != 0, isDefault)
+                        << step.focus << " " << id;
+                    EXPECT_EQ(buttonType(dialog, id), style == kSoftButtonsNone
+                                                          ? plainType[isDefault ? 0 : 1]
+                                                          : BS_OWNERDRAW)
+                        << step.focus << " " << id;
+                }
+            }
+            EndDialog(dialog, 0);
+        });
+    }
+}
+
+TEST_F(SoftButtons, EnablingAndDisablingShowsAtOnce) {
+    for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style) {
+        SCOPED_TRACE(kStyleNames[style]);
+        runWithStyle(style, [&](HWND dialog) {
+            HWND later = GetDlgItem(dialog, IDC_TEST_DISABLED);
+            UpdateWindow(dialog);
+            const std::vector<uint32_t> disabled = pixelsOf(later);
+            EnableWindow(later, TRUE);
+            UpdateWindow(later);
+            const std::vector<uint32_t> enabled = pixelsOf(later);
+            EnableWindow(later, FALSE);
+            UpdateWindow(later);
+            EXPECT_NE(enabled, disabled);
+            EXPECT_EQ(pixelsOf(later), disabled);
+            EndDialog(dialog, 0);
+        });
+    }
+}
+
+// Pumps the dialog's messages for up to a second until done() holds.
+bool waitFor(HWND dialog, const std::function<bool()>& done) {
+    for (int i = 0; i < 100; ++i) {
+        pump(dialog);
+        if (done()) return true;
+        Sleep(10);
+    }
+    return false;
+}
+
+TEST_F(SoftButtons, TheMouseLightsAButtonUntilItLeaves) {
+    runWithStyle(kSoftButtonsSoft, [&](HWND dialog) {
+        HWND cancel = GetDlgItem(dialog, IDC_CANCELBUTTON);
+        UpdateWindow(dialog);
+        const std::vector<uint32_t> normal = pixelsOf(cancel);
+        RECT r;
+        GetWindowRect(cancel, &r);
+        SetCursorPos((r.left + r.right) / 2, (r.top + r.bottom) / 2);
+        PostMessageA(cancel, WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+        EXPECT_TRUE(waitFor(dialog, [&] { return pixelsOf(cancel) != normal; }));
+        SetCursorPos(0, 0);
+        EXPECT_TRUE(waitFor(dialog, [&] { return pixelsOf(cancel) == normal; }));
+        EndDialog(dialog, 0);
+    });
+}
+
+// ---- Faces drawn off screen in every state ---------------------------------------
+
+struct StateColumn {
+    const char* name;
+    SoftButtonFace face;
+};
+
+std::vector<StateColumn> stateColumns(uint32_t style, HFONT font, bool highContrast) {
+    SoftButtonFace base;
+    base.style = style;
+    base.text = "&Dismiss";
+    base.font = font;
+    base.highContrast = highContrast;
+    std::vector<StateColumn> columns(6, {"", base});
+    columns[0].name = "normal";
+    columns[1].name = "default";
+    columns[1].face.isDefault = true;
+    columns[2].name = "focused";
+    columns[2].face.isDefault = columns[2].face.focused = true;
+    columns[3].name = "pressed";
+    columns[3].face.isDefault = columns[3].face.focused = columns[3].face.pressed = true;
+    columns[4].name = "hot";
+    columns[4].face.hot = true;
+    columns[5].name = "disabled";
+    columns[5].face.disabled = true;
+    return columns;
+}
+
+// A memory bitmap to paint faces in, read back as pixels.
+class FaceBitmap {
+  public:
+    FaceBitmap(int width, int height) : width_(width), height_(height) {
+        BITMAPINFO info{};
+        info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        WindowDc screen(nullptr);
+        bitmap_.reset(CreateDIBSection(screen.get(), &info, DIB_RGB_COLORS, &bits_, nullptr, 0));
+        dc_ = CreateCompatibleDC(screen.get());
+        old_ = SelectObject(dc_, bitmap_.get());
+        RECT all{0, 0, width, height};
+        FillRect(dc_, &all, GetSysColorBrush(COLOR_BTNFACE));
+    }
+    ~FaceBitmap() {
+        SelectObject(dc_, old_);
+        DeleteDC(dc_);
+    }
+    HDC dc() const { return dc_; }
+    int width() const { return width_; }
+    int height() const { return height_; }
+    std::vector<uint32_t> pixels(const RECT& r) const {
+        GdiFlush();
+        std::vector<uint32_t> out;
+        for (int y = r.top; y < r.bottom; ++y)
+            for (int x = r.left; x < r.right; ++x)
+                out.push_back(static_cast<const uint32_t*>(bits_)[y * width_ + x] & 0xFFFFFF);
+        return out;
+    }
+
+  private:
+    int width_, height_;
+    void* bits_ = nullptr;
+    UniqueBitmap bitmap_;
+    HDC dc_;
+    HGDIOBJ old_;
+};
+
+// The dialogs' font at a given pixel height.
+UniqueFont dialogFont(int height, DWORD quality = DEFAULT_QUALITY) {
+    return UniqueFont(CreateFontA(-height, 0, 0, 0, FW_NORMAL, 0, 0, 0, ANSI_CHARSET, 0, 0, quality,
+                                  0, "MS Shell Dlg"));
+}
+
+// Saves the picture as NAME.bmp in the screenshot folder (the test script
+// turns it into PNG), as 24-bit rows from the bottom up.
+void savePicture(const FaceBitmap& picture, const std::string& name) {
+    const std::string dir = testEnv("HERALDER_SHOT_DIR");
+    if (dir.empty()) return;
+    const int w = picture.width(), h = picture.height();
+    const std::vector<uint32_t> pixels = picture.pixels({0, 0, w, h});
+    const int stride = (w * 3 + 3) & ~3;
+    std::vector<unsigned char> rows(stride * h);
+    for (int y = 0; y < h; ++y)
+        for (int x = 0; x < w; ++x) {
+            const uint32_t p = pixels[(h - 1 - y) * w + x];
+            unsigned char* out = &rows[y * stride + x * 3];
+            out[0] = p & 0xFF, out[1] = (p >> 8) & 0xFF, out[2] = (p >> 16) & 0xFF;
+        }
+    BITMAPINFOHEADER info = {sizeof info, w, h, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    BITMAPFILEHEADER file = {0x4D42, 0, 0, 0, sizeof file + sizeof info};
+    file.bfSize = file.bfOffBits + rows.size();
+    if (std::FILE* f = std::fopen((dir + "\\" + name + ".bmp").c_str(), "wb")) {
+        std::fwrite(&file, sizeof file, 1, f);
+        std::fwrite(&info, sizeof info, 1, f);
+        std::fwrite(rows.data(), 1, rows.size(), f);
+        std::fclose(f);
+    }
+}
+
+TEST_F(SoftButtons, EveryStateLooksDifferentAndPicturesAreSaved) {
+    // Two rows per style: the usual 75 x 23 at 96 dpi and the same at 150 %.
+    const struct { int width, height, fontHeight; } scales[] = {{75, 23, 11}, {112, 35, 16}};
+    constexpr int kGap = 12, kLabel = 18, kColumns = 6;
+    const int width = kGap + kColumns * (scales[1].width + kGap);
+    const int height = kLabel + kGap + scales[0].height + kGap + scales[1].height + kGap;
+    for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style) {
+        SCOPED_TRACE(kStyleNames[style]);
+        FaceBitmap picture(width, height);
+        int top = kLabel + kGap;
+        for (const auto& scale : scales) {
+            UniqueFont font = dialogFont(scale.fontHeight);
+            std::set<std::vector<uint32_t>> looks;
+            const auto columns = stateColumns(style, font.get(), false);
+            for (int i = 0; i < kColumns; ++i) {
+                const int left = kGap + i * (scales[1].width + kGap);
+                RECT label{left, 4, left + scales[1].width, kLabel};
+                UniqueFont labelFont = dialogFont(11);
+                ScopedSelect select(picture.dc(), labelFont.get());
+                SetBkMode(picture.dc(), TRANSPARENT);
+                DrawTextA(picture.dc(), columns[i].name, -1, &label, DT_CENTER | DT_SINGLELINE);
+                RECT r{left, top, left + scale.width, top + scale.height};
+                paintSoftButton(picture.dc(), r, columns[i].face);
+                looks.insert(picture.pixels(r));
+            }
+            EXPECT_EQ(looks.size(), 6u) << scale.width;
+            top += scale.height + kGap;
+        }
+        savePicture(picture, std::string("soft_button_states_") + kStyleNames[style]);
+    }
+}
+
+// With high contrast on the user chose every colour: only system colours may
+// appear (text drawn without smoothing so that edges add none).
+TEST_F(SoftButtons, HighContrastUsesSystemColoursOnly) {
+    const int sysColours[] = {COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT,
+                              COLOR_GRAYTEXT};
+    std::set<uint32_t> allowed;
+    for (int c : sysColours) {
+        const COLORREF ref = GetSysColor(c);
+        allowed.insert((GetRValue(ref) << 16) | (GetGValue(ref) << 8) | GetBValue(ref));
+    }
+    UniqueFont font = dialogFont(11, NONANTIALIASED_QUALITY);
+    constexpr int kWidth = 6 * 87 + 12, kHeight = 3 * 35 + 12;
+    FaceBitmap picture(kWidth, kHeight);
+    for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style) {
+        auto columns = stateColumns(style, font.get(), true);
+        for (int i = 0; i < 6; ++i) {
+            columns[i].face.focused = false;  // the focus dots invert what is under them
+            const int left = 12 + i * 87, top = 12 + int(style - 1) * 35;
+            const RECT r{left, top, left + 75, top + 23};
+            paintSoftButton(picture.dc(), r, columns[i].face);
+            for (uint32_t p : picture.pixels(r))
+                ASSERT_TRUE(allowed.count(p))
+                    << kStyleNames[style] << " " << columns[i].name << " " << std::hex << p;
+        }
+    }
+    savePicture(picture, "soft_button_states_high_contrast");
+}
+
+TEST_F(SoftButtons, RealDialogPictures) {
+    for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style)
+        runWithStyle(style, [&](HWND dialog) {
+            initSpinEdit(dialog, IDC_TEST_COUNT);
+            initSpinEdit(dialog, IDC_TEST_PLAIN);
+            focusControl(dialog, IDC_BUTTON1);
+            saveWindowScreenshot(dialog, std::string("soft_button_dialog_") + kStyleNames[style]);
+            EndDialog(dialog, 0);
+        });
+}
+
+}  // namespace
