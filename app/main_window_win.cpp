@@ -154,8 +154,8 @@ void onCommand(MainWindow& w, int id, UINT code) {
         case IDC_ITEMLIST:
             if (code == LBN_DBLCLK) onListDoubleClick(w);
             return;
-        // Setup, the first-run sign-up, System information and About arrive
-        // with their dialogs.
+            // Setup, the first-run sign-up, System information and About arrive
+            // with their dialogs.
     }
 }
 
@@ -181,8 +181,8 @@ void drawRow(const MainWindow& w, const DRAWITEMSTRUCT& d) {
 void saveWindowEdges(HWND hwnd) {
     RECT r;
     if (IsZoomed(hwnd) || IsIconic(hwnd) || !GetWindowRect(hwnd, &r)) return;
-    storeWindowEdges(settings(), {r.left, r.top, r.right, r.bottom},
-                     GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN));
+    storeWindowEdges(settings(), {r.left, r.top, r.right, r.bottom}, GetSystemMetrics(SM_CXSCREEN),
+                     GetSystemMetrics(SM_CYSCREEN));
 }
 
 LRESULT handle(MainWindow& w, UINT msg, WPARAM wp, LPARAM lp) {
@@ -266,18 +266,18 @@ bool registerMainWindowClass(HINSTANCE instance) {
 
 HWND createMainWindow(HINSTANCE instance) {
     HWND hwnd = CreateWindowExA(0, kMainWindowClass, "Quenmark Heralder", WS_OVERLAPPEDWINDOW,
-                                CW_USEDEFAULT, CW_USEDEFAULT, kDefaultMainWidth,
-                                kDefaultMainHeight, nullptr, nullptr, instance, nullptr);
+                                CW_USEDEFAULT, CW_USEDEFAULT, kDefaultMainWidth, kDefaultMainHeight,
+                                nullptr, nullptr, instance, nullptr);
     MainWindow* w = hwnd ? stateOf(hwnd) : nullptr;
     if (!w) return hwnd;
     RECT client;
     GetClientRect(hwnd, &client);
     w->list = CreateWindowExA(0, "LISTBOX", "",
-                              WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY |
-                                  LBS_OWNERDRAWFIXED | LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT,
+                              WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_OWNERDRAWFIXED |
+                                  LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT,
                               0, 0, client.right, client.bottom, hwnd,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_ITEMLIST)),
-                              instance, nullptr);
+                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_ITEMLIST)), instance,
+                              nullptr);
     ListBox_SetItemHeight(w->list, 0, kItemRowHeight);
     SetWindowFont(w->list, app().listFont.get(), FALSE);
     return hwnd;

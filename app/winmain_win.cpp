@@ -24,8 +24,8 @@ void restoreWindowEdges(HWND hwnd) {
     const auto placement = restoredWindowPlacement(settings(), GetSystemMetrics(SM_CXSCREEN),
                                                    GetSystemMetrics(SM_CYSCREEN));
     if (placement)
-        SetWindowPos(hwnd, nullptr, placement->x, placement->y, placement->width,
-                     placement->height, SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowPos(hwnd, nullptr, placement->x, placement->y, placement->width, placement->height,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void runStep(HWND hwnd, const StartupStep& step) {

@@ -30,7 +30,7 @@ WINE_ENV_KEEP_DISPLAY=${watched:-} wine_env_start "$out"
 unset http_proxy HTTP_PROXY https_proxy HTTPS_PROXY
 sed -e "s|@ROOT@|$out/docroot|" -e "s|@PORT@|$port|" "$root/tests/servers/lighttpd.conf.in" \
     >"$out/lighttpd.conf"
-timeout 1800 lighttpd -D -f "$out/lighttpd.conf" &
+timeout 1800 lighttpd -D -f "$out/lighttpd.conf" >"$out/lighttpd.log" 2>&1 &
 server=$!
 trap 'kill $server 2>/dev/null; wine_env_stop' EXIT
 for _ in $(seq 50); do

@@ -36,6 +36,9 @@ wine_env_start() {
 wine_env_prefix() {
     wineserver -p
     wineboot -i >/dev/null 2>&1
+    # Wine does not always find its own fonts in its data folder (the caption
+    # buttons' Marlett then shows as letters): give the prefix its own copies.
+    cp -n /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/" 2>/dev/null || true
     # Wine draws the captions itself: windows are destroyed in 1 ms, not 2 s.
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1
     # A crashing program exits at once instead of starting the debugger.

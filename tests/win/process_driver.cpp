@@ -47,6 +47,27 @@ std::string titleOf(HWND hwnd) {
 
 }  // namespace
 
+HWND findProcessWindow(DWORD processId, const char* cls) {
+    struct Search {
+        DWORD pid;
+        const char* cls;
+        HWND found;
+    } search{processId, cls, nullptr};
+    EnumWindows(
+        [](HWND hwnd, LPARAM lp) -> BOOL {
+            auto& s = *reinterpret_cast<Search*>(lp);
+            DWORD pid = 0;
+            GetWindowThreadProcessId(hwnd, &pid);
+            char name[64] = {};
+            GetClassNameA(hwnd, name, sizeof name);
+            if (pid != s.pid || !IsWindowVisible(hwnd) || lstrcmpA(name, s.cls) != 0) return TRUE;
+            s.found = hwnd;
+            return FALSE;
+        },
+        reinterpret_cast<LPARAM>(&search));
+    return search.found;
+}
+
 void pressDefaultButton(HWND dialog) {
     const LRESULT def = SendMessageA(dialog, DM_GETDEFID, 0, 0);
     const int id = HIWORD(def) == DC_HASDEFID ? LOWORD(def) : IDOK;
@@ -69,7 +90,7 @@ std::string testProgramFolder() {
 }
 
 ProcessRun runProcess(const std::string& program, const std::string& arguments,
-                      const WindowHandler& handler, DWORD timeLimitMs) {
+                      const WindowHandler& handler, DWORD timeLimitMs, const IdleHandler& idle) {
     ProcessRun run;
     std::string commandLine = "\"" + program + "\" " + arguments;
     STARTUPINFOA si = {sizeof si};
@@ -88,9 +109,9 @@ ProcessRun runProcess(const std::string& program, const std::string& arguments,
             break;
         }
         // A window handle may be given again to a later dialog.
-        handled.erase(std::remove_if(handled.begin(), handled.end(),
-                                     [](HWND h) { return !IsWindow(h); }),
-                      handled.end());
+        handled.erase(
+            std::remove_if(handled.begin(), handled.end(), [](HWND h) { return !IsWindow(h); }),
+            handled.end());
         Finder f{pi.dwProcessId, {}};
         EnumWindows(collectDialog, reinterpret_cast<LPARAM>(&f));
         for (HWND dialog : f.dialogs) {
@@ -101,6 +122,7 @@ ProcessRun runProcess(const std::string& program, const std::string& arguments,
             const int index = static_cast<int>(run.windows.size()) - 1;
             if (!(handler && handler(dialog, index))) pressDefaultButton(dialog);
         }
+        if (idle) idle(pi.dwProcessId);
     }
     DWORD code = 0;
     if (GetExitCodeProcess(pi.hProcess, &code) && code != STILL_ACTIVE) {

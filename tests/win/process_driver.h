@@ -26,8 +26,16 @@ struct ProcessRun {
 // painted. Return true when the callback answered it itself.
 using WindowHandler = std::function<bool(HWND dialog, int index)>;
 
+// Called on every poll with the process id, for tests that act on windows
+// other than dialogs (the main window).
+using IdleHandler = std::function<void(DWORD processId)>;
+
 ProcessRun runProcess(const std::string& program, const std::string& arguments,
-                      const WindowHandler& handler, DWORD timeLimitMs);
+                      const WindowHandler& handler, DWORD timeLimitMs,
+                      const IdleHandler& idle = nullptr);
+
+// The process's visible top-level window of class cls, or null.
+HWND findProcessWindow(DWORD processId, const char* cls);
 
 // Enter in a dialog: its default button, as the dialog manager presses it.
 void pressDefaultButton(HWND dialog);

@@ -1,0 +1,34 @@
+#pragma once
+// A small HTTP/1.0 file server inside the test program, on the fixed loopback
+// port heralder.exe of the test build asks (127.0.0.1:47632). Starting and
+// stopping it per test is how a test says "the server is down"; it counts the
+// requests it answers and can refuse the first few connections, as a network
+// that is not up yet at logon would.
+#include <atomic>
+#include <string>
+#include <thread>
+
+class LoopbackServer {
+  public:
+    // Serves the files under root (a Windows path) as "/update/..." (so
+    // examples/ is served as the publisher's "/update/" folder).
+    explicit LoopbackServer(std::string root, int refuseFirst = 0);
+    ~LoopbackServer();
+    LoopbackServer(const LoopbackServer&) = delete;
+    LoopbackServer& operator=(const LoopbackServer&) = delete;
+
+    bool listening() const { return socket_ != ~0ull; }
+    int requests() const { return requests_; }
+
+  private:
+    void serve();
+
+    std::string root_;
+    std::atomic<int> refuse_;
+    std::atomic<int> requests_{0};
+    std::atomic<bool> stopping_{false};
+    unsigned long long socket_ = ~0ull;
+    std::thread thread_;
+};
+
+inline constexpr int kAppServerPort = 47632;

@@ -1,0 +1,272 @@
+// heralder.exe run as a whole process, as Windows starts it: the daily job
+// against the test program's own loopback server, the server down, a local
+// document in the main window, the window's remembered edges, bad command
+// lines and two copies at once. Each test starts from an empty data folder.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <set>
+#include <thread>
+
+#include "base/crt_text.h"
+#include "resources/resource.h"
+#include "settings/file_locations_win.h"
+#include "settings/settings_file.h"
+#include "tests/win/loopback_server.h"
+#include "tests/win/process_driver.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+constexpr char kNetworkError[] =
+    "There has been a network error. The update document is not available.";
+
+std::string heralderExe() {
+    return testProgramFolder() + "heralder.exe";
+}
+
+std::string examplesFolder() {
+    return testEnv("HERALDER_SOURCE_DIR") + "\\examples";
+}
+
+std::string settingsPath() {
+    return getUserDataPath(kSettingsFileName);
+}
+
+// Everything a run leaves behind, gone: settings, backups, seen list, pictures.
+void clearUserData() {
+    for (const std::string& folder : {getUserHeralderPath(""), getUserDataPath("")}) {
+        WIN32_FIND_DATAA found;
+        HANDLE h = FindFirstFileA((folder + "*").c_str(), &found);
+        if (h == INVALID_HANDLE_VALUE) continue;
+        do
+            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+                DeleteFileA((folder + found.cFileName).c_str());
+        while (FindNextFileA(h, &found));
+        FindClose(h);
+    }
+}
+
+std::set<std::string> seenEntries() {
+    std::set<std::string> entries;
+    if (auto text = readFileBytes(getUserHeralderPath("Heralder.lst"))) {
+        std::size_t start = 0;
+        for (std::size_t end; (end = text->find("\r\n", start)) != std::string::npos;
+             start = end + 2)
+            entries.insert(text->substr(start, end - start));
+    }
+    return entries;
+}
+
+Settings storedSettings() {
+    Settings s;
+    readSettingsFile(s, settingsPath());
+    return s;
+}
+
+bool fileExists(const std::string& path) {
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+ProcessRun runUpdate(DWORD limitMs = 60000) {
+    return runProcess(heralderExe(), "/UPDATE", nullptr, limitMs);
+}
+
+class HeralderProcess : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (testEnv("HERALDER_SOURCE_DIR").empty())
+            GTEST_SKIP() << "run through scripts/test_wine.sh";
+        clearUserData();
+    }
+    void TearDown() override { clearUserData(); }
+};
+
+// A second run finds everything seen: nothing is shown twice, and the first
+// run's settings file becomes the backup.
+TEST_F(HeralderProcess, UpdateRunsTheDailyJobAndASecondRunFindsNothingNew) {
+    LoopbackServer server(examplesFolder());
+    ASSERT_TRUE(server.listening());
+
+    const ProcessRun first = runUpdate();
+    ASSERT_TRUE(first.exited);
+    EXPECT_EQ(first.exitCode, 0u);
+    const std::set<std::string> seen = seenEntries();
+    // The two setting updates and the graphic update are always taken.
+    for (const char* number : {"2107", "2108", "2109"}) EXPECT_TRUE(seen.count(number)) << number;
+    EXPECT_TRUE(fileExists(getUserHeralderPath("heralder_banner.png")));
+    const Settings after = storedSettings();
+    EXPECT_EQ(after.PromptMultipleCount, 6u);
+    EXPECT_EQ(after.AlertFontSize, 18u);
+    EXPECT_NE(after.CurrentTransactionDate, "");
+
+    const int requestsBefore = server.requests();
+    const ProcessRun second = runUpdate();
+    ASSERT_TRUE(second.exited);
+    EXPECT_EQ(second.exitCode, 0u);
+    EXPECT_TRUE(second.windows.empty());
+    EXPECT_EQ(seenEntries(), seen);
+    EXPECT_EQ(server.requests() - requestsBefore, 1);  // the document; no picture again
+    EXPECT_TRUE(fileExists(getUserDataPath("Backup of Heralder17.ini")));
+}
+
+// At logon the network may not be up yet: with "/UPDATE" a failed fetch is
+// tried again over about a minute before the user is told.
+TEST_F(HeralderProcess, ServerDownEndsWithTheNetworkErrorAfterTheRetries) {
+    const DWORD start = GetTickCount();
+    const ProcessRun run = runUpdate(150000);
+    const DWORD took = GetTickCount() - start;
+    ASSERT_TRUE(run.exited);
+    EXPECT_EQ(run.exitCode, 0u);
+    ASSERT_EQ(run.windows.size(), 1u);
+    EXPECT_EQ(run.windows[0].text, kNetworkError);
+    EXPECT_GE(took, 55000u);  // 5 + 15 + 40 seconds of waiting
+    EXPECT_TRUE(seenEntries().empty());
+}
+
+// Two copies at once (a logon run and one the user started) both finish;
+// neither loses the other's marks nor leaves a broken settings file.
+TEST_F(HeralderProcess, TwoCopiesAtOnceKeepEveryMarkAndAWholeSettingsFile) {
+    LoopbackServer server(examplesFolder());
+    const ProcessRun single = runUpdate();
+    ASSERT_TRUE(single.exited);
+    const std::set<std::string> expected = seenEntries();
+    clearUserData();
+
+    ProcessRun runs[2];
+    std::thread other([&] { runs[1] = runUpdate(); });
+    runs[0] = runUpdate();
+    other.join();
+    for (const ProcessRun& run : runs) {
+        EXPECT_TRUE(run.exited);
+        EXPECT_EQ(run.exitCode, 0u);
+    }
+    EXPECT_EQ(seenEntries(), expected);
+    const auto text = readFileBytes(settingsPath());
+    ASSERT_TRUE(text);
+    EXPECT_EQ(text->rfind(";Quenmark Heralder configuration file\r\n", 0), 0u);
+    for (const SettingDef& def : SettingsTable) {
+        const std::string line = std::string("\r\n") + def.key + " = ";
+        const std::size_t at = text->find(line);
+        EXPECT_NE(at, std::string::npos) << def.key;
+        EXPECT_EQ(text->find(line, at + 1), std::string::npos) << def.key;
+    }
+}
+
+// The main window of a local document: its rows, a screenshot, and what
+// closing it stores.
+struct WindowOutcome {
+    int rows = -1;
+    bool wasMaximised = false;
+    std::vector<std::string> titles;
+};
+
+ProcessRun runShowingDocument(const std::string& arguments, WindowOutcome& outcome,
+                              const std::string& screenshot = "") {
+    DWORD shownAt = 0;
+    bool closed = false;
+    return runProcess(heralderExe(), arguments, nullptr, 30000, [&](DWORD pid) {
+        HWND main = findProcessWindow(pid, "QuenmarkHeralderApplication");
+        if (!main || closed) return;
+        if (!shownAt) shownAt = GetTickCount();
+        if (GetTickCount() - shownAt < 700) return;  // the posted load has run
+        HWND list = GetDlgItem(main, IDC_ITEMLIST);
+        outcome.rows = static_cast<int>(SendMessageA(list, LB_GETCOUNT, 0, 0));
+        for (int i = 0; i < outcome.rows; ++i) {
+            // Across processes the system hands row texts over as UTF-16.
+            wchar_t text[1024] = {};
+            SendMessageW(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text));
+            char narrow[1024] = {};
+            WideCharToMultiByte(CP_ACP, 0, text, -1, narrow, sizeof narrow, nullptr, nullptr);
+            outcome.titles.push_back(narrow);
+        }
+        outcome.wasMaximised = IsZoomed(main);
+        if (!screenshot.empty()) {
+            SendMessageA(list, LB_SETCURSEL, 1, 0);
+            saveWindowScreenshot(main, screenshot);
+        }
+        PostMessageA(main, WM_CLOSE, 0, 0);
+        closed = true;
+    });
+}
+
+TEST_F(HeralderProcess, LocalDocumentFillsTheMainWindowWithItsTitles) {
+    const std::string document = examplesFolder() + "\\update.txt";
+    WindowOutcome outcome;
+    const ProcessRun run = runShowingDocument("\"" + document + "\"", outcome);
+    // The path was given in quotes: the quote is part of it, as the program
+    // takes the command line as it stands, so the file cannot be found.
+    ASSERT_EQ(run.windows.size(), 1u);
+    EXPECT_EQ(run.windows[0].text, "There has been an error loading \"" + document + "\"");
+
+    WindowOutcome shown;
+    const ProcessRun plain = runShowingDocument(document, shown, "main_window");
+    ASSERT_TRUE(plain.exited);
+    EXPECT_EQ(plain.exitCode, 0u);
+    EXPECT_TRUE(plain.windows.empty());
+    ASSERT_EQ(shown.rows, 9);
+    EXPECT_EQ(shown.titles.front(), "Please install the 5.2b currency fix");
+    EXPECT_EQ(shown.titles.back(), "New Heralder banner");
+}
+
+// Stored edges put the window back; closing a maximised window stores
+// StartMaximized and leaves the edges it had before.
+TEST_F(HeralderProcess, ClosingStoresEdgesOnlyWhenTheWindowIsNotMaximised) {
+    const std::string document = examplesFolder() + "\\update.txt";
+    for (uint32_t maximised : {0u, 1u}) {
+        SCOPED_TRACE(maximised);
+        Settings s;
+        s.StickyWindowLeft = 100;
+        s.StickyWindowTop = 120;
+        s.StickyWindowRight = 700;
+        s.StickyWindowBottom = 520;
+        s.StartMaximized = maximised;
+        ensureDataFolders();
+        ASSERT_TRUE(writeSettingsFile(s, settingsPath()));
+
+        WindowOutcome outcome;
+        const ProcessRun run = runShowingDocument(document, outcome);
+        ASSERT_TRUE(run.exited);
+        EXPECT_EQ(outcome.wasMaximised, maximised == 1);
+        const Settings after = storedSettings();
+        EXPECT_EQ(after.StartMaximized, maximised);
+        EXPECT_EQ(after.StickyWindowLeft, 100u);
+        EXPECT_EQ(after.StickyWindowTop, 120u);
+        EXPECT_EQ(after.StickyWindowRight, 700u);
+        EXPECT_EQ(after.StickyWindowBottom, 520u);
+    }
+}
+
+// Whatever the command line holds, the program ends cleanly with a message
+// where one is due.
+TEST_F(HeralderProcess, BadCommandLinesEndCleanly) {
+    const std::string longPath = "C:\\" + std::string(400, 'x') + ".txt";
+    const struct {
+        std::string arguments;
+        std::string message;  // "": no message box
+        int rows;
+    } cases[] = {
+        {"C:\\no such folder\\update.txt",
+         "There has been an error loading C:\\no such folder\\update.txt", 0},
+        {longPath, "There has been an error loading " + longPath.substr(0, 259), 0},
+        // Not a document at all: read as one without blocks.
+        {heralderExe(), "", 0},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.arguments.substr(0, 60));
+        WindowOutcome outcome;
+        const ProcessRun run = runShowingDocument(c.arguments, outcome);
+        ASSERT_TRUE(run.exited);
+        EXPECT_EQ(run.exitCode, 0u);
+        EXPECT_EQ(outcome.rows, c.rows);
+        if (c.message.empty()) {
+            EXPECT_TRUE(run.windows.empty());
+        } else {
+            ASSERT_EQ(run.windows.size(), 1u);
+            EXPECT_EQ(run.windows[0].text, c.message);
+        }
+    }
+}
+
+}  // namespace
