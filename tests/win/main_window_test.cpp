@@ -1,0 +1,98 @@
+// The main window inside the test program: Go against the test's own loopback
+// server, with the retries of update mode shortened, the menu states around a
+// fetch, the automatic run it posts, and the end of a session.
+#include <gtest/gtest.h>
+
+#include "app/app_win.h"
+#include "app/main_window_win.h"
+#include "resources/resource.h"
+#include "settings/file_locations_win.h"
+#include "settings/settings_file.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/loopback_server.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+class MainWindowTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        if (testEnv("HERALDER_SOURCE_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
+        DeleteFileA(getUserDataPath(kSettingsFileName).c_str());
+        static const bool registered = registerMainWindowClass(GetModuleHandleA(nullptr));
+        ASSERT_TRUE(registered);
+        createSharedDrawingObjects(settings());
+        hwnd_ = createMainWindow(GetModuleHandleA(nullptr));
+        ASSERT_TRUE(hwnd_);
+        setFetchRetryDelays({50, 50, 50});
+    }
+    void TearDown() override {
+        if (hwnd_) DestroyWindow(hwnd_);
+        MSG msg;  // the window's quit message must not end a later test's dialog
+        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        }
+        setFetchRetryDelays({5000, 15000, 40000});
+        app().updateMode = false;
+        DeleteFileA(getUserDataPath(kSettingsFileName).c_str());
+    }
+
+    bool menuEnabled(int id) {
+        return !(GetMenuState(GetMenu(hwnd_), id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED));
+    }
+
+    HWND hwnd_ = nullptr;
+};
+
+// Only the run started at logon waits for the network; Go by hand tells the
+// user at once.
+TEST_F(MainWindowTest, GoRetriesOnlyInUpdateModeAndPostsTheAutomaticRunOnlyByHand) {
+    const struct {
+        bool updateMode;
+        int refused;  // connections dropped before the server answers
+        bool networkError;
+        DWORD atLeastMs;
+        bool posted;  // the automatic notification run
+    } cases[] = {
+        {true, 2, false, 100, false},
+        {true, 4, true, 150, false},
+        {false, 1, true, 0, false},
+        {false, 0, false, 0, true},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.updateMode << " " << c.refused);
+        LoopbackServer server(testEnv("HERALDER_SOURCE_DIR") + "\\examples", c.refused);
+        app().updateMode = c.updateMode;
+        settings().DoNoticationsAutomatically = 1;
+        std::string boxText;
+        DialogDriver driver([&](HWND box) {
+            boxText = itemText(box, IDC_MESSAGETEXT);
+            clickItem(box, IDC_BUTTON1);
+        });
+        const DWORD start = GetTickCount();
+        SendMessageA(hwnd_, WM_COMMAND, IDM_GO, 0);
+        EXPECT_GE(GetTickCount() - start, c.atLeastMs);
+        EXPECT_EQ(boxText, c.networkError ? "There has been a network error. The update "
+                                            "document is not available."
+                                          : "");
+        EXPECT_EQ(mainWindowItems(hwnd_).size(), c.networkError ? 0u : 9u);
+        EXPECT_EQ(menuEnabled(IDM_SHOW_NOTIFICATIONS), !c.networkError);
+        EXPECT_TRUE(menuEnabled(IDM_GO));
+        MSG msg;
+        const bool posted = PeekMessageA(&msg, hwnd_, WM_COMMAND, WM_COMMAND, PM_REMOVE) &&
+                            msg.wParam == IDM_SHOW_NOTIFICATIONS;
+        EXPECT_EQ(posted, c.posted);
+        // A fresh window for the next case: the list and the menu start over.
+        DestroyWindow(hwnd_);
+        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+        }
+        hwnd_ = createMainWindow(GetModuleHandleA(nullptr));
+    }
+}
+
+TEST_F(MainWindowTest, EndingTheSessionSavesNothing) {
+    EXPECT_TRUE(SendMessageA(hwnd_, WM_QUERYENDSESSION, 0, 0));
+    EXPECT_EQ(GetFileAttributesA(getUserDataPath(kSettingsFileName).c_str()),
+              INVALID_FILE_ATTRIBUTES);
+}
+
+}  // namespace
