@@ -2,8 +2,6 @@
 // platform check, settings, shared drawing objects, the main window, then the
 // command line turned into commands sent or posted to that window; after that
 // everything happens in the one message loop.
-#include <objbase.h>
-
 #include <string>
 
 #include "app/app_win.h"
@@ -66,12 +64,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
     }
     a.platformCode = getPlatformCode();
 
-    // Common controls 6 (the manifest asks for them) and COM for the shell's
-    // link objects and the image decoders.
-    INITCOMMONCONTROLSEX controls = {sizeof controls, ICC_WIN95_CLASSES | ICC_STANDARD_CLASSES};
-    InitCommonControlsEx(&controls);
-    const HRESULT com = CoInitialize(nullptr);
-
     readSettings();
     createSharedDrawingObjects(settings());
 
@@ -102,6 +94,5 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
 
     deleteSharedDrawingObjects();
     UnregisterClassA(kMainWindowClass, instance);
-    if (SUCCEEDED(com)) CoUninitialize();
     return result;
 }
