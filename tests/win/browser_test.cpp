@@ -122,7 +122,8 @@ class BrowserLauncher : public testing::Test {
         association_.back()->set(nullptr, kTestClass);
         association_.push_back(std::make_unique<ScratchKey>(
             HKEY_LOCAL_MACHINE, std::string("Software\\Classes\\") + kTestClass));
-        const std::string command = "\"" + recorderPath() + "\" \"%1\"";
+        std::string command = "\"";
+        command += recorderPath() + "\" \"%1\"";
         RegSetKeyValueA(
             HKEY_LOCAL_MACHINE,
             (std::string("Software\\Classes\\") + kTestClass + "\\shell\\open\\command").c_str(),
@@ -161,8 +162,8 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
          "#SETUP",
          true,
          recorderPath(),
-         "\"" + recorderPath() +
-             "\" file:///C:\\Program%20Files\\Heralder\\html\\referenc.html#SETUP",
+         shellCommandLine(recorderPath(),
+                          "file:///C:\\Program%20Files\\Heralder\\html\\referenc.html#SETUP"),
          SW_SHOWMAXIMIZED},
         {"named browser, web address loses the suffix",
          recorderPath(),
@@ -172,7 +173,7 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
          "#X",
          false,
          recorderPath(),
-         "\"" + recorderPath() + "\" http://example.com/a%20b?q=1",
+         shellCommandLine(recorderPath(), "http://example.com/a%20b?q=1"),
          SW_SHOWNORMAL},
         {"named browser missing, first known browser in table order",
          folder_ + "nowhere.exe",
@@ -182,7 +183,7 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
          nullptr,
          true,
          fakefox_,
-         "\"" + fakefox_ + "\" http://example.com/a%20b?q=1",
+         shellCommandLine(fakefox_, "http://example.com/a%20b?q=1"),
          SW_SHOWMAXIMIZED},
         {"absent key skipped, empty value tries the bare name",
          "",
@@ -192,7 +193,7 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
          nullptr,
          true,
          opera_,
-         "\"" + opera_ + "\" http://example.com/a%20b?q=1",
+         shellCommandLine(opera_, "http://example.com/a%20b?q=1"),
          SW_SHOWMAXIMIZED},
         {"failed start tries the bare name",
          "",
@@ -202,7 +203,7 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
          nullptr,
          false,
          safari_,
-         "\"" + safari_ + "\" http://example.com/a%20b?q=1",
+         shellCommandLine(safari_, "http://example.com/a%20b?q=1"),
          SW_SHOWNORMAL},
         {"absent key: bare name not tried, associated program",
          "",
@@ -282,7 +283,7 @@ TEST_F(BrowserLauncher, ManualPagesOpenFromTheApplicationFolderAtTheirAnchor) {
         const std::vector<Recorded> records = recording.wait();
         EXPECT_EQ(records.size(), 1u) << c.wantAddress;
         if (records.empty()) continue;
-        EXPECT_EQ(records[0].commandLine, "\"" + recorderPath() + "\" " + c.wantAddress);
+        EXPECT_EQ(records[0].commandLine, shellCommandLine(recorderPath(), c.wantAddress));
         EXPECT_EQ(records[0].show, SW_SHOWMAXIMIZED);
     }
 }

@@ -264,8 +264,9 @@ TEST_F(StartupManager, HelpOpensTheStartupTopicAndTheDialogStays) {
         clickItem(box, IDC_HELPBUTTON);
         const std::vector<Recorded> records = recording.wait();
         ASSERT_EQ(records.size(), 1u);
-        EXPECT_EQ(records[0].commandLine,
-                  "\"" + recorderPath() + "\" file:///C:\\Heralder\\html\\referenc.html#STARTUP");
+        EXPECT_EQ(
+            records[0].commandLine,
+            shellCommandLine(recorderPath(), "file:///C:\\Heralder\\html\\referenc.html#STARTUP"));
         EXPECT_TRUE(IsWindowVisible(box));
         clickItem(box, IDC_CANCELBUTTON);
     });

@@ -25,6 +25,16 @@ inline std::string recorderPath() {
     return testProgramFolder() + "recorder.exe";
 }
 
+// The command line the shell gives a program it opens with parameters: the
+// program quoted, one space, the parameters.
+inline std::string shellCommandLine(const std::string& program, const std::string& parameters) {
+    std::string line = "\"";
+    line += program;
+    line += "\" ";
+    line += parameters;
+    return line;
+}
+
 // A folder of the temporary directory for one suite's files, created on demand.
 inline std::string scratchFolder(const char* name) {
     char temp[MAX_PATH] = {};
