@@ -63,7 +63,8 @@
 #define IDC_INCOMPATIBLE_TEXT 60
 
 // ---- Startup manager: template "STARTUPOPTIONSBOX" ----------------------------
-//      IDC_BUTTON1 "Close", IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_ICONBUTTON
+//      IDC_BUTTON1 "Close", IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_ICONBUTTON; the
+//      explanation and the group box are IDC_STATIC (nothing addresses them).
 // The radio ids are the StartupOptions values they stand for.
 #define IDC_STARTUP_MANUAL 101
 #define IDC_STARTUP_AUTOMATIC 102

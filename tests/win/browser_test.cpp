@@ -1,0 +1,291 @@
+// The browser launcher and the manual under Wine, for real: copies of the
+// recorder stand in for browsers and for the program associated with a test
+// file type, registered in the throw-away prefix's registry for the length of
+// each case, so that no real browser is ever started. What a stand-in writes
+// down is the command line it got and the show command it was asked for.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "dialogs/manual_win.h"
+#include "resources/resource.h"
+#include "settings/settings.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/recorder/recording.h"
+
+namespace {
+
+constexpr char kAppPaths[] = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\";
+constexpr char kFirefoxKey[] =
+    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\App Paths\\firefox.exe";
+constexpr char kOperaKey[] = "SOFTWARE\\Opera Software";
+constexpr char kSafariKey[] = "SOFTWARE\\Apple Computer, Inc.\\Safari";
+constexpr char kTestExtension[] = ".qmtest";
+constexpr char kTestClass[] = "Heralder.QmTestPage";
+
+// A registry key made for one test, removed with all it holds afterwards. It
+// must not exist beforehand: a test never deletes what it did not make.
+class ScratchKey {
+  public:
+    ScratchKey(HKEY root, std::string path) : root_(root), path_(std::move(path)) {
+        HKEY key = nullptr;
+        DWORD disposition = 0;
+        EXPECT_EQ(RegCreateKeyExA(root_, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
+                                  &key, &disposition),
+                  ERROR_SUCCESS)
+            << path_;
+        EXPECT_EQ(disposition, static_cast<DWORD>(REG_CREATED_NEW_KEY)) << path_;
+        if (key) RegCloseKey(key);
+    }
+    ~ScratchKey() { RegDeleteTreeA(root_, path_.c_str()); }
+    ScratchKey(const ScratchKey&) = delete;
+    ScratchKey& operator=(const ScratchKey&) = delete;
+
+    // name nullptr: the key's default value.
+    void set(const char* name, const std::string& data) {
+        EXPECT_EQ(RegSetKeyValueA(root_, path_.c_str(), name, REG_SZ, data.c_str(),
+                                  static_cast<DWORD>(data.size() + 1)),
+                  ERROR_SUCCESS)
+            << path_;
+    }
+
+  private:
+    HKEY root_;
+    std::string path_;
+};
+
+class SettingsRestorer {
+  public:
+    SettingsRestorer() : saved_(settings()) {}
+    ~SettingsRestorer() { settings() = saved_; }
+
+  private:
+    Settings saved_;
+};
+
+std::string copyOfRecorder(const std::string& folder, const char* name) {
+    const std::string path = folder + name;
+    EXPECT_TRUE(CopyFileA(recorderPath().c_str(), path.c_str(), FALSE)) << path;
+    return path;
+}
+
+void writeFile(const std::string& path) {
+    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL, nullptr);
+    ASSERT_NE(file, INVALID_HANDLE_VALUE) << path;
+    DWORD written = 0;
+    WriteFile(file, "<p>test</p>", 11, &written, nullptr);
+    CloseHandle(file);
+}
+
+constexpr char kLauncherError[] =
+    " There has been an error displaying the manual page. Please ensure that there is an "
+    "application installed on your system capable of opening HTML documents associated with the "
+    "file extension .HTM.";
+
+// Runs open() with a driver standing by: a message box where none is expected
+// fails the test and is dismissed instead of hanging it.
+template <class Open>
+void withoutBoxes(Open open) {
+    DialogDriver driver([](HWND box) {
+        ADD_FAILURE() << "unexpected box: " << itemText(box, IDC_MESSAGETEXT);
+        clickItem(box, IDC_BUTTON1);
+    });
+    open();
+}
+
+class BrowserLauncher : public testing::Test {
+  protected:
+    void SetUp() override {
+        folder_ = scratchFolder("heralder_browser_test");
+        fakefox_ = copyOfRecorder(folder_, "fakefox.exe");
+        // The bare names are found through the system's App Paths, as a browser
+        // installed without a usable entry of its own would be.
+        opera_ = copyOfRecorder(folder_, "opera.exe");
+        safari_ = copyOfRecorder(folder_, "safari.exe");
+        appPaths_.push_back(
+            std::make_unique<ScratchKey>(HKEY_LOCAL_MACHINE, std::string(kAppPaths) + "opera.exe"));
+        appPaths_.back()->set(nullptr, opera_);
+        appPaths_.push_back(std::make_unique<ScratchKey>(HKEY_LOCAL_MACHINE,
+                                                         std::string(kAppPaths) + "safari.exe"));
+        appPaths_.back()->set(nullptr, safari_);
+
+        // A file type of our own, opened by the recorder itself. Registered for
+        // the machine: Wine 8's HKEY_CLASSES_ROOT does not show the user's
+        // Software\Classes, so an association there is never found.
+        page_ = folder_ + "test page.qmtest";
+        writeFile(page_);
+        association_.push_back(std::make_unique<ScratchKey>(
+            HKEY_LOCAL_MACHINE, std::string("Software\\Classes\\") + kTestExtension));
+        association_.back()->set(nullptr, kTestClass);
+        association_.push_back(std::make_unique<ScratchKey>(
+            HKEY_LOCAL_MACHINE, std::string("Software\\Classes\\") + kTestClass));
+        std::string command = "\"";
+        command += recorderPath() + "\" \"%1\"";
+        RegSetKeyValueA(
+            HKEY_LOCAL_MACHINE,
+            (std::string("Software\\Classes\\") + kTestClass + "\\shell\\open\\command").c_str(),
+            nullptr, REG_SZ, command.c_str(), static_cast<DWORD>(command.size() + 1));
+    }
+
+    std::string folder_, fakefox_, opera_, safari_, page_;
+    std::vector<std::unique_ptr<ScratchKey>> appPaths_, association_;
+    SettingsRestorer restorer_;
+};
+
+TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedProgram) {
+    struct Value {
+        const char* key;
+        const char* name;  // nullptr: the default value
+        std::string data;
+    };
+    const std::string web = "http://example.com/a b?q=1";
+    const struct {
+        const char* what;
+        std::string browserPath;
+        uint32_t flags;
+        std::vector<Value> keys;
+        std::string target;
+        const char* suffix;
+        bool maximised;
+        std::string wantProgram;  // the program that must have been started
+        std::string wantCommandLine;
+        int wantShow;
+    } cases[] = {
+        {"named browser, local page with spaces",
+         recorderPath(),
+         127,
+         {},
+         "C:\\Program Files\\Heralder\\html\\referenc.html",
+         "#SETUP",
+         true,
+         recorderPath(),
+         shellCommandLine(recorderPath(),
+                          "file:///C:\\Program%20Files\\Heralder\\html\\referenc.html#SETUP"),
+         SW_SHOWMAXIMIZED},
+        {"named browser, web address loses the suffix",
+         recorderPath(),
+         0,
+         {},
+         web,
+         "#X",
+         false,
+         recorderPath(),
+         shellCommandLine(recorderPath(), "http://example.com/a%20b?q=1"),
+         SW_SHOWNORMAL},
+        {"named browser missing, first known browser in table order",
+         folder_ + "nowhere.exe",
+         1 | 4,
+         {{kFirefoxKey, nullptr, fakefox_}, {kOperaKey, "Last CommandLine", opera_}},
+         web,
+         nullptr,
+         true,
+         fakefox_,
+         shellCommandLine(fakefox_, "http://example.com/a%20b?q=1"),
+         SW_SHOWMAXIMIZED},
+        {"absent key skipped, empty value tries the bare name",
+         "",
+         1 | 4,
+         {{kOperaKey, "Last CommandLine", ""}},
+         web,
+         nullptr,
+         true,
+         opera_,
+         shellCommandLine(opera_, "http://example.com/a%20b?q=1"),
+         SW_SHOWMAXIMIZED},
+        {"failed start tries the bare name",
+         "",
+         8,
+         {{kSafariKey, "BrowserExe", folder_ + "gone\\safari.exe"}},
+         web,
+         nullptr,
+         false,
+         safari_,
+         shellCommandLine(safari_, "http://example.com/a%20b?q=1"),
+         SW_SHOWNORMAL},
+        {"absent key: bare name not tried, associated program",
+         "",
+         4,
+         {},
+         page_,
+         "#TOPIC",
+         true,
+         recorderPath(),
+         recorderPath() + " " + page_,
+         SW_SHOWMAXIMIZED},
+        {"no flags: only the associated program",
+         "",
+         0,
+         {{kFirefoxKey, nullptr, fakefox_}},
+         page_,
+         nullptr,
+         false,
+         recorderPath(),
+         recorderPath() + " " + page_,
+         SW_SHOWNORMAL},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::vector<std::unique_ptr<ScratchKey>> keys;
+        for (const Value& v : c.keys) {
+            keys.push_back(std::make_unique<ScratchKey>(HKEY_LOCAL_MACHINE, v.key));
+            keys.back()->set(v.name, v.data);
+        }
+        settings().DocumentBrowserPath = c.browserPath;
+        settings().DocumentBrowserFlags = c.flags;
+        Recording recording(folder_ + "record.txt");
+        withoutBoxes(
+            [&] { EXPECT_EQ(launchBrowser(nullptr, c.target, c.suffix, c.maximised), 1); });
+        const std::vector<Recorded> records = recording.wait();
+        EXPECT_EQ(records.size(), 1u);
+        if (records.empty()) continue;
+        EXPECT_EQ(records[0].commandLine, c.wantCommandLine) << records[0].commandLine;
+        EXPECT_EQ(records[0].show, c.wantShow);
+    }
+}
+
+TEST_F(BrowserLauncher, ReportsWhenNothingCanOpenTheTarget) {
+    settings().DocumentBrowserPath = folder_ + "nowhere.exe";
+    settings().DocumentBrowserFlags = 4;  // no key: not even the bare name is tried
+    Recording recording(folder_ + "record.txt");
+    std::string shown;
+    DialogDriver driver([&](HWND box) {
+        shown = itemText(box, IDC_MESSAGETEXT);
+        clickItem(box, IDC_BUTTON1);
+    });
+    EXPECT_EQ(launchBrowser(nullptr, folder_ + "page.qmnothing", "#X", true), 1);
+    EXPECT_TRUE(driver.ran());
+    EXPECT_EQ(shown, kLauncherError);
+    EXPECT_TRUE(recording.read().empty());
+}
+
+TEST_F(BrowserLauncher, ManualPagesOpenFromTheApplicationFolderAtTheirAnchor) {
+    const struct {
+        int (*open)(HWND);
+        const char* applicationPath;
+        const char* wantAddress;
+    } cases[] = {
+        {[](HWND owner) { return openManualTopic(owner, "STARTUP"); },
+         "C:\\Program Files\\Quenmark Heralder",
+         "file:///C:\\Program%20Files\\Quenmark%20Heralder\\html\\referenc.html#STARTUP"},
+        {openManual, "C:\\Heralder\\", "file:///C:\\Heralder\\html\\manual.html#DOCUMENTATION"},
+        {[](HWND owner) { return openManualTopic(owner, "NOTIFICATION"); }, "",
+         "file:///html\\referenc.html#NOTIFICATION"},
+    };
+    settings().DocumentBrowserPath = recorderPath();
+    settings().DocumentBrowserFlags = 0;
+    for (const auto& c : cases) {
+        settings().ApplicationPath = c.applicationPath;
+        Recording recording(folder_ + "record.txt");
+        withoutBoxes([&] { EXPECT_EQ(c.open(nullptr), 1); });
+        const std::vector<Recorded> records = recording.wait();
+        EXPECT_EQ(records.size(), 1u) << c.wantAddress;
+        if (records.empty()) continue;
+        EXPECT_EQ(records[0].commandLine, shellCommandLine(recorderPath(), c.wantAddress));
+        EXPECT_EQ(records[0].show, SW_SHOWMAXIMIZED);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,295 @@
+// The startup manager under Wine: the dialog opened from its template and
+// driven as a user would, and the shortcut it leaves in the prefix's Startup
+// folder, read back both through the shell's own link object and with an
+// independent reader (exiftool, run as a Unix program from the test).
+#include <gtest/gtest.h>
+
+#include <wrl/client.h>
+
+#include <cstdio>
+#include <map>
+#include <optional>
+#include <string>
+
+#include "dialogs/startup_manager_win.h"
+#include "resources/resource.h"
+#include "settings/file_locations_win.h"
+#include "settings/settings.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/recorder/recording.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+constexpr char kExplanation[] =
+    "This dialog will automatically configure how Heralder behaves when your system starts up.";
+constexpr char kManualText[] =
+    "Manual: Heralder will not run automatically. You will need to run it from time to time. You "
+    "should choose this option if you use a dial-up modem, and your system is not permanently "
+    "connected to the Internet.";
+constexpr char kAutomaticText[] =
+    "Automatic: Heralder will run each time Windows boots up, and download the current "
+    "netification file from the Quenmark server. It will remain invisible unless it encounters "
+    "one or more relevant notifications. You should choose this option if you have a DSL, ADSL, "
+    "T1 or other full-time connection to the Internet";
+
+struct LinkFields {
+    std::string path, arguments, description, workingDirectory;
+};
+
+std::optional<LinkFields> readLinkThroughShell(const std::string& file) {
+    ComPtr<IShellLinkA> link;
+    ComPtr<IPersistFile> persist;
+    WCHAR wide[MAX_PATH] = {};
+    MultiByteToWideChar(CP_ACP, 0, file.c_str(), -1, wide, MAX_PATH);
+    if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER,
+                                IID_PPV_ARGS(&link))) ||
+        FAILED(link.As(&persist)) || FAILED(persist->Load(wide, STGM_READ))) {
+        return std::nullopt;
+    }
+    char text[4][MAX_PATH] = {};
+    link->GetPath(text[0], MAX_PATH, nullptr, SLGP_RAWPATH);
+    link->GetArguments(text[1], MAX_PATH);
+    link->GetDescription(text[2], MAX_PATH);
+    link->GetWorkingDirectory(text[3], MAX_PATH);
+    return LinkFields{text[0], text[1], text[2], text[3]};
+}
+
+// The Unix path of a Windows one (Wine's own export), or "".
+std::string unixPath(const std::string& path) {
+    using ToUnix = char*(CDECL*)(const WCHAR*);
+    auto toUnix = reinterpret_cast<ToUnix>(reinterpret_cast<void*>(
+        GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
+    WCHAR wide[MAX_PATH] = {};
+    MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, MAX_PATH);
+    char* name = toUnix ? toUnix(wide) : nullptr;
+    if (!name) return std::string();
+    std::string result(name);
+    HeapFree(GetProcessHeap(), 0, name);
+    return result;
+}
+
+// exiftool's "-S" listing ("Tag: value" lines) of a file, as a map. Wine runs
+// a Unix program that CreateProcess is given, but hands back neither a process
+// to wait for nor our pipes, so a shell writes the listing to a file and
+// renames it when complete.
+std::map<std::string, std::string> exiftoolTags(const std::string& file) {
+    std::map<std::string, std::string> tags;
+    const std::string folder = scratchFolder("heralder_startup_test");
+    const std::string listing = folder + "exiftool.txt";
+    DeleteFileA(listing.c_str());
+    const std::string unixFile = unixPath(file), unixFolder = unixPath(folder);
+    if (unixFile.empty() || unixFolder.empty()) return tags;
+    std::string commandLine = "sh -c \"exiftool -S '" + unixFile + "' > '" + unixFolder +
+                              "exiftool.tmp' 2>&1; mv '" + unixFolder + "exiftool.tmp' '" +
+                              unixFolder + "exiftool.txt'\"";
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessA("Z:\\bin\\sh", commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                        nullptr, &startup, &process)) {
+        return tags;
+    }
+    if (process.hThread) CloseHandle(process.hThread);
+    if (process.hProcess) CloseHandle(process.hProcess);
+    for (int waited = 0;
+         GetFileAttributesA(listing.c_str()) == INVALID_FILE_ATTRIBUTES && waited < 15000;
+         waited += 20) {
+        Sleep(20);
+    }
+    std::FILE* f = std::fopen(listing.c_str(), "r");
+    if (!f) return tags;
+    char line[1024];
+    while (std::fgets(line, sizeof line, f)) {
+        std::string text(line);
+        while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
+        const std::size_t colon = text.find(": ");
+        if (colon != std::string::npos) tags[text.substr(0, colon)] = text.substr(colon + 2);
+    }
+    std::fclose(f);
+    DeleteFileA(listing.c_str());
+    return tags;
+}
+
+bool fileExists(const std::string& path) {
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+int countLinks(const std::string& folder) {
+    WIN32_FIND_DATAA found;
+    HANDLE search = FindFirstFileA((folder + "Heralder*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return 0;
+    int count = 0;
+    do ++count;
+    while (FindNextFileA(search, &found));
+    FindClose(search);
+    return count;
+}
+
+class StartupManager : public testing::Test {
+  protected:
+    void SetUp() override {
+        folder_ = getSpecialFolderPath(CSIDL_STARTUP).value_or(std::string());
+        ASSERT_FALSE(folder_.empty());
+        if (folder_.back() != '\\') folder_ += '\\';
+        link_ = folder_ + "Heralder.lnk";
+        DeleteFileA(link_.c_str());
+        char path[MAX_PATH] = {};
+        GetModuleFileNameA(nullptr, path, MAX_PATH);
+        program_ = path;
+        programFolder_ = testProgramFolder();
+    }
+    void TearDown() override {
+        DeleteFileA(link_.c_str());
+        settings() = saved_;
+    }
+
+    // The shortcut as both readers see it; arguments as given.
+    void expectLink(const std::string& arguments) {
+        const std::optional<LinkFields> link = readLinkThroughShell(link_);
+        ASSERT_TRUE(link);
+        EXPECT_EQ(link->path, program_);
+        EXPECT_EQ(link->arguments, arguments);
+        EXPECT_EQ(link->description, "Quenmark Heralder");
+        EXPECT_EQ(link->workingDirectory, programFolder_);
+
+        std::map<std::string, std::string> tags = exiftoolTags(link_);
+        EXPECT_EQ(tags["Description"], "Quenmark Heralder");
+        EXPECT_EQ(tags["WorkingDirectory"], programFolder_);
+        EXPECT_EQ(tags["CommandLineArguments"], arguments);
+        EXPECT_EQ(tags["LocalBasePath"], program_);
+    }
+
+    std::string folder_, link_, program_, programFolder_;
+    Settings saved_ = settings();
+};
+
+TEST_F(StartupManager, ShowsItsTextsWithTheStoredChoiceAndCloseFocused) {
+    const struct {
+        uint32_t stored;
+        uint32_t softButtons;
+        UINT manual, automatic;
+    } cases[] = {
+        {kStartupManual, 0, BST_CHECKED, BST_UNCHECKED},
+        {kStartupAutomatic, 1, BST_UNCHECKED, BST_CHECKED},
+        {0, 1, BST_UNCHECKED, BST_UNCHECKED},
+        {7, 0, BST_UNCHECKED, BST_UNCHECKED},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.stored);
+        settings().StartupOptions = c.stored;
+        settings().SoftButtons = c.softButtons;
+        DialogDriver driver([&](HWND box) {
+            EXPECT_EQ(windowText(box), "Startup manager");
+            EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & (WS_CAPTION | WS_SYSMENU), WS_CAPTION);
+            EXPECT_EQ(IsDlgButtonChecked(box, IDC_STARTUP_MANUAL), c.manual);
+            EXPECT_EQ(IsDlgButtonChecked(box, IDC_STARTUP_AUTOMATIC), c.automatic);
+            EXPECT_EQ(GetFocus(), GetDlgItem(box, IDC_BUTTON1));
+            EXPECT_EQ(itemText(box, IDC_STARTUP_MANUAL), kManualText);
+            EXPECT_EQ(itemText(box, IDC_STARTUP_AUTOMATIC), kAutomaticText);
+            EXPECT_EQ(itemText(box, IDC_BUTTON1), "Close");
+            EXPECT_EQ(itemText(box, IDC_CANCELBUTTON), "Cancel");
+            EXPECT_EQ(itemText(box, IDC_HELPBUTTON), "Help");
+            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(box, IDC_ICONBUTTON)));
+            // The texts without ids, in template order.
+            HWND explanation = GetNextWindow(GetDlgItem(box, IDC_ICONBUTTON), GW_HWNDNEXT);
+            EXPECT_EQ(windowText(explanation), kExplanation);
+            EXPECT_EQ(windowText(GetNextWindow(explanation, GW_HWNDNEXT)), "Startup Options");
+            // Tab order follows the eye: the choice, then the buttons left to right.
+            HWND choice = GetNextDlgTabItem(box, GetDlgItem(box, IDC_HELPBUTTON), FALSE);
+            EXPECT_EQ(GetDlgCtrlID(choice) == IDC_STARTUP_MANUAL ||
+                          GetDlgCtrlID(choice) == IDC_STARTUP_AUTOMATIC,
+                      true);
+            HWND next = GetNextDlgTabItem(box, choice, FALSE);
+            EXPECT_EQ(GetDlgCtrlID(next), IDC_BUTTON1);
+            next = GetNextDlgTabItem(box, next, FALSE);
+            EXPECT_EQ(GetDlgCtrlID(next), IDC_CANCELBUTTON);
+            EXPECT_EQ(GetDlgCtrlID(GetNextDlgTabItem(box, next, FALSE)), IDC_HELPBUTTON);
+            if (c.stored == kStartupManual || c.stored == kStartupAutomatic) {
+                saveWindowScreenshot(box, "startup_manager_soft" + std::to_string(c.softButtons));
+            }
+            clickItem(box, IDC_CANCELBUTTON);
+        });
+        EXPECT_EQ(openStartupManager(nullptr), 0);
+        EXPECT_TRUE(driver.ran());
+    }
+}
+
+TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
+    const struct {
+        const char* what;
+        uint32_t stored;
+        bool linkBefore;
+        int radio;  // clicked before closing; 0 none
+        int button;
+        int wantResult;
+        uint32_t wantStored;
+        bool wantLink;
+    } cases[] = {
+        {"Automatic creates", kStartupManual, false, IDC_STARTUP_AUTOMATIC, IDC_BUTTON1, 1,
+         kStartupAutomatic, true},
+        {"Manual deletes", kStartupAutomatic, true, IDC_STARTUP_MANUAL, IDC_BUTTON1, 1,
+         kStartupManual, false},
+        {"neither checked means Automatic", 0, false, 0, IDC_BUTTON1, 1, kStartupAutomatic, true},
+        {"Cancel keeps the link and the setting", kStartupAutomatic, true, IDC_STARTUP_MANUAL,
+         IDC_CANCELBUTTON, 0, kStartupAutomatic, true},
+        {"Cancel creates nothing", kStartupManual, false, IDC_STARTUP_AUTOMATIC, IDC_CANCELBUTTON,
+         0, kStartupManual, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        DeleteFileA(link_.c_str());
+        // Cancel must leave even a link that disagrees with the setting alone.
+        if (c.linkBefore) applyStartupOption(nullptr, 7);
+        settings().StartupOptions = c.stored;
+        DialogDriver driver([&](HWND box) {
+            if (c.radio) clickItem(box, c.radio);
+            clickItem(box, c.button);
+        });
+        EXPECT_EQ(openStartupManager(nullptr), c.wantResult);
+        EXPECT_EQ(settings().StartupOptions, c.wantStored);
+        EXPECT_EQ(fileExists(link_), c.wantLink);
+        if (c.wantLink) expectLink(c.wantResult == 1 ? "/UPDATE" : "");
+    }
+}
+
+TEST_F(StartupManager, HelpOpensTheStartupTopicAndTheDialogStays) {
+    settings().DocumentBrowserPath = recorderPath();
+    settings().DocumentBrowserFlags = 0;
+    settings().ApplicationPath = "C:\\Heralder\\";
+    Recording recording(scratchFolder("heralder_startup_test") + "record.txt");
+    DialogDriver driver([&](HWND box) {
+        clickItem(box, IDC_HELPBUTTON);
+        const std::vector<Recorded> records = recording.wait();
+        ASSERT_EQ(records.size(), 1u);
+        EXPECT_EQ(
+            records[0].commandLine,
+            shellCommandLine(recorderPath(), "file:///C:\\Heralder\\html\\referenc.html#STARTUP"));
+        EXPECT_TRUE(IsWindowVisible(box));
+        clickItem(box, IDC_CANCELBUTTON);
+    });
+    EXPECT_EQ(openStartupManager(nullptr), 0);
+    EXPECT_TRUE(driver.ran());
+}
+
+TEST_F(StartupManager, ApplyingRewritesOneLinkAndManualRemovesIt) {
+    EXPECT_EQ(applyStartupOption(nullptr, 7), 1);
+    expectLink("");
+    EXPECT_EQ(applyStartupOption(nullptr, kStartupAutomatic), 1);
+    EXPECT_EQ(applyStartupOption(nullptr, kStartupAutomatic), 1);
+    expectLink("/UPDATE");
+    EXPECT_EQ(countLinks(folder_), 1);
+    for (int i = 0; i < 2; ++i) {  // the second time there is nothing to delete
+        EXPECT_EQ(applyStartupOption(nullptr, kStartupManual), 1);
+        EXPECT_EQ(countLinks(folder_), 0);
+    }
+}
+
+TEST_F(StartupManager, ShortcutIntoAMissingFolderReportsFailure) {
+    EXPECT_TRUE(FAILED(createShortcut(program_, folder_ + "no such folder\\Heralder.lnk",
+                                      "Quenmark Heralder", "")));
+}
+
+}  // namespace
