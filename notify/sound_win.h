@@ -1,0 +1,12 @@
+#pragma once
+// Notification sounds: a sound specification ("", "~~~DEFAULT~~~",
+// "::RSRC::id[,module]" or a wave file's path), played asynchronously unless
+// the process-wide mute switch is set; "Notify.wav" in the user's data folder
+// overrides every sound.
+#include <cstdint>
+#include <string>
+
+// Non-zero when a sound was started.
+int32_t playNotifySound(const std::string& spec);
+// Sets the mute switch (0: sounds allowed); returns the previous value.
+uint32_t setSoundMute(uint32_t mute);
