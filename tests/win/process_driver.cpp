@@ -81,14 +81,6 @@ std::string dialogStaticText(HWND dialog) {
     return out;
 }
 
-std::string testProgramFolder() {
-    char path[MAX_PATH] = "";
-    GetModuleFileNameA(nullptr, path, MAX_PATH);
-    std::string folder = path;
-    folder.resize(folder.find_last_of('\\') + 1);
-    return folder;
-}
-
 ProcessRun runProcess(const std::string& program, const std::string& arguments,
                       const WindowHandler& handler, DWORD timeLimitMs, const IdleHandler& idle) {
     ProcessRun run;

@@ -41,5 +41,3 @@ HWND findProcessWindow(DWORD processId, const char* cls);
 void pressDefaultButton(HWND dialog);
 // The static texts of a dialog, joined by "\n".
 std::string dialogStaticText(HWND dialog);
-// The running test program's folder, ending in "\".
-std::string testProgramFolder();

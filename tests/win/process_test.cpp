@@ -13,8 +13,10 @@
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
+#include "tests/win/link_readers.h"
 #include "tests/win/loopback_server.h"
 #include "tests/win/process_driver.h"
+#include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
 namespace {
@@ -267,6 +269,45 @@ TEST_F(HeralderProcess, BadCommandLinesEndCleanly) {
             EXPECT_EQ(run.windows[0].text, c.message);
         }
     }
+}
+
+// "/STARTUP" opens the startup manager hidden behind nothing else; Close with
+// a choice makes the Startup folder agree, and the program ends.
+TEST_F(HeralderProcess, StartupSwitchMakesTheStartupFolderAgree) {
+    std::string folder = getSpecialFolderPath(CSIDL_STARTUP).value_or("");
+    ASSERT_FALSE(folder.empty());
+    if (folder.back() != '\\') folder += '\\';
+    const std::string link = folder + "Heralder.lnk";
+    for (int choice : {IDC_STARTUP_AUTOMATIC, IDC_STARTUP_MANUAL}) {
+        SCOPED_TRACE(choice);
+        const ProcessRun run = runProcess(
+            heralderExe(), "/STARTUP",
+            [&](HWND dialog, int) {
+                SendMessageA(GetDlgItem(dialog, choice), BM_CLICK, 0, 0);
+                SendMessageA(GetDlgItem(dialog, IDC_BUTTON1), BM_CLICK, 0, 0);
+                return true;
+            },
+            30000);
+        ASSERT_TRUE(run.exited);
+        EXPECT_EQ(run.exitCode, 0u);
+        ASSERT_EQ(run.windows.size(), 1u);
+        EXPECT_EQ(run.windows[0].title, "Startup manager");
+        EXPECT_EQ(storedSettings().StartupOptions, static_cast<uint32_t>(choice));
+        if (choice == IDC_STARTUP_MANUAL) {
+            EXPECT_FALSE(fileExists(link));
+            continue;
+        }
+        const std::optional<LinkFields> fields = readLinkThroughShell(link);
+        ASSERT_TRUE(fields);
+        EXPECT_EQ(fields->path, heralderExe());
+        EXPECT_EQ(fields->arguments, "/UPDATE");
+        EXPECT_EQ(fields->description, "Quenmark Heralder");
+        EXPECT_EQ(fields->workingDirectory, testProgramFolder());
+        std::map<std::string, std::string> tags = exiftoolTags(link);
+        EXPECT_EQ(tags["LocalBasePath"], heralderExe());
+        EXPECT_EQ(tags["CommandLineArguments"], "/UPDATE");
+    }
+    DeleteFileA(link.c_str());
 }
 
 }  // namespace

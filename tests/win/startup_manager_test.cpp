@@ -16,6 +16,7 @@
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
 #include "tests/win/dialog_driver.h"
+#include "tests/win/link_readers.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
@@ -34,84 +35,6 @@ constexpr char kAutomaticText[] =
     "netification file from the Quenmark server. It will remain invisible unless it encounters "
     "one or more relevant notifications. You should choose this option if you have a DSL, ADSL, "
     "T1 or other full-time connection to the Internet";
-
-struct LinkFields {
-    std::string path, arguments, description, workingDirectory;
-};
-
-std::optional<LinkFields> readLinkThroughShell(const std::string& file) {
-    ComPtr<IShellLinkA> link;
-    ComPtr<IPersistFile> persist;
-    WCHAR wide[MAX_PATH] = {};
-    MultiByteToWideChar(CP_ACP, 0, file.c_str(), -1, wide, MAX_PATH);
-    if (FAILED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER,
-                                IID_PPV_ARGS(&link))) ||
-        FAILED(link.As(&persist)) || FAILED(persist->Load(wide, STGM_READ))) {
-        return std::nullopt;
-    }
-    char text[4][MAX_PATH] = {};
-    link->GetPath(text[0], MAX_PATH, nullptr, SLGP_RAWPATH);
-    link->GetArguments(text[1], MAX_PATH);
-    link->GetDescription(text[2], MAX_PATH);
-    link->GetWorkingDirectory(text[3], MAX_PATH);
-    return LinkFields{text[0], text[1], text[2], text[3]};
-}
-
-// The Unix path of a Windows one (Wine's own export), or "".
-std::string unixPath(const std::string& path) {
-    using ToUnix = char*(CDECL*)(const WCHAR*);
-    auto toUnix = reinterpret_cast<ToUnix>(reinterpret_cast<void*>(
-        GetProcAddress(GetModuleHandleA("kernel32.dll"), "wine_get_unix_file_name")));
-    WCHAR wide[MAX_PATH] = {};
-    MultiByteToWideChar(CP_ACP, 0, path.c_str(), -1, wide, MAX_PATH);
-    char* name = toUnix ? toUnix(wide) : nullptr;
-    if (!name) return std::string();
-    std::string result(name);
-    HeapFree(GetProcessHeap(), 0, name);
-    return result;
-}
-
-// exiftool's "-S" listing ("Tag: value" lines) of a file, as a map. Wine runs
-// a Unix program that CreateProcess is given, but hands back neither a process
-// to wait for nor our pipes, so a shell writes the listing to a file and
-// renames it when complete.
-std::map<std::string, std::string> exiftoolTags(const std::string& file) {
-    std::map<std::string, std::string> tags;
-    const std::string folder = scratchFolder("heralder_startup_test");
-    const std::string listing = folder + "exiftool.txt";
-    DeleteFileA(listing.c_str());
-    const std::string unixFile = unixPath(file), unixFolder = unixPath(folder);
-    if (unixFile.empty() || unixFolder.empty()) return tags;
-    std::string commandLine = "sh -c \"exiftool -S '" + unixFile + "' > '" + unixFolder +
-                              "exiftool.tmp' 2>&1; mv '" + unixFolder + "exiftool.tmp' '" +
-                              unixFolder + "exiftool.txt'\"";
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
-    PROCESS_INFORMATION process = {};
-    if (!CreateProcessA("Z:\\bin\\sh", commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                        nullptr, &startup, &process)) {
-        return tags;
-    }
-    if (process.hThread) CloseHandle(process.hThread);
-    if (process.hProcess) CloseHandle(process.hProcess);
-    for (int waited = 0;
-         GetFileAttributesA(listing.c_str()) == INVALID_FILE_ATTRIBUTES && waited < 15000;
-         waited += 20) {
-        Sleep(20);
-    }
-    std::FILE* f = std::fopen(listing.c_str(), "r");
-    if (!f) return tags;
-    char line[1024];
-    while (std::fgets(line, sizeof line, f)) {
-        std::string text(line);
-        while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
-        const std::size_t colon = text.find(": ");
-        if (colon != std::string::npos) tags[text.substr(0, colon)] = text.substr(colon + 2);
-    }
-    std::fclose(f);
-    DeleteFileA(listing.c_str());
-    return tags;
-}
 
 bool fileExists(const std::string& path) {
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
