@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "base/crt_text.h"
-#include "feed/document_parser_detail.h"
 #include "feed/update_item.h"
 
 namespace reference {
@@ -57,9 +56,56 @@ inline Line findValue(std::string_view t, std::size_t begin, std::string_view ke
     return std::nullopt;
 }
 
+// The document format's markers and keys, written out here from the format
+// itself rather than taken from the reader, so that a wrong row in the
+// reader's tables makes the two disagree.
+struct Marker {
+    const char* text;
+    ItemType type;
+};
+inline const Marker kMarkers[] = {
+    {":BEGINALERT", ItemType::Alert},
+    {":BEGINVERSION", ItemType::Version},
+    {":BEGINTIP", ItemType::Tip},
+    {":BEGINNOTICE", ItemType::Notice},
+    {":BEGINOFFTOPIC", ItemType::OffTopic},
+    {":BEGINCHANGEINI", ItemType::SettingUpdate},
+    {":BEGINNEWGRAPHIC", ItemType::GraphicUpdate},
+};
+
+enum class Kind { Text, Number, Letter };
+struct Key {
+    const char* name;
+    Kind kind;
+    ItemText UpdateItem::*text = nullptr;
+    int32_t UpdateItem::*value = nullptr;
+};
+inline const Key kKeys[] = {
+    {"DATE", Kind::Text, &UpdateItem::date},
+    {"ORIGINATOR", Kind::Text, &UpdateItem::originator},
+    {"APPLICATION", Kind::Text, &UpdateItem::application},
+    {"INIFILE", Kind::Text, &UpdateItem::iniFile},
+    {"SECTION", Kind::Text, &UpdateItem::section},
+    {"VERSION", Kind::Number, nullptr, &UpdateItem::version},
+    {"SUBVERSION", Kind::Number, nullptr, &UpdateItem::subVersion},
+    {"REVISION", Kind::Letter, nullptr, &UpdateItem::revision},
+    {"PATCH", Kind::Number, nullptr, &UpdateItem::patch},
+    {"IMPORTANCE", Kind::Number, nullptr, &UpdateItem::importance},
+    {"TITLE", Kind::Text, &UpdateItem::title},
+    {"URL", Kind::Text, &UpdateItem::url},
+    {"PLAINTEXT", Kind::Text, &UpdateItem::plainText},
+    {"KEYWORDS", Kind::Text, &UpdateItem::keywords},
+    {"IGNOREUNTIL", Kind::Text, &UpdateItem::ignoreUntil},
+    {"IFREGISTERED", Kind::Number, nullptr, &UpdateItem::ifRegistered},
+    {"IFEVAL", Kind::Number, nullptr, &UpdateItem::ifEval},
+    {"BETA", Kind::Number, nullptr, &UpdateItem::beta},
+    {"NUMBER", Kind::Number, nullptr, &UpdateItem::number},
+    {"GRAPHIC", Kind::Text, &UpdateItem::graphic},
+};
+
 inline ItemType blockType(std::string_view t, std::size_t p) {
-    for (const document::MarkerDef& m : document::blockMarkers())
-        if (startsWith(t, p, m.marker)) return m.type;
+    for (const Marker& m : kMarkers)
+        if (startsWith(t, p, m.text)) return m.type;
     return ItemType::Unknown;
 }
 
@@ -72,14 +118,14 @@ inline std::vector<UpdateItem> parse(std::string_view document) {
         if (!begin) break;
         UpdateItem item;
         item.type = blockType(t, *begin);
-        for (const document::KeyDef& k : document::documentKeys()) {
+        for (const Key& k : kKeys) {
             const Line v = findValue(t, *begin, k.name);
-            if (!v) continue;                         // absent: the item's own defaults
-            if (k.kind == document::KeyKind::Text) {  // to the line end, without braces
+            if (!v) continue;            // absent: the item's own defaults
+            if (k.kind == Kind::Text) {  // to the line end, without braces
                 item.*k.text = "";
                 for (std::size_t i = *v, end = lineEnd(t, *v); i < end; ++i)
                     if (t[i] != '{' && t[i] != '}') *(item.*k.text) += t[i];
-            } else if (k.kind == document::KeyKind::Number) {
+            } else if (k.kind == Kind::Number) {
                 item.*k.value = atoiLike(t.substr(*v));
             } else {
                 item.*k.value = *v < t.size() ? static_cast<unsigned char>(t[*v]) : 0;
@@ -100,8 +146,8 @@ inline std::string randomDocument(std::mt19937& rng, std::size_t pieces) {
             ":END", ":end", ":ENDS", " ",    " ", "=",      "==", "\t", "\r\n",
             "\r\n", "\n",   "\r",    "{",    "}", "x",      "7",  "-3", "+",
             "4.2",  "\xe9", "\xff",  "\x01", ":", ":BEGIN", "S"};
-        for (const document::MarkerDef& m : document::blockMarkers()) v.emplace_back(m.marker);
-        for (const document::KeyDef& k : document::documentKeys()) v.emplace_back(k.name);
+        for (const Marker& m : kMarkers) v.emplace_back(m.text);
+        for (const Key& k : kKeys) v.emplace_back(k.name);
         return v;
     }();
     std::string doc;
