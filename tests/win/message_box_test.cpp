@@ -187,6 +187,36 @@ TEST(MessageBoxes, WhileOpenHelpCallsBackAndNoSecondBoxOpens) {
     EXPECT_EQ(second.result, 42);
 }
 
+std::string clipboardText() {
+    std::string text;
+    if (!OpenClipboard(nullptr)) return text;
+    if (HANDLE data = GetClipboardData(CF_TEXT))
+        if (const char* p = static_cast<const char*>(GlobalLock(data))) {
+            text = p;
+            GlobalUnlock(data);
+        }
+    CloseClipboard();
+    return text;
+}
+
+// Ctrl+C copies the message with CR LF line ends, as the system's box does;
+// the box stays open until it is answered.
+TEST(MessageBoxes, CtrlCCopiesTheText) {
+    BYTE keys[256];
+    GetKeyboardState(keys);
+    EXPECT_TRUE(withBox([] { showMessage(nullptr, "First line\nsecond line"); },
+                        [&](HWND box) {
+                            BYTE held[256];
+                            std::copy(keys, keys + 256, held);
+                            held[VK_CONTROL] = 0x80;
+                            SetKeyboardState(held);
+                            pressKey(box, 'C');
+                            PostMessageA(GetDlgItem(box, IDC_BUTTON1), BM_CLICK, 0, 0);
+                        }));
+    SetKeyboardState(keys);
+    EXPECT_EQ(clipboardText(), "First line\r\nsecond line");
+}
+
 TEST(ResString, LoadsTheTableAndReportsMissingStrings) {
     EXPECT_EQ(loadResString(109), "Quenmark Heralder");
     EXPECT_EQ(loadResString(4242), "String table error - this application may be damaged");
