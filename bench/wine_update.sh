@@ -12,20 +12,7 @@ runs=${RUNS:-20}
 port=47632
 . "$root/scripts/wine_env.sh"
 wine_env_start "$root/build/bench"
-unset http_proxy HTTP_PROXY https_proxy HTTPS_PROXY
-
-docroot="$root/build/bench/docroot"
-rm -rf "$docroot" && mkdir -p "$docroot/update"
-cp "$root/examples/update.txt" "$docroot/update/" && cp -r "$root/examples/images" "$docroot/update/"
-sed -e "s|@ROOT@|$docroot|" -e "s|@PORT@|$port|" "$root/tests/servers/lighttpd.conf.in" \
-    >"$root/build/bench/lighttpd.conf"
-timeout 900 lighttpd -D -f "$root/build/bench/lighttpd.conf" >/dev/null 2>&1 &
-server=$!
-trap 'kill $server 2>/dev/null; wine_env_stop' EXIT
-for _ in $(seq 50); do
-    python3 -c "import socket; socket.create_connection(('127.0.0.1', $port), 0.2)" 2>/dev/null && break
-    sleep 0.1
-done
+serve_examples "$root/build/bench" "$port"
 
 heralder=$(winpath "$build/heralder.exe")
 yardstick=$(winpath "$build/minimal_get.exe")

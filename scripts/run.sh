@@ -15,9 +15,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 out="$root/build/run"
 port=47631
 shots="$out/screenshots"
-rm -rf "$shots" "$out/docroot" && mkdir -p "$shots" "$out/docroot/update"
-cp "$root/examples/update.txt" "$out/docroot/update/"
-cp -r "$root/examples/images" "$out/docroot/update/images"
+rm -rf "$shots" && mkdir -p "$shots"
 
 if python3 -c "import socket; socket.create_connection(('127.0.0.1', $port), 0.5)" 2>/dev/null; then
     echo "run: 127.0.0.1:$port is taken; stop what listens there and try again" >&2
@@ -27,16 +25,7 @@ fi
 watched=${DISPLAY:+yes}
 . "$root/scripts/wine_env.sh"
 WINE_ENV_KEEP_DISPLAY=${watched:-} wine_env_start "$out"
-unset http_proxy HTTP_PROXY https_proxy HTTPS_PROXY
-sed -e "s|@ROOT@|$out/docroot|" -e "s|@PORT@|$port|" "$root/tests/servers/lighttpd.conf.in" \
-    >"$out/lighttpd.conf"
-timeout 1800 lighttpd -D -f "$out/lighttpd.conf" >"$out/lighttpd.log" 2>&1 &
-server=$!
-trap 'kill $server 2>/dev/null; wine_env_stop' EXIT
-for _ in $(seq 50); do
-    python3 -c "import socket; socket.create_connection(('127.0.0.1', $port), 0.2)" 2>/dev/null && break
-    sleep 0.1
-done
+serve_examples "$out" "$port"
 
 appdata=$(wine cmd /c echo %APPDATA% 2>/dev/null | tr -d '\r')
 data="$(winepath -u "$appdata")/Quenmark"

@@ -5,6 +5,9 @@
 #   wine_env_start BUILD_DIR   make the prefix, start Xvfb and the wineserver
 #   wine_env_stop              stop both (also run on exit)
 #   winpath UNIX_PATH          the same path as the Windows programs see it
+#   serve_examples DIR PORT    serve examples/ as the publisher's "/update/"
+#                              folder with lighttpd on 127.0.0.1:PORT (stopped
+#                              by wine_env_stop)
 
 wine_env_start() {
     local build_dir=$1
@@ -46,7 +49,32 @@ wine_env_prefix() {
         /v Debugger /d '' /f >/dev/null 2>&1
 }
 
+serve_examples() {
+    local dir=$1 port=$2 i
+    local root
+    root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+    rm -rf "$dir/docroot" && mkdir -p "$dir/docroot/update"
+    cp "$root/examples/update.txt" "$dir/docroot/update/"
+    cp -r "$root/examples/images" "$dir/docroot/update/images"
+    sed -e "s|@ROOT@|$dir/docroot|" -e "s|@PORT@|$port|" "$root/tests/servers/lighttpd.conf.in" \
+        >"$dir/lighttpd.conf"
+    unset http_proxy HTTP_PROXY https_proxy HTTPS_PROXY
+    timeout 1800 lighttpd -D -f "$dir/lighttpd.conf" >"$dir/lighttpd.log" 2>&1 &
+    WINE_ENV_SERVER_PID=$!
+    for i in $(seq 50); do
+        python3 -c "import socket; socket.create_connection(('127.0.0.1', $port), 0.2)" \
+            2>/dev/null && return 0
+        sleep 0.1
+    done
+    echo "serve_examples: nothing accepts on 127.0.0.1:$port" >&2
+    return 1
+}
+
 wine_env_stop() {
+    if [ -n "${WINE_ENV_SERVER_PID:-}" ]; then
+        kill "$WINE_ENV_SERVER_PID" 2>/dev/null || true
+        WINE_ENV_SERVER_PID=
+    fi
     [ -n "${WINEPREFIX:-}" ] && wineserver -k 2>/dev/null || true
     if [ -n "${WINE_ENV_XVFB_PID:-}" ]; then
         kill "$WINE_ENV_XVFB_PID" 2>/dev/null || true
