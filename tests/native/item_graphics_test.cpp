@@ -118,9 +118,9 @@ TEST(ItemGraphicsRows, DecoderRowsBecomeBottomUpPicturesOfEitherDepth) {
         EXPECT_EQ(info->bitCount, bits);
         EXPECT_TRUE(info->bottomUp);
         const uint32_t alpha = bits == 32 ? 0xFF000000 : 0;
-        EXPECT_EQ(getDibPixel(dib, *info, 0, 0), 0x00030201u) << bits;  // straight alpha 0 kept
-        EXPECT_EQ(getDibPixel(dib, *info, 2, 0), alpha | 0x090807) << bits;
-        EXPECT_EQ(getDibPixel(dib, *info, 1, 1), alpha | 0x100F0E) << bits;
+        EXPECT_EQ(getDibPixel(dib, *info, 0, 0), 0x00010203u) << bits;  // alpha 0, colour kept
+        EXPECT_EQ(getDibPixel(dib, *info, 2, 0), alpha | 0x070809) << bits;
+        EXPECT_EQ(getDibPixel(dib, *info, 1, 1), alpha | 0x0E0F10) << bits;
         // The bottom row is stored first.
         EXPECT_EQ(dib[kInfoHeaderSize], 11);
     }
@@ -151,7 +151,7 @@ TEST(ItemGraphicsRows, TransparencyIsAnyPixelShortOfOpaque) {
 }
 
 std::vector<uint8_t> bmpFile(std::vector<uint8_t> dib, bool topDown = false) {
-    if (topDown) {
+    if (topDown) {  // the rows are all zero, so only the header changes
         int32_t height;
         std::memcpy(&height, &dib[8], 4);
         height = -height;
@@ -169,10 +169,8 @@ std::vector<uint8_t> bmpFile(std::vector<uint8_t> dib, bool topDown = false) {
 
 TEST(ItemGraphicsBitmapFile, OnlyThirtyTwoBitFilesAreCopiedWithTheirAlpha) {
     for (bool topDown : {false, true}) {
-        std::vector<uint8_t> dib = makePackedDib(2, 2, 32);
-        DibInfo info = *readPackedDibInfo(dib);
-        setDibPixel(dib, info, 1, 0, 0x80112233);  // top right, half transparent
-        std::vector<uint8_t> file = bmpFile(dib, topDown);
+        std::vector<uint8_t> file = bmpFile(makePackedDib(2, 2, 32), topDown);
+        setDibPixel(file, *readBmpFileInfo(file), 1, 0, 0x80112233);  // top right, half alpha
         const std::optional<std::vector<uint8_t>> picture = pictureFromBitmapFile(file);
         ASSERT_TRUE(picture) << topDown;
         const std::optional<DibInfo> out = readPackedDibInfo(*picture);

@@ -196,7 +196,7 @@ TEST(ItemGraphicsResources, DefaultPictureIsSixtyFourSquareWithAlpha) {
 // A 32-bit memory canvas of one colour.
 class Canvas {
   public:
-    Canvas(int width, int height, COLORREF colour) {
+    Canvas(int width, int height, COLORREF colour) : width_(width), height_(height) {
         BITMAPINFOHEADER info = {sizeof info, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         dc_.reset(CreateCompatibleDC(nullptr));
         void* bits = nullptr;
@@ -210,8 +210,23 @@ class Canvas {
     ~Canvas() { SelectObject(dc_.get(), old_); }
     HDC dc() const { return dc_.get(); }
     COLORREF at(int x, int y) const { return GetPixel(dc_.get(), x, y); }
+    // As a 24-bit bitmap file in the screenshot folder.
+    void save(const std::string& name) const {
+        const std::string dir = testEnv("HERALDER_SHOT_DIR");
+        if (dir.empty()) return;
+        std::vector<uint8_t> dib = makePackedDib(width_, height_, 24);
+        const DibInfo info = infoOf(dib);
+        for (int y = 0; y < height_; ++y)
+            for (int x = 0; x < width_; ++x) setDibPixel(dib, info, x, y, at(x, y));
+        BITMAPFILEHEADER file = {0x4D42, DWORD(sizeof(BITMAPFILEHEADER) + dib.size()), 0, 0,
+                                 DWORD(sizeof(BITMAPFILEHEADER) + kInfoHeaderSize)};
+        std::ofstream out(dir + "\\" + name + ".bmp", std::ios::binary);
+        out.write(reinterpret_cast<const char*>(&file), sizeof file);
+        out.write(reinterpret_cast<const char*>(dib.data()), dib.size());
+    }
 
   private:
+    int width_ = 0, height_ = 0;
     UniqueDc dc_;
     UniqueBitmap bitmap_;
     HGDIOBJ old_ = nullptr;
@@ -252,6 +267,23 @@ TEST(ItemGraphicsDrawing, PicturesLandPixelForPixelWhereAsked) {
     EXPECT_EQ(canvas.at(15, 13), 0x0FE384u);
 
     EXPECT_FALSE(drawPicture(canvas.dc(), 0, 0, Picture{}));
+}
+
+// The default picture as the alert window shows it, over a light, a grey and
+// a dark background, for people to look at.
+TEST(ItemGraphicsDrawing, DefaultPictureSheet) {
+    const std::optional<Picture> bell = loadBitmapResourceDib(kDefaultPictureId);
+    ASSERT_TRUE(bell);
+    const COLORREF backgrounds[] = {0xFFFFFF, GetSysColor(COLOR_BTNFACE), 0x603010};
+    Canvas sheet(3 * 80, 80, 0);
+    for (int i = 0; i < 3; ++i) {
+        const RECT cell{80 * i, 0, 80 * i + 80, 80};
+        UniqueBrush brush(CreateSolidBrush(backgrounds[i]));
+        FillRect(sheet.dc(), &cell, brush.get());
+        ASSERT_TRUE(drawPictureOver(sheet.dc(), 80 * i + 8, 8, *bell, backgrounds[i]));
+        EXPECT_EQ(sheet.at(80 * i + 8, 8), backgrounds[i]);  // transparent corner
+    }
+    sheet.save("default_picture");
 }
 
 // Decoding on a thread in a given COM state; the state afterwards is what
