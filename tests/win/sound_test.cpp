@@ -37,51 +37,24 @@ void writeWave(const std::string& path) {
     out.write(data.data(), data.size());
 }
 
-// The scheme key as the test wants it; whatever the prefix had is put back.
+// The scheme key as the test wants it. The test prefix is made afresh for
+// every run and has no sound scheme, so the key is simply removed afterwards.
 class SchemeKey {
   public:
-    SchemeKey() {
-        HKEY key;
-        existed_ = RegOpenKeyExA(HKEY_CURRENT_USER, name(), 0, KEY_READ, &key) == ERROR_SUCCESS;
-        if (!existed_) return;
-        char value[MAX_PATH] = {};
-        DWORD size = sizeof value - 1;
-        hadValue_ = RegQueryValueExA(key, nullptr, nullptr, &type_, reinterpret_cast<BYTE*>(value),
-                                     &size) == ERROR_SUCCESS;
-        value_ = value;
-        RegCloseKey(key);
-    }
-    ~SchemeKey() {
-        remove();
-        if (!existed_) return;
-        HKEY key;
-        RegCreateKeyExA(HKEY_CURRENT_USER, name(), 0, nullptr, 0, KEY_WRITE, nullptr, &key,
-                        nullptr);
-        if (hadValue_)
-            RegSetValueExA(key, nullptr, 0, type_, reinterpret_cast<const BYTE*>(value_.c_str()),
-                           DWORD(value_.size() + 1));
-        RegCloseKey(key);
-    }
+    ~SchemeKey() { remove(); }
     void set(const char* value, DWORD type) {
         HKEY key;
-        ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, name(), 0, nullptr, 0, KEY_WRITE, nullptr,
-                                  &key, nullptr),
+        ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, name().c_str(), 0, nullptr, 0, KEY_WRITE,
+                                  nullptr, &key, nullptr),
                   ERROR_SUCCESS);
-        if (value)
-            RegSetValueExA(key, nullptr, 0, type, reinterpret_cast<const BYTE*>(value),
-                           DWORD(strlen(value) + 1));
+        RegSetValueExA(key, nullptr, 0, type, reinterpret_cast<const BYTE*>(value),
+                       DWORD(strlen(value) + 1));
         RegCloseKey(key);
     }
-    void remove() { RegDeleteKeyA(HKEY_CURRENT_USER, name()); }
+    void remove() { RegDeleteKeyA(HKEY_CURRENT_USER, name().c_str()); }
 
   private:
-    static const char* name() {
-        static const std::string key(kSchemeSoundKey);
-        return key.c_str();
-    }
-    bool existed_ = false, hadValue_ = false;
-    DWORD type_ = REG_SZ;
-    std::string value_;
+    static std::string name() { return std::string(kSchemeSoundKey); }
 };
 
 // Notify.wav in the user's data folder for the length of a test.
