@@ -8,16 +8,39 @@
 #include <vector>
 
 #include "base/win_headers.h"
+#include "resources/resource.h"
 
 // A packed DIB: 40-byte header, colour table when under 9 bits, bottom-up rows.
 using Picture = std::vector<uint8_t>;
 
-inline constexpr int kDefaultPictureId = 7773;  // 64 x 64, 32 bits with alpha
+inline constexpr int kDefaultPictureId = IDR_DEFAULT_PICTURE;  // 64 x 64, 32 bits with alpha
 
 // The picture in a "png" or "jpg" file (by extension, any case; the path is cut
 // at its first "/"); nullopt for any other file or when it cannot be decoded.
 std::optional<Picture> loadGraphicFile(const std::string& path);
 // A 32-bit bitmap file kept as a raw data resource; nullopt for other depths.
 std::optional<Picture> loadBitmapResourceDib(int resourceId);
-// Draws picture with its top-left corner at x, y, without scaling.
-void drawPicture(HDC dc, int x, int y, const Picture& picture);
+// Draws picture with its top-left corner at x, y, without scaling. A 32-bit
+// picture is drawn as it stands (alpha ignored): blend it first, or use
+// drawPictureOver. False when the picture is damaged or nothing was drawn.
+bool drawPicture(HDC dc, int x, int y, const Picture& picture);
+// Draws picture at x, y; a 32-bit one blended over background (0x00BBGGRR).
+bool drawPictureOver(HDC dc, int x, int y, const Picture& picture, COLORREF background);
+
+// The decoders. Files larger than kMaxPictureFileBytes or with a side above
+// kMaxPictureSide (notify/item_graphics.h) are not decoded. A PNG with any
+// pixel not fully opaque gives 32 bits (straight alpha), every other picture
+// 24 bits. Damaged files give nullopt. Each call sets COM up for itself when
+// the calling thread has not.
+std::optional<Picture> ReadPngFile(const std::string& path);
+std::optional<Picture> ReadJpegFile(const std::string& path);
+
+struct ImageInfo {
+    uint32_t width = 0;
+    uint32_t height = 0;
+    uint32_t bitsPerPixel = 0;  // of the file's own pixel format
+    uint64_t fileBytes = 0;
+};
+// Size and depth of a picture file of any format the codec knows, read from
+// its header without decoding the pixels.
+std::optional<ImageInfo> GetImageInfo(const std::string& path);

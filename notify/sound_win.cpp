@@ -1,13 +1,74 @@
-// Placeholder until the sound player lands.
+// Notification sounds on Windows: the facts come from the file system and the
+// user's registry, the choice from sound_choice.cpp, and the sound itself from
+// PlaySound, asynchronous and never the system's default beep, so a missing
+// file is silence.
 #include "notify/sound_win.h"
 
+#include "base/unique_handle.h"
+#include "base/win_handles.h"
+#include "settings/file_locations_win.h"
+
 namespace {
+
 uint32_t muted = 0;
+
+using UniqueKey = UniqueHandle<NullHandleTraits<HKEY, RegCloseKey>>;
+
+bool isFile(const std::string& path) {
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
-int32_t playNotifySound(const std::string&) {
-    return 0;
+// The scheme's value may hold %SystemRoot% and the like; both the value and
+// its expansion are kept to 260 characters.
+void readSchemeSound(SoundFacts& facts) {
+    HKEY opened = nullptr;
+    if (RegOpenKeyExA(HKEY_CURRENT_USER, std::string(kSchemeSoundKey).c_str(), 0, KEY_READ,
+                      &opened) != ERROR_SUCCESS)
+        return;
+    UniqueKey key(opened);
+    facts.schemeKeyOpened = true;
+    char value[MAX_PATH] = {};
+    DWORD type = 0, size = sizeof value - 1;
+    if (RegQueryValueExA(key.get(), nullptr, nullptr, &type, reinterpret_cast<BYTE*>(value),
+                         &size) != ERROR_SUCCESS ||
+        (type != REG_SZ && type != REG_EXPAND_SZ))
+        return;
+    char expanded[MAX_PATH] = {};
+    const DWORD length = ExpandEnvironmentStringsA(value, expanded, MAX_PATH);
+    if (length == 0 || length > MAX_PATH) return;
+    facts.schemeSound = expanded;
 }
+
+int32_t play(const SoundAttempt& attempt) {
+    if (attempt.kind == SoundAttempt::Kind::File)
+        return PlaySoundA(attempt.path.c_str(), nullptr, SND_ASYNC | SND_FILENAME | SND_NODEFAULT);
+    HMODULE module =
+        attempt.module ? reinterpret_cast<HMODULE>(*attempt.module) : GetModuleHandleA(nullptr);
+    return PlaySoundA(MAKEINTRESOURCEA(attempt.resourceId), module, SND_RESOURCE | SND_ASYNC);
+}
+
+}  // namespace
+
+SoundFacts gatherSoundFacts(const std::string& spec) {
+    SoundFacts facts;
+    facts.muted = muted != 0;
+    const std::string overridePath = cutToPathBuffer(getUserDataPath(kOverrideSoundName));
+    if (!overridePath.empty() && isFile(overridePath)) facts.overrideFile = overridePath;
+    if (spec == kDefaultSoundSpec) {
+        readSchemeSound(facts);
+        char folder[MAX_PATH] = {};
+        const UINT length = GetWindowsDirectoryA(folder, MAX_PATH);
+        if (length > 0 && length < MAX_PATH) facts.windowsFolder = folder;
+    }
+    return facts;
+}
+
+int32_t playNotifySound(const std::string& spec) {
+    if (spec.empty() || muted) return 0;
+    return playAttempts(chooseNotifySound(spec, gatherSoundFacts(spec)), play);
+}
+
 uint32_t setSoundMute(uint32_t mute) {
     const uint32_t previous = muted;
     muted = mute;

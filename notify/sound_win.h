@@ -6,7 +6,14 @@
 #include <cstdint>
 #include <string>
 
+#include "notify/sound_choice.h"
+
 // Non-zero when a sound was started.
 int32_t playNotifySound(const std::string& spec);
 // Sets the mute switch (0: sounds allowed); returns the previous value.
 uint32_t setSoundMute(uint32_t mute);
+
+// What the system says about the sounds right now: the mute switch, the
+// override file, and, when spec is the default sound, the desktop scheme's
+// navigation sound and the Windows folder.
+SoundFacts gatherSoundFacts(const std::string& spec);

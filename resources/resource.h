@@ -11,6 +11,7 @@
 //   60-65     message and platform texts  200               the item list
 //   500-505   message box check boxes and notes
 //   5001      About template              7000-7003         list markers
+//   7773      default item picture
 //   9898-9992 message box and incompatibility templates
 //   9963      program icon
 
@@ -29,6 +30,11 @@
 #define IDR_MARKER_HIGH 7001
 #define IDR_MARKER_MEDIUM 7002
 #define IDR_MARKER_LOW 7003
+
+// ---- Item pictures -------------------------------------------------------------
+// The notification windows' default picture: a whole 64 x 64 bitmap file, 32
+// bits per pixel with straight alpha (resources/pictures/), raw data.
+#define IDR_DEFAULT_PICTURE 7773
 
 // ---- Main window: menu "MainMenu" and its commands ----------------------------
 #define IDM_SETUP 101

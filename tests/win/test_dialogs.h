@@ -11,6 +11,10 @@
 #define IDC_TEST_PLAIN 303  // numeric field whose up-down has no numbers
 #define IDC_TEST_PLAIN_UPDOWN 10303
 
+// ---- Pictures ------------------------------------------------------------------
+// A 24-bit bitmap file as raw data: the default-picture loader must refuse it.
+#define IDR_TEST_PICTURE_24 7790
+
 #ifndef RC_INVOKED
 #include <functional>
 

@@ -1,0 +1,131 @@
+// Which sound a notification plays: every form of the specification with and
+// without the user's override file, the desktop scheme's sound and its
+// fallback, and how the attempts' results become the player's result.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "notify/sound_choice.h"
+
+namespace {
+
+using Kind = SoundAttempt::Kind;
+
+SoundAttempt file(std::string path, bool forceOne = false) {
+    SoundAttempt a;
+    a.path = std::move(path);
+    a.forceOne = forceOne;
+    return a;
+}
+
+SoundAttempt resource(int32_t id, std::optional<intptr_t> module = std::nullopt) {
+    SoundAttempt a;
+    a.kind = Kind::Resource;
+    a.resourceId = id;
+    a.module = module;
+    return a;
+}
+
+const std::string kOverride = "C:\\Users\\me\\AppData\\Roaming\\Quenmark\\Notify.wav";
+const std::string kFallback = "C:\\windows\\media\\Windows Navigation Start.wav";
+
+SoundFacts facts(bool withOverride, bool keyOpened = false, std::string scheme = "") {
+    SoundFacts f;
+    if (withOverride) f.overrideFile = kOverride;
+    f.schemeKeyOpened = keyOpened;
+    f.schemeSound = std::move(scheme);
+    f.windowsFolder = "C:\\windows";
+    return f;
+}
+
+TEST(SoundChoice, EveryFormOfTheSpecification) {
+    const std::string def(kDefaultSoundSpec);
+    SoundFacts muted = facts(true, true, "C:\\nav.wav");
+    muted.muted = true;
+    const struct {
+        const char* name;
+        std::string spec;
+        SoundFacts facts;
+        std::vector<SoundAttempt> expected;
+    } cases[] = {
+        {"empty", "", facts(true, true, "C:\\nav.wav"), {}},
+        {"muted", "C:\\ding.wav", muted, {}},
+        {"muted default", def, muted, {}},
+        {"file", "C:\\ding.wav", facts(false), {file("C:\\ding.wav", true)}},
+        {"file under override",
+         "C:\\ding.wav",
+         facts(true),
+         {file(kOverride), file("C:\\ding.wav", true)}},
+        {"own resource", "::RSRC::7", facts(false), {resource(7)}},
+        {"module taken literally", "::RSRC::7,0", facts(false), {resource(7, 0)}},
+        {"module number", "::RSRC::12,4194304", facts(false), {resource(12, 4194304)}},
+        {"numbers read as atoi", "::RSRC::7x,  9y", facts(false), {resource(7, 9)}},
+        {"no number", "::RSRC::", facts(false), {resource(0)}},
+        {"resource under override", "::RSRC::7", facts(true), {file(kOverride), resource(7)}},
+        {"prefix is case-sensitive", "::rsrc::7", facts(false), {file("::rsrc::7", true)}},
+        {"default marker is case-sensitive",
+         "~~~default~~~",
+         facts(false),
+         {file("~~~default~~~", true)}},
+        {"default, no scheme key", def, facts(false), {}},
+        {"default, no scheme key, override", def, facts(true), {file(kOverride)}},
+        {"default, scheme sound",
+         def,
+         facts(false, true, "C:\\nav.wav"),
+         {file("C:\\nav.wav"), file(kFallback)}},
+        {"default, key without a sound", def, facts(false, true), {file(kFallback)}},
+        {"default, everything",
+         def,
+         facts(true, true, "C:\\nav.wav"),
+         {file(kOverride), file("C:\\nav.wav"), file(kFallback)}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(chooseNotifySound(c.spec, c.facts), c.expected) << c.name;
+}
+
+TEST(SoundChoice, FallbackPathGetsOneSeparatorAndFitsTheBuffer) {
+    EXPECT_EQ(fallbackSoundPath("C:\\windows"), kFallback);
+    EXPECT_EQ(fallbackSoundPath("C:\\windows\\"), kFallback);
+    EXPECT_EQ(fallbackSoundPath(""), "\\media\\Windows Navigation Start.wav");
+    EXPECT_EQ(fallbackSoundPath(std::string(250, 'w')).size(), 259u);
+}
+
+// play() answers from a list of results and records what it was asked.
+struct FakePlayer {
+    std::vector<int32_t> results;
+    std::vector<std::string> played;
+    int32_t operator()(const SoundAttempt& a) {
+        played.push_back(a.kind == Kind::File ? a.path : "#" + std::to_string(a.resourceId));
+        const int32_t r = results.empty() ? 0 : results.front();
+        if (!results.empty()) results.erase(results.begin());
+        return r;
+    }
+};
+
+TEST(SoundChoice, FirstSoundThatStartsEndsTheCall) {
+    const std::vector<SoundAttempt> overrideThenFile = {file("o.wav"), file("f.wav", true)};
+    const std::vector<SoundAttempt> overrideThenResource = {file("o.wav"), resource(7)};
+    const std::vector<SoundAttempt> scheme = {file("n.wav"), file("fallback.wav")};
+    const struct {
+        const char* name;
+        const std::vector<SoundAttempt>& attempts;
+        std::vector<int32_t> results;
+        int32_t expected;
+        std::vector<std::string> played;
+    } cases[] = {
+        {"override plays", overrideThenFile, {1}, 1, {"o.wav"}},
+        {"file forced to 1", overrideThenFile, {0, 0}, 1, {"o.wav", "f.wav"}},
+        {"resource result", overrideThenResource, {0, 0}, 0, {"o.wav", "#7"}},
+        {"resource plays", overrideThenResource, {0, 1}, 1, {"o.wav", "#7"}},
+        {"scheme plays", scheme, {1}, 1, {"n.wav"}},
+        {"fallback result", scheme, {0, 0}, 0, {"n.wav", "fallback.wav"}},
+    };
+    for (const auto& c : cases) {
+        FakePlayer player{c.results, {}};
+        EXPECT_EQ(playAttempts(c.attempts, std::ref(player)), c.expected) << c.name;
+        EXPECT_EQ(player.played, c.played) << c.name;
+    }
+    EXPECT_EQ(playAttempts({}, FakePlayer{{1}, {}}), 0);
+}
+
+}  // namespace

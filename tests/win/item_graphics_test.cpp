@@ -1,0 +1,368 @@
+// Item pictures under the real codec: what each kind of file decodes to, the
+// names that never reach a decoder, damaged and oversized files, the default
+// picture and its refusal of other depths, drawing read back pixel by pixel,
+// COM left as each thread had it, and the time to load the largest picture
+// the agent accepts.
+#include <gtest/gtest.h>
+
+#include <wincodec.h>
+#include <wrl/client.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <cstdio>
+#include <fstream>
+#include <thread>
+
+#include "base/packed_dib.h"
+#include "base/win_handles.h"
+#include "notify/item_graphics.h"
+#include "notify/item_graphics_win.h"
+#include "tests/win/test_dialogs.h"
+#include "tests/win/test_support.h"
+
+using Microsoft::WRL::ComPtr;
+
+namespace {
+
+using UniqueDc = UniqueHandle<NullHandleTraits<HDC, DeleteDC>>;
+
+std::string dataFile(const std::string& name) {
+    return testEnv("HERALDER_TEST_DATA") + "\\pictures\\" + name;
+}
+
+// A scratch folder for files the tests make, emptied and removed afterwards.
+class ScratchFolder {
+  public:
+    ScratchFolder() {
+        char temp[MAX_PATH] = {};
+        GetTempPathA(MAX_PATH, temp);
+        path_ = std::string(temp) + "heralder_pictures_" + std::to_string(GetCurrentProcessId());
+        CreateDirectoryA(path_.c_str(), nullptr);
+    }
+    ~ScratchFolder() {
+        WIN32_FIND_DATAA found;
+        HANDLE search = FindFirstFileA((path_ + "\\*").c_str(), &found);
+        if (search != INVALID_HANDLE_VALUE) {
+            do DeleteFileA((path_ + "\\" + found.cFileName).c_str());
+            while (FindNextFileA(search, &found));
+            FindClose(search);
+        }
+        RemoveDirectoryA(path_.c_str());
+    }
+    std::string file(const std::string& name) const { return path_ + "\\" + name; }
+    std::string copy(const std::string& from, const std::string& name) const {
+        CopyFileA(from.c_str(), file(name).c_str(), FALSE);
+        return file(name);
+    }
+    const std::string& path() const { return path_; }
+
+  private:
+    std::string path_;
+};
+
+DibInfo infoOf(const Picture& picture) {
+    const std::optional<DibInfo> info = readPackedDibInfo(picture);
+    return info ? *info : DibInfo{};
+}
+
+uint32_t pixelAt(const Picture& picture, int x, int y) {
+    return getDibPixel(picture, infoOf(picture), x, y);
+}
+
+bool closeTo(uint32_t a, uint32_t b, int tolerance) {
+    for (int shift = 0; shift < 32; shift += 8)
+        if (std::abs(int(a >> shift & 0xFF) - int(b >> shift & 0xFF)) > tolerance) return false;
+    return true;
+}
+
+TEST(ItemGraphicsFiles, PngWithTransparencyKeepsStraightAlphaAtThirtyTwoBits) {
+    const std::optional<Picture> picture = loadGraphicFile(dataFile("alpha.png"));
+    ASSERT_TRUE(picture);
+    const DibInfo info = infoOf(*picture);
+    EXPECT_EQ(info.width, 8);
+    EXPECT_EQ(info.height, 6);
+    EXPECT_EQ(info.bitCount, 32);
+    EXPECT_TRUE(info.bottomUp);
+    EXPECT_EQ(pixelAt(*picture, 0, 0) >> 24, 0u);     // transparent corner
+    EXPECT_EQ(pixelAt(*picture, 7, 5), 0x801EC80Au);  // not premultiplied
+    EXPECT_EQ(pixelAt(*picture, 3, 2), 0xFF1428C8u);
+}
+
+TEST(ItemGraphicsFiles, OpaquePngAndJpegAreTwentyFourBits) {
+    const std::optional<Picture> png = loadGraphicFile(dataFile("opaque.png"));
+    ASSERT_TRUE(png);
+    EXPECT_EQ(infoOf(*png).bitCount, 24);
+    EXPECT_EQ(pixelAt(*png, 0, 0), 0x00FFFFu);
+    EXPECT_EQ(pixelAt(*png, 7, 5), 0xC85A1Eu);
+
+    const std::optional<Picture> jpeg = loadGraphicFile(dataFile("photo.jpg"));
+    ASSERT_TRUE(jpeg);
+    const DibInfo info = infoOf(*jpeg);
+    EXPECT_EQ(info.bitCount, 24);
+    EXPECT_EQ(info.width, 16);
+    EXPECT_TRUE(closeTo(pixelAt(*jpeg, 8, 8), 0xA06020, 3)) << std::hex << pixelAt(*jpeg, 8, 8);
+}
+
+TEST(ItemGraphicsFiles, OnlyPngAndJpgNamesReachADecoder) {
+    ScratchFolder scratch;
+    const struct {
+        std::string source, name;
+        bool loads;
+    } cases[] = {
+        {"alpha.png", "photo.PNG", true},
+        {"photo.jpg", "photo.JPG", true},
+        {"photo.jpg", "photo.jpeg", false},
+        {"alpha.png", "photo.gif", false},
+        {"alpha.png", "photo.bmp", false},
+        {"alpha.png", "photo", false},
+        // The extension names the decoder: a JPEG named .png is not a PNG.
+        {"photo.jpg", "mislabelled.png", false},
+    };
+    for (const auto& c : cases) {
+        const std::string path = scratch.copy(dataFile(c.source), c.name);
+        EXPECT_EQ(loadGraphicFile(path).has_value(), c.loads) << c.name;
+    }
+    // A forward slash ends the name the extension is taken from.
+    const std::string slashed = scratch.path() + "/photo.PNG";
+    EXPECT_FALSE(loadGraphicFile(slashed)) << slashed;
+}
+
+TEST(ItemGraphicsFiles, DamagedOrMissingFilesGiveNothing) {
+    ScratchFolder scratch;
+    std::ofstream(scratch.file("empty.png"), std::ios::binary);
+    std::ofstream(scratch.file("text.png"), std::ios::binary) << "<html>Not found</html>";
+    std::ofstream(scratch.file("text.jpg"), std::ios::binary) << "<html>Not found</html>";
+    std::ifstream jpeg(dataFile("photo.jpg"), std::ios::binary);
+    const std::string jpegBytes((std::istreambuf_iterator<char>(jpeg)), {});
+    std::ofstream(scratch.file("cut.jpg"), std::ios::binary)
+        << jpegBytes.substr(0, jpegBytes.size() / 2);
+    CreateDirectoryA(scratch.file("folder.png").c_str(), nullptr);
+
+    for (const std::string& path :
+         {dataFile("truncated.png"), dataFile("bad_crc.png"), scratch.file("empty.png"),
+          scratch.file("text.png"), scratch.file("text.jpg"), scratch.file("missing.png"),
+          scratch.file("folder.png")})
+        EXPECT_FALSE(loadGraphicFile(path)) << path;
+    RemoveDirectoryA(scratch.file("folder.png").c_str());
+    // A JPEG cut short may still yield the rows it has; it must never crash.
+    const std::optional<Picture> cut = loadGraphicFile(scratch.file("cut.jpg"));
+    if (cut) {
+        EXPECT_EQ(infoOf(*cut).bitCount, 24);
+    }
+}
+
+TEST(ItemGraphicsFiles, FilesBeyondTheLimitsAreNotDecoded) {
+    const std::optional<ImageInfo> wide = GetImageInfo(dataFile("wide.png"));
+    ASSERT_TRUE(wide);
+    EXPECT_EQ(wide->width, 4097u);
+    EXPECT_EQ(wide->height, 1u);
+    EXPECT_EQ(wide->bitsPerPixel, 8u);
+    EXPECT_FALSE(loadGraphicFile(dataFile("wide.png")));
+
+    // A valid picture followed by padding: decoders ignore what follows the
+    // end chunk, so only the size on disk stops it.
+    ScratchFolder scratch;
+    std::ifstream small(dataFile("alpha.png"), std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(small)), {});
+    for (uint64_t total : {kMaxPictureFileBytes, kMaxPictureFileBytes + 1}) {
+        const std::string path = scratch.file("padded" + std::to_string(total) + ".png");
+        {
+            std::ofstream out(path, std::ios::binary);
+            out << bytes << std::string(total - bytes.size(), '\0');
+        }
+        const std::optional<ImageInfo> info = GetImageInfo(path);
+        ASSERT_TRUE(info);
+        EXPECT_EQ(info->fileBytes, total);
+        EXPECT_EQ(loadGraphicFile(path).has_value(), total <= kMaxPictureFileBytes) << total;
+    }
+}
+
+TEST(ItemGraphicsResources, DefaultPictureIsSixtyFourSquareWithAlpha) {
+    const std::optional<Picture> picture = loadBitmapResourceDib(kDefaultPictureId);
+    ASSERT_TRUE(picture);
+    const DibInfo info = infoOf(*picture);
+    EXPECT_EQ(info.width, 64);
+    EXPECT_EQ(info.height, 64);
+    EXPECT_EQ(info.bitCount, 32);
+    EXPECT_TRUE(info.bottomUp);
+    EXPECT_EQ(pixelAt(*picture, 0, 0) >> 24, 0u);      // transparent corner
+    EXPECT_EQ(pixelAt(*picture, 32, 30) >> 24, 255u);  // the bell itself
+
+    EXPECT_FALSE(loadBitmapResourceDib(IDR_TEST_PICTURE_24));
+    EXPECT_FALSE(loadBitmapResourceDib(4321));  // no such resource
+}
+
+// A 32-bit memory canvas of one colour.
+class Canvas {
+  public:
+    Canvas(int width, int height, COLORREF colour) : width_(width), height_(height) {
+        BITMAPINFOHEADER info = {sizeof info, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        dc_.reset(CreateCompatibleDC(nullptr));
+        void* bits = nullptr;
+        bitmap_.reset(CreateDIBSection(dc_.get(), reinterpret_cast<BITMAPINFO*>(&info),
+                                       DIB_RGB_COLORS, &bits, nullptr, 0));
+        old_ = SelectObject(dc_.get(), bitmap_.get());
+        const RECT all{0, 0, width, height};
+        UniqueBrush brush(CreateSolidBrush(colour));
+        FillRect(dc_.get(), &all, brush.get());
+    }
+    ~Canvas() { SelectObject(dc_.get(), old_); }
+    HDC dc() const { return dc_.get(); }
+    COLORREF at(int x, int y) const { return GetPixel(dc_.get(), x, y); }
+    // As a 24-bit bitmap file in the screenshot folder.
+    void save(const std::string& name) const {
+        const std::string dir = testEnv("HERALDER_SHOT_DIR");
+        if (dir.empty()) return;
+        std::vector<uint8_t> dib = makePackedDib(width_, height_, 24);
+        const DibInfo info = infoOf(dib);
+        for (int y = 0; y < height_; ++y)
+            for (int x = 0; x < width_; ++x) setDibPixel(dib, info, x, y, at(x, y));
+        BITMAPFILEHEADER file = {0x4D42, DWORD(sizeof(BITMAPFILEHEADER) + dib.size()), 0, 0,
+                                 DWORD(sizeof(BITMAPFILEHEADER) + kInfoHeaderSize)};
+        std::ofstream out(dir + "\\" + name + ".bmp", std::ios::binary);
+        out.write(reinterpret_cast<const char*>(&file), sizeof file);
+        out.write(reinterpret_cast<const char*>(dib.data()), dib.size());
+    }
+
+  private:
+    int width_ = 0, height_ = 0;
+    UniqueDc dc_;
+    UniqueBitmap bitmap_;
+    HGDIOBJ old_ = nullptr;
+};
+
+TEST(ItemGraphicsDrawing, PicturesLandPixelForPixelWhereAsked) {
+    const COLORREF paper = 0x808080;
+    // 24 bits: every pixel different, so a flip or a shift shows.
+    Picture picture = makePackedDib(3, 2, 24);
+    const DibInfo info = infoOf(picture);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 3; ++x)
+            setDibPixel(picture, info, x, y, 0x102030 + 0x40 * x + 0x4000 * y);
+    Canvas canvas(16, 16, paper);
+    ASSERT_TRUE(drawPicture(canvas.dc(), 5, 7, picture));
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 3; ++x)
+            EXPECT_EQ(canvas.at(5 + x, 7 + y), pixelAt(picture, x, y)) << x << "," << y;
+    EXPECT_EQ(canvas.at(4, 7), paper);
+    EXPECT_EQ(canvas.at(8, 7), paper);
+    EXPECT_EQ(canvas.at(5, 9), paper);
+
+    // 4 bits through the colour table: the pixels start after 16 entries.
+    const uint32_t table[16] = {0x000000, 0x0000FF, 0x00FF00};  // blue, green as RGBQUAD
+    Picture indexed = makeColourTableDib(2, 1, 4, table);
+    indexed[readPackedDibInfo(indexed)->bitsOffset] = 0x12;  // left 1, right 2
+    ASSERT_TRUE(drawPicture(canvas.dc(), 0, 0, indexed));
+    EXPECT_EQ(canvas.at(0, 0), 0xFF0000u);  // COLORREF blue
+    EXPECT_EQ(canvas.at(1, 0), 0x00FF00u);
+
+    // With alpha, over a colour: the transparent corner shows the colour.
+    const std::optional<Picture> alpha = loadGraphicFile(dataFile("alpha.png"));
+    ASSERT_TRUE(alpha);
+    ASSERT_TRUE(drawPictureOver(canvas.dc(), 8, 8, *alpha, 0x00FFFF));
+    EXPECT_EQ(canvas.at(8, 8), 0x00FFFFu);
+    EXPECT_EQ(canvas.at(9, 8), 0x1428C8u);
+    // Green 200 at alpha 128 over yellow: 200 * 128 / 255 + 255 * 127 / 255.
+    EXPECT_EQ(canvas.at(15, 13), 0x0FE384u);
+
+    EXPECT_FALSE(drawPicture(canvas.dc(), 0, 0, Picture{}));
+}
+
+// The default picture as the alert window shows it, over a light, a grey and
+// a dark background, for people to look at.
+TEST(ItemGraphicsDrawing, DefaultPictureSheet) {
+    const std::optional<Picture> bell = loadBitmapResourceDib(kDefaultPictureId);
+    ASSERT_TRUE(bell);
+    const COLORREF backgrounds[] = {0xFFFFFF, GetSysColor(COLOR_BTNFACE), 0x603010};
+    Canvas sheet(3 * 80, 80, 0);
+    for (int i = 0; i < 3; ++i) {
+        const RECT cell{80 * i, 0, 80 * i + 80, 80};
+        UniqueBrush brush(CreateSolidBrush(backgrounds[i]));
+        FillRect(sheet.dc(), &cell, brush.get());
+        ASSERT_TRUE(drawPictureOver(sheet.dc(), 80 * i + 8, 8, *bell, backgrounds[i]));
+        EXPECT_EQ(sheet.at(80 * i + 8, 8), backgrounds[i]);  // transparent corner
+    }
+    sheet.save("default_picture");
+}
+
+// Decoding on a thread in a given COM state; the state afterwards is what
+// CoInitializeEx then answers.
+HRESULT comAfterDecodeOnThread(bool multithreaded, bool* decoded) {
+    HRESULT after = E_FAIL;
+    std::thread([&] {
+        if (multithreaded) CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        *decoded = ReadPngFile(dataFile("alpha.png")).has_value();
+        after = CoInitializeEx(nullptr, COINIT_MULTITHREADED);
+        if (SUCCEEDED(after)) CoUninitialize();
+        if (multithreaded) CoUninitialize();
+    }).join();
+    return after;
+}
+
+TEST(ItemGraphicsCom, DecodingLeavesEachThreadsComAsItWas) {
+    bool decoded = false;
+    // No COM before: set up and undone, so the thread is free to choose.
+    EXPECT_EQ(comAfterDecodeOnThread(false, &decoded), S_OK);
+    EXPECT_TRUE(decoded);
+    // Multithreaded COM before: used as it is and still there afterwards.
+    decoded = false;
+    EXPECT_EQ(comAfterDecodeOnThread(true, &decoded), S_FALSE);
+    EXPECT_TRUE(decoded);
+}
+
+// The largest picture the agent accepts, with enough detail that the
+// compressor cannot make it trivial, written with the codec's own encoder.
+bool writeLargePng(const std::string& path, UINT side) {
+    ComPtr<IWICImagingFactory> factory;
+    ComPtr<IWICStream> stream;
+    ComPtr<IWICBitmapEncoder> encoder;
+    ComPtr<IWICBitmapFrameEncode> frame;
+    std::wstring wide(path.begin(), path.end());
+    if (FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                IID_PPV_ARGS(&factory))) ||
+        FAILED(factory->CreateStream(&stream)) ||
+        FAILED(stream->InitializeFromFilename(wide.c_str(), GENERIC_WRITE)) ||
+        FAILED(factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, &encoder)) ||
+        FAILED(encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache)) ||
+        FAILED(encoder->CreateNewFrame(&frame, nullptr)) || FAILED(frame->Initialize(nullptr)) ||
+        FAILED(frame->SetSize(side, side)))
+        return false;
+    WICPixelFormatGUID format = GUID_WICPixelFormat32bppBGRA;
+    if (FAILED(frame->SetPixelFormat(&format)) || format != GUID_WICPixelFormat32bppBGRA)
+        return false;
+    std::vector<uint8_t> row(side * 4);
+    uint32_t noise = 12345;
+    for (UINT y = 0; y < side; ++y) {
+        for (UINT x = 0; x < side; ++x) {
+            noise = noise * 1103515245 + 12345;
+            row[4 * x] = uint8_t(x + (noise >> 28));
+            row[4 * x + 1] = uint8_t(y);
+            row[4 * x + 2] = uint8_t((x ^ y) >> 4);
+            row[4 * x + 3] = uint8_t(x < 16 && y < 16 ? 0 : 255);
+        }
+        if (FAILED(frame->WritePixels(1, side * 4, side * 4, row.data()))) return false;
+    }
+    return SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder->Commit());
+}
+
+TEST(ItemGraphicsBenchmark, LargestAcceptedPngLoadTime) {
+    ScratchFolder scratch;
+    const std::string path = scratch.file("large.png");
+    ASSERT_TRUE(writeLargePng(path, kMaxPictureSide));
+    const std::optional<ImageInfo> info = GetImageInfo(path);
+    ASSERT_TRUE(info);
+
+    const auto start = std::chrono::steady_clock::now();
+    const std::optional<Picture> picture = loadGraphicFile(path);
+    const auto elapsed = std::chrono::steady_clock::now() - start;
+    ASSERT_TRUE(picture);
+    EXPECT_EQ(infoOf(*picture).width, int32_t(kMaxPictureSide));
+    EXPECT_EQ(infoOf(*picture).bitCount, 32);
+    std::printf("[ figure   ] %u x %u PNG (%.1f MB on disk) loaded in %lld ms\n", info->width,
+                info->height, info->fileBytes / 1048576.0,
+                static_cast<long long>(
+                    std::chrono::duration_cast<std::chrono::milliseconds>(elapsed).count()));
+}
+
+}  // namespace
