@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -64,6 +65,50 @@ std::optional<InstalledVersion> installedAt(uint32_t versionNumber, uint32_t pat
     v.patchLevel = patchLevel;
     return v;
 }
+
+// While alive, the machine's "http" protocol is opened by command (the value
+// the shell reads); the prefix's own command comes back afterwards. Only the
+// recorder or a program that does not exist ever stands there, so no real
+// browser can start.
+class HttpHandler {
+  public:
+    explicit HttpHandler(const std::string& command) {
+        char old[1024] = {};
+        DWORD size = sizeof old;
+        had_ = RegGetValueA(HKEY_LOCAL_MACHINE, kKey, nullptr, RRF_RT_REG_SZ, nullptr, old,
+                            &size) == ERROR_SUCCESS;
+        old_ = old;
+        set(command);
+        char now[1024] = {};
+        size = sizeof now;
+        active_ = RegGetValueA(HKEY_CLASSES_ROOT, "http\\shell\\open\\command", nullptr,
+                               RRF_RT_REG_SZ, nullptr, now, &size) == ERROR_SUCCESS &&
+                  command == now;
+        HKEY dde = nullptr;
+        if (RegOpenKeyExA(HKEY_CLASSES_ROOT, "http\\shell\\open\\ddeexec", 0, KEY_READ, &dde) ==
+            ERROR_SUCCESS) {
+            RegCloseKey(dde);
+            active_ = false;  // the shell would talk to a running browser instead
+        }
+    }
+    ~HttpHandler() {
+        if (had_) set(old_);
+    }
+    HttpHandler(const HttpHandler&) = delete;
+    HttpHandler& operator=(const HttpHandler&) = delete;
+
+    // The shell will run our command for an http address.
+    bool active() const { return active_; }
+
+  private:
+    static constexpr char kKey[] = "Software\\Classes\\http\\shell\\open\\command";
+    void set(const std::string& command) {
+        RegSetKeyValueA(HKEY_LOCAL_MACHINE, kKey, nullptr, REG_SZ, command.c_str(),
+                        static_cast<DWORD>(command.size() + 1));
+    }
+    bool had_ = false, active_ = false;
+    std::string old_;
+};
 
 class BrowseBox : public testing::Test {
   protected:
@@ -232,6 +277,56 @@ TEST_F(BrowseBox, HelpOpensTheBrowseTopicAndTheBoxStays) {
     });
     showBrowseBox(nullptr, fullItem(), settings(), [](const UpdateItem&) { return std::nullopt; });
     EXPECT_TRUE(driver.ran());
+}
+
+// Go hands the address to the shell, which starts the program registered for
+// it; when that fails the user is told, and the box stays either way.
+TEST_F(BrowseBox, GoOpensTheAddressThroughTheShell) {
+    const std::string folder = scratchFolder("heralder_browse_test");
+    const struct {
+        const char* what;
+        std::string handler;
+        bool recorded;
+        const char* message;  // "" none
+    } cases[] = {
+        {"recorded", "\"" + recorderPath() + "\" \"%1\"", true, ""},
+        {"no such program", "\"" + folder + "missing.exe\" \"%1\"", false,
+         "There has been an error accessing your web browser."},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        HttpHandler handler(c.handler);
+        if (!handler.active()) GTEST_SKIP() << "the shell would not use the test's http handler";
+        Recording recording(folder + "record.txt");
+        UpdateItem item = fullItem();
+        item.url = "http://www.quenmark.com/ledger?from=browser";
+        Settings record;
+        record.ApplicationPath = folder;
+        std::string message;
+        DialogDriver driver([&](HWND box) {
+            // The error box is a dialog of this thread too; it is answered here.
+            std::optional<DialogDriver> errorBox;
+            if (!c.recorded)
+                errorBox.emplace([&](HWND error) {
+                    message = itemText(error, IDC_MESSAGETEXT);
+                    clickItem(error, IDC_BUTTON1);
+                });
+            clickItem(box, IDC_BROWSE_GO);
+            const std::vector<Recorded> records =
+                c.recorded ? recording.wait() : std::vector<Recorded>{};
+            if (c.recorded) {
+                ASSERT_EQ(records.size(), 1u);
+                EXPECT_NE(
+                    records[0].commandLine.find("http://www.quenmark.com/ledger?from=browser"),
+                    std::string::npos);
+            }
+            EXPECT_TRUE(IsWindowVisible(box));
+            clickItem(box, IDC_BUTTON1);
+        });
+        showBrowseBox(nullptr, item, record, [](const UpdateItem&) { return std::nullopt; });
+        EXPECT_TRUE(driver.ran());
+        EXPECT_EQ(message, c.message);
+    }
 }
 
 // Shift + double click on a row of the main window opens the browser on that
