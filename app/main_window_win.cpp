@@ -16,6 +16,7 @@
 #include "feed/document_parser.h"
 #include "feed/feed_date.h"
 #include "feed/http_win.h"
+#include "notify/browse_box_win.h"
 #include "resources/resource.h"
 #include "settings/settings_file.h"
 #include "ui/dialog_win.h"
@@ -129,6 +130,10 @@ void onListDoubleClick(MainWindow& w) {
     const LRESULT index = ListBox_GetItemData(w.list, row);
     if (index < 0 || static_cast<std::size_t>(index) >= w.items.size()) {
         showMessage(w.hwnd, kItemError);
+        return;
+    }
+    if (GetKeyState(VK_SHIFT) < 0) {
+        showBrowseBox(w.hwnd, w.items[static_cast<std::size_t>(index)], settings());
         return;
     }
 }

@@ -3,6 +3,7 @@
 
 #include "feed/http_win.h"
 #include "feed/installed_product.h"
+#include "notify/prompt_box_win.h"
 #include "settings/file_locations_win.h"
 #include "ui/message_box_win.h"
 
@@ -14,8 +15,9 @@ int WindowsRunHost::showVersionWindow(UpdateItem&) {
     return 1;
 }
 
-int WindowsRunHost::promptMultipleItems(std::vector<UpdateItem>&, int, SeenList&) {
-    return 1;
+int WindowsRunHost::promptMultipleItems(std::vector<UpdateItem>& items, int waiting,
+                                        SeenList& seen) {
+    return showMultipleItemPrompt(owner_, items, waiting, settings(), seen);
 }
 
 std::optional<std::string> WindowsRunHost::fetchServerFile(const std::string& path) {

@@ -75,6 +75,38 @@
 #define IDC_STARTUP_MANUAL 101
 #define IDC_STARTUP_AUTOMATIC 102
 
+// ---- Multiple-items prompt: template "DoMultipleItemPromptBox" ------------------
+//      IDC_BUTTON1 "OK" (enabled once a choice is made), IDC_HELPBUTTON,
+//      IDC_ICONBUTTON; the count's label is IDC_STATIC. No Cancel: Escape is
+//      ignored. The four choices are the dialog results 0 to 3 in the code.
+#define IDC_PROMPT_COUNT 101          // PromptMultipleCount
+#define IDC_PROMPT_SHOW_NOW 102
+#define IDC_PROMPT_NONE_TODAY 103
+#define IDC_PROMPT_IGNORE_ALL 104
+#define IDC_PROMPT_DISABLE 105
+#define IDC_PROMPT_TEXT 106           // a format with the pending count as "%d"
+#define IDC_PROMPT_COUNT_UPDOWN 10101 // IDC_PROMPT_COUNT + 10000, text "2,32760,6"
+
+// ---- Item browser: template "BrowseBox" ---------------------------------------
+//      IDC_BUTTON1 "Close", IDC_HELPBUTTON; the labels are IDC_STATIC. Escape
+//      is ignored: the browser closes through Close or Enter only.
+#define IDC_BROWSE_DATE 101
+#define IDC_BROWSE_ORIGINATOR 102
+#define IDC_BROWSE_APPLICATION 103
+#define IDC_BROWSE_VERSION 104
+#define IDC_BROWSE_KEYWORDS 105
+#define IDC_BROWSE_TEXT 106
+#define IDC_BROWSE_SPARE 107          // in the template, never filled
+#define IDC_BROWSE_REGISTERED 108
+#define IDC_BROWSE_EVALUATION 109
+#define IDC_BROWSE_INIFILE 110
+#define IDC_BROWSE_SECTION 111
+#define IDC_BROWSE_URL 112
+#define IDC_BROWSE_IMPORTANCE 113
+#define IDC_BROWSE_IGNOREUNTIL 114
+#define IDC_BROWSE_GO 115             // opens the URL; web addresses only
+#define IDC_BROWSE_INSTALLED 116
+
 // ---- String table ---------------------------------------------------------------
 #define IDS_APP_NAME 109
 #define IDS_MESSAGE_TITLE 110

@@ -71,6 +71,22 @@ HWND findProcessWindow(DWORD processId, const char* cls) {
 void pressDefaultButton(HWND dialog) {
     const LRESULT def = SendMessageA(dialog, DM_GETDEFID, 0, 0);
     const int id = HIWORD(def) == DC_HASDEFID ? LOWORD(def) : IDOK;
+    // A default button that waits for a choice (the multiple-items prompt):
+    // a person takes the first one offered before pressing Enter.
+    HWND button = GetDlgItem(dialog, id);
+    if (button && !IsWindowEnabled(button)) {
+        EnumChildWindows(
+            dialog,
+            [](HWND child, LPARAM) -> BOOL {
+                const LONG type = GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK;
+                char cls[16] = {};
+                GetClassNameA(child, cls, sizeof cls);
+                if (lstrcmpiA(cls, "Button") != 0 || type != BS_AUTORADIOBUTTON) return TRUE;
+                SendMessageA(child, BM_CLICK, 0, 0);
+                return FALSE;
+            },
+            0);
+    }
     PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
                  reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
 }

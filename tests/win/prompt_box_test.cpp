@@ -1,0 +1,305 @@
+// The multiple-items prompt under Wine: the real box from its template, its
+// texts, the count field, OK waiting for a choice, Escape ignored, each answer
+// carried out on a real seen list and Startup folder, and the threshold
+// through the whole run.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "app/run_host_win.h"
+#include "base/crt_text.h"
+#include "dialogs/startup_manager_win.h"
+#include "feed/seen_list.h"
+#include "notify/prompt_box_win.h"
+#include "resources/resource.h"
+#include "settings/file_locations_win.h"
+#include "settings/settings.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/recorder/recording.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+constexpr char kExplanationBefore[] =
+    "This is an Quenmark Heralder notification.\n\nIn most cases, Heralder will show you one or "
+    "two notifications per week.\n\nAt the moment, there are ";
+constexpr char kExplanationAfter[] =
+    " items pending - possibly because this is the first time Heralder has run, or because it "
+    "hasn't run recently.\n\nAs this may result in multiple notification windows appearing, we "
+    "wanted to let you know what's happening and provide you with options to manage this "
+    "feature.\n\nYou can view these items now, view them later or not view them at all. You can "
+    "also disable the Heralder application, should you not wish to see any notifications in the "
+    "future. Please select one of the following options.";
+
+const struct {
+    int id;
+    const char* text;
+} kChoiceTexts[] = {
+    {IDC_PROMPT_SHOW_NOW,
+     "Show the pending items now: When you click on Ok, each of the pending items will appear in "
+     "a window, one after another. For each item, click on OK to proceed to the next window, or "
+     "click on Cancel to prevent any further windows from appearing today."},
+    {IDC_PROMPT_NONE_TODAY,
+     "Don't show any pending items today: When you click on Ok, nothing further will happen, and "
+     "Heralder will go to sleep. This window will appear again tomorrow, or the next time your "
+     "computer starts up."},
+    {IDC_PROMPT_IGNORE_ALL,
+     "Don't show any of the currently pending items ever: All the currently pending items will "
+     "be ignored. You'll see notifications for any new items that appear in the future. (The "
+     "ignored items will be listed in Heralder's application window, should you wish to view "
+     "them manually.}"},
+    {IDC_PROMPT_DISABLE,
+     "Disable all automatic notifications from Heralder: You'll never see this window or any "
+     "notifications from Heralder again, unless you manually run Heralder and select Go from its "
+     "File menu to have it check for notifications."},
+};
+
+constexpr char kCountLabel[] =
+    "In future, show me this prompt if at least this many items are pending.";
+
+// Lets the box handle what was posted to it, keys included, as its own modal
+// loop would.
+void pump(HWND dialog, DWORD ms = 50) {
+    const DWORD start = GetTickCount();
+    do {
+        MSG msg;
+        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+            if (IsDialogMessageA(dialog, &msg)) continue;
+            TranslateMessage(&msg);
+            DispatchMessageA(&msg);
+        }
+        Sleep(5);
+    } while (GetTickCount() - start < ms);
+}
+
+// Types text into the count as keys would, replacing what it held.
+void typeCount(HWND dialog, const char* text) {
+    HWND edit = GetDlgItem(dialog, IDC_PROMPT_COUNT);
+    SetFocus(edit);
+    SendMessageA(edit, EM_SETSEL, 0, -1);
+    for (const char* c = text; *c; ++c) SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(*c), 1);
+}
+
+std::vector<UpdateItem> alerts(int count, int32_t firstNumber = 3001) {
+    std::vector<UpdateItem> items(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        items[i].type = ItemType::Alert;
+        items[i].number = firstNumber + i;
+        items[i].title = "Alert " + std::to_string(i + 1);
+    }
+    return items;
+}
+
+class MultipleItemPrompt : public testing::Test {
+  protected:
+    void SetUp() override {
+        folder_ = scratchFolder("heralder_prompt_test");
+        list_ = folder_ + "Heralder.lst";
+        DeleteFileA(list_.c_str());
+        std::string startup = getSpecialFolderPath(CSIDL_STARTUP).value_or(std::string());
+        ASSERT_FALSE(startup.empty());
+        if (startup.back() != '\\') startup += '\\';
+        link_ = startup + "Heralder.lnk";
+        settings() = Settings{};
+        settings().CurrentTransactionDate = "11-22-2026";
+    }
+    void TearDown() override {
+        DeleteFileA(list_.c_str());
+        DeleteFileA(link_.c_str());
+        settings() = saved_;
+    }
+
+    std::string seenFile() { return readFileBytes(list_).value_or(""); }
+    bool linkExists() { return GetFileAttributesA(link_.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+    Settings saved_ = settings();
+    std::string folder_, list_, link_;
+};
+
+TEST_F(MultipleItemPrompt, ShowsItsTextsAndOkWaitsForAChoiceWhileEscapeDoesNothing) {
+    for (uint32_t soft : {0u, 2u}) {
+        SCOPED_TRACE(soft);
+        Settings record;
+        record.SoftButtons = soft;
+        record.PromptMultipleCount = 9;
+        SeenList seen(list_);
+        std::vector<UpdateItem> items = alerts(3);
+        DialogDriver driver([&](HWND box) {
+            EXPECT_EQ(windowText(box), "Multiple Items Pending");
+            EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & (WS_CAPTION | WS_SYSMENU), WS_CAPTION);
+            EXPECT_EQ(itemText(box, IDC_PROMPT_TEXT),
+                      std::string(kExplanationBefore) + "27" + kExplanationAfter);
+            for (const auto& c : kChoiceTexts) {
+                EXPECT_EQ(itemText(box, c.id), c.text);
+                EXPECT_EQ(IsDlgButtonChecked(box, c.id), BST_UNCHECKED);
+            }
+            EXPECT_EQ(windowText(GetNextWindow(GetDlgItem(box, IDC_PROMPT_DISABLE), GW_HWNDNEXT)),
+                      kCountLabel);
+            EXPECT_EQ(itemText(box, IDC_BUTTON1), "OK");
+            EXPECT_EQ(itemText(box, IDC_HELPBUTTON), "Help");
+            EXPECT_FALSE(GetDlgItem(box, IDC_CANCELBUTTON));
+            // The user's own threshold, not the template's 6, within 2..32760.
+            EXPECT_EQ(itemText(box, IDC_PROMPT_COUNT), "9");
+            int low = 0, high = 0;
+            SendDlgItemMessageA(box, IDC_PROMPT_COUNT_UPDOWN, UDM_GETRANGE32,
+                                reinterpret_cast<WPARAM>(&low), reinterpret_cast<LPARAM>(&high));
+            EXPECT_EQ(low, 2);
+            EXPECT_EQ(high, 32760);
+
+            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(box, IDC_BUTTON1)));
+            pressKey(box, VK_ESCAPE);
+            pump(box);
+            // What Enter sends; OK is disabled, so nothing may come of it.
+            PostMessageA(box, WM_COMMAND, IDOK, 0);
+            pump(box);
+            EXPECT_TRUE(IsWindowVisible(box));
+            clickItem(box, IDC_PROMPT_NONE_TODAY);
+            EXPECT_TRUE(IsWindowEnabled(GetDlgItem(box, IDC_BUTTON1)));
+            pressKey(box, VK_ESCAPE);
+            pump(box);
+            EXPECT_TRUE(IsWindowVisible(box));
+            saveWindowScreenshot(box, "prompt_soft" + std::to_string(soft));
+            clickItem(box, IDC_BUTTON1);
+        });
+        EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 27, record, seen), 0);
+        EXPECT_TRUE(driver.ran());
+        // Nothing marked today: the same items wait for the next run.
+        EXPECT_EQ(seenFile(), "");
+        EXPECT_EQ(record.PromptMultipleCount, 9u);
+    }
+}
+
+TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOut) {
+    const struct {
+        int choice;
+        int goOn;
+        const char* seenAfter;
+        uint32_t startupAfter;
+        bool linkAfter;
+    } cases[] = {
+        {IDC_PROMPT_SHOW_NOW, 1, "3001\r\n", kStartupAutomatic, true},
+        {IDC_PROMPT_NONE_TODAY, 0, "3001\r\n", kStartupAutomatic, true},
+        // Every item of the list, the one seen already and the filtered out too.
+        {IDC_PROMPT_IGNORE_ALL, 0, "3001\r\n3001\r\n3002\r\n3003\r\n3004\r\n", kStartupAutomatic,
+         true},
+        {IDC_PROMPT_DISABLE, 0, "3001\r\n", kStartupManual, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.choice);
+        DeleteFileA(list_.c_str());
+        applyStartupOption(nullptr, kStartupAutomatic);
+        ASSERT_TRUE(linkExists());
+        Settings record;
+        record.StartupOptions = kStartupAutomatic;
+        SeenList seen(list_);
+        std::vector<UpdateItem> items = alerts(4);
+        items[3].type = ItemType::Version;
+        seen.markItemSeen(items[0]);
+        DialogDriver driver([&](HWND box) {
+            clickItem(box, c.choice);
+            clickItem(box, IDC_BUTTON1);
+        });
+        EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 3, record, seen), c.goOn);
+        EXPECT_EQ(seenFile(), c.seenAfter);
+        EXPECT_EQ(record.StartupOptions, c.startupAfter);
+        EXPECT_EQ(linkExists(), c.linkAfter);
+    }
+}
+
+TEST_F(MultipleItemPrompt, TypedCountIsKeptWithinItsRange) {
+    const struct {
+        const char* typed;
+        uint32_t stored;
+    } cases[] = {{"1", 2}, {"40000", 32760}, {"15", 15}, {"2", 2}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.typed);
+        Settings record;
+        record.PromptMultipleCount = 6;
+        SeenList seen(list_);
+        std::vector<UpdateItem> items = alerts(2);
+        DialogDriver driver([&](HWND box) {
+            typeCount(box, c.typed);
+            clickItem(box, IDC_PROMPT_SHOW_NOW);
+            clickItem(box, IDC_BUTTON1);
+        });
+        EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 6, record, seen), 1);
+        EXPECT_EQ(record.PromptMultipleCount, c.stored);
+    }
+}
+
+TEST_F(MultipleItemPrompt, HelpOpensTheNotificationTopicAndTheBoxStays) {
+    Settings record;
+    record.DocumentBrowserPath = recorderPath();
+    record.DocumentBrowserFlags = 0;
+    record.ApplicationPath = "C:\\Heralder\\";
+    settings() = record;  // the manual reads the process-wide record
+    Recording recording(folder_ + "record.txt");
+    SeenList seen(list_);
+    std::vector<UpdateItem> items = alerts(2);
+    DialogDriver driver([&](HWND box) {
+        clickItem(box, IDC_HELPBUTTON);
+        const std::vector<Recorded> records = recording.wait();
+        ASSERT_EQ(records.size(), 1u);
+        EXPECT_EQ(records[0].commandLine,
+                  shellCommandLine(recorderPath(),
+                                   "file:///C:\\Heralder\\html\\referenc.html#NOTIFICATION"));
+        EXPECT_TRUE(IsWindowVisible(box));
+        clickItem(box, IDC_PROMPT_SHOW_NOW);
+        clickItem(box, IDC_BUTTON1);
+    });
+    EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 2, record, seen), 1);
+    EXPECT_TRUE(driver.ran());
+}
+
+// The Windows host with the item windows recorded instead of shown.
+class PromptingRunHost : public WindowsRunHost {
+  public:
+    PromptingRunHost() : WindowsRunHost(nullptr) {}
+    int showAlertWindow(UpdateItem& item) override {
+        shown.push_back(item.number);
+        return 1;
+    }
+    int showVersionWindow(UpdateItem& item) override { return showAlertWindow(item); }
+    std::vector<int32_t> shown;
+};
+
+// The threshold counts: at PromptMultipleCount items the run asks, below it
+// the run shows its windows straight away.
+TEST_F(MultipleItemPrompt, RunAsksFromTheThresholdOn) {
+    const struct {
+        int items;
+        int answer;  // radio clicked in the prompt
+        bool asked;
+        std::size_t shown;
+        bool result;
+    } cases[] = {
+        {6, IDC_PROMPT_SHOW_NOW, true, 6, true},
+        {5, IDC_PROMPT_SHOW_NOW, false, 5, true},
+        {7, IDC_PROMPT_NONE_TODAY, true, 0, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.items);
+        DeleteFileA(list_.c_str());
+        settings().PromptMultipleItems = 1;
+        settings().PromptMultipleCount = 6;
+        SeenList seen(list_);
+        std::vector<UpdateItem> items = alerts(c.items);
+        std::string explanation;
+        DialogDriver driver([&](HWND box) {
+            explanation = itemText(box, IDC_PROMPT_TEXT);
+            clickItem(box, c.answer);
+            clickItem(box, IDC_BUTTON1);
+        });
+        PromptingRunHost host;
+        EXPECT_EQ(runNotifications(items, host, settings(), seen), c.result);
+        EXPECT_EQ(driver.ran(), c.asked);
+        if (c.asked) {
+            EXPECT_NE(explanation.find("there are " + std::to_string(c.items) + " items pending"),
+                      std::string::npos);
+        }
+        EXPECT_EQ(host.shown.size(), c.shown);
+    }
+}
+
+}  // namespace
