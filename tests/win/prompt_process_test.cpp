@@ -12,6 +12,7 @@
 #include "settings/file_locations_win.h"
 #include "tests/win/loopback_server.h"
 #include "tests/win/process_driver.h"
+#include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
 namespace {
