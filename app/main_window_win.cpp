@@ -16,6 +16,7 @@
 #include "feed/document_parser.h"
 #include "feed/feed_date.h"
 #include "feed/http_win.h"
+#include "notify/alert_box_win.h"
 #include "resources/resource.h"
 #include "settings/settings_file.h"
 #include "ui/dialog_win.h"
@@ -131,6 +132,16 @@ void onListDoubleClick(MainWindow& w) {
         showMessage(w.hwnd, kItemError);
         return;
     }
+    UpdateItem& item = w.items[static_cast<std::size_t>(index)];
+    if (GetKeyState(VK_SHIFT) & 0x8000) {
+        // Shift + double click: the item browser goes here.
+        return;
+    }
+    // Any type, even a setting or graphic update: the alert window shows what
+    // the item says. Its result and its check box mean nothing here.
+    const bool neverShowAgain = item.neverShowAgain;
+    showAlertBox(w.hwnd, item, notifyLook(), settings());
+    item.neverShowAgain = neverShowAgain;
 }
 
 void onCommand(MainWindow& w, int id, UINT code) {

@@ -40,6 +40,13 @@ done
 
 appdata=$(wine cmd /c echo %APPDATA% 2>/dev/null | tr -d '\r')
 data="$(winepath -u "$appdata")/Quenmark"
+# Quenmark Ledger 5.2a is installed on this pretend machine (products from
+# version 4 on keep their INI file for all users), so the sample's Ledger
+# notice finds it out of date; Quenmark Atlas is not installed.
+common=$(wine cmd /c echo %ALLUSERSPROFILE% 2>/dev/null | tr -d '\r')
+mkdir -p "$(winepath -u "$common")/Quenmark"
+printf '[Ledger]\r\nVersionNumber=2208\r\nPatchLevel=0\r\n' \
+    >"$(winepath -u "$common")/Quenmark/Ledger5.ini"
 echo "Running heralder.exe /UPDATE against http://127.0.0.1:$port/update/update.txt"
 rc=0
 if [ -n "$watched" ]; then
