@@ -214,7 +214,7 @@ TEST_F(NotifyWindows, OffTopicAlertHasNoHeaderLine) {
         RECT client;
         GetClientRect(dialog, &client);
         EXPECT_LE(box.bottom, client.bottom);
-        EXPECT_EQ(windowHeight(dialog), kAlertMinimumHeight);
+        EXPECT_EQ(windowHeight(dialog), 208);
         saveWindowScreenshot(dialog, "alert_offtopic");
         clickItem(dialog, IDC_BUTTON1);
     });
@@ -233,7 +233,7 @@ TEST_F(NotifyWindows, AlertFitsItsHeightToTheText) {
         int height;  // 0: the template's own
     };
     const Case cases[] = {
-        {"one line", std::string("One line."), kAlertMinimumHeight},
+        {"one line", std::string("One line."), 208},
         {"longer than the screen", longText, screen - 4},
         {"megabytes", hugeText, screen - 4},
         {"no text", std::nullopt, 0},
