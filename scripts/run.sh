@@ -83,7 +83,8 @@ PY
 )
     echo "settings changed:      $changed"
 fi
-pictures=$(ls "$data/Heralder" 2>/dev/null | grep -viE '\.lst$' | tr '\n' ' ' || true)
+pictures=$(cd "$data/Heralder" 2>/dev/null && find . -type f ! -iname '*.lst' | sed 's|^\./||' |
+    sort | tr '\n' ' ' || true)
 echo "pictures downloaded:   ${pictures:-none}"
 [ -z "$watched" ] && echo "screenshots:           $shots ($(ls "$shots" | wc -l) files)"
 echo "heralder.exe exit code: $rc"
