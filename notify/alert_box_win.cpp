@@ -184,6 +184,9 @@ class AlertBox : public Dialog {
         const std::optional<std::string> body =
             fetchServerFile(hwnd(), publisherServerHost(), "/update/images/" + name);
         if (body) {
+            // The product folder too: a window opened from the list may come
+            // before any run has made it.
+            ensureDataFolders();
             CreateDirectoryA(folder.c_str(), nullptr);
             // Written aside and renamed, so that a broken write never leaves a
             // half picture that would count as fetched next time.

@@ -461,6 +461,7 @@ TEST_F(NotifyWindows, PicturesAreFetchedOnceAndOnlyWhenAllowed) {
 TEST_F(NotifyWindows, PicturesSitUnderHelp) {
     const std::string source = testEnv("HERALDER_SOURCE_DIR") + "\\tests\\data\\alert\\";
     if (!loadGraphicFile(source + "wide.png")) GTEST_SKIP() << "no picture decoder in this build";
+    ensureDataFolders();
     CreateDirectoryA(getUserHeralderPath("images").c_str(), nullptr);
     settings_.DownloadGraphics = 0;
     struct Case {
@@ -469,7 +470,8 @@ TEST_F(NotifyWindows, PicturesSitUnderHelp) {
         bool centred;
     };
     for (const Case& c : {Case{"narrow.png", 20, 30, true}, Case{"wide.png", 100, 40, false}}) {
-        ASSERT_TRUE(CopyFileA((source + c.file).c_str(), (imagesFolder() + c.file).c_str(), FALSE));
+        ASSERT_TRUE(CopyFileA((source + c.file).c_str(), (imagesFolder() + c.file).c_str(), FALSE))
+            << source << " " << imagesFolder() << " " << GetLastError();
         UpdateItem item = fooAlert();
         item.graphic = c.file;
         runAlert(item, [&](HWND dialog) {
