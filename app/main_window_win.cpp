@@ -122,8 +122,8 @@ void onLoadDocument(MainWindow& w, const char* path) {
     showMessage(w.hwnd, std::string("There has been an error loading ") + path);
 }
 
-// The item windows arrive with the notification windows; until then a double
-// click only checks that the row has an item.
+// A double click shows the row's item: Shift asks for the item browser, a
+// plain one for the alert window.
 void onListDoubleClick(MainWindow& w) {
     const int row = ListBox_GetCurSel(w.list);
     if (row < 0) return;
