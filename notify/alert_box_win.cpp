@@ -183,7 +183,7 @@ class AlertBox : public Dialog {
         HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
         const std::optional<std::string> body =
             fetchServerFile(hwnd(), publisherServerHost(), "/update/images/" + name);
-        if (body) {
+        if (body && looksLikePicture(*body)) {
             // The product folder too: a window opened from the list may come
             // before any run has made it.
             ensureDataFolders();

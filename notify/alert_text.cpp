@@ -111,6 +111,10 @@ std::optional<std::string> alertPictureName(const UpdateItem& item) {
     return *item.graphic;
 }
 
+bool looksLikePicture(std::string_view body) {
+    return body.starts_with("\x89PNG\r\n\x1A\n") || body.starts_with("\xFF\xD8\xFF");
+}
+
 std::string alertClipboardText(const UpdateItem& item) {
     std::string text = item.title.value_or("");
     if (present(item.plainText)) {

@@ -48,5 +48,10 @@ std::string alertVisibleText(std::string_view text, int maxLines);
 // outside the folder or open a device.
 std::optional<std::string> alertPictureName(const UpdateItem& item);
 
+// Whether a fetched body is a PNG or JPEG file by its first bytes. The server's
+// status is not looked at, so a missing picture arrives as an error page; kept
+// under the picture's name it would stand for the picture for good.
+bool looksLikePicture(std::string_view body);
+
 // What Ctrl+C copies: the title, a blank line and the text.
 std::string alertClipboardText(const UpdateItem& item);

@@ -166,6 +166,15 @@ TEST(AlertText, PictureNameMustBePlain) {
     EXPECT_FALSE(alertPictureName(UpdateItem{}));
 }
 
+TEST(AlertText, OnlyPicturesAreKept) {
+    using namespace std::string_view_literals;
+    EXPECT_TRUE(looksLikePicture("\x89PNG\r\n\x1A\n\0\0\0\rIHDR"sv));
+    EXPECT_TRUE(looksLikePicture("\xFF\xD8\xFF\xE0\0\x10JFIF"sv));
+    EXPECT_FALSE(looksLikePicture("<html><body>404 Not Found</body></html>"));
+    EXPECT_FALSE(looksLikePicture(""));
+    EXPECT_FALSE(looksLikePicture("\x89PNG\r\n"));  // cut short
+}
+
 TEST(AlertText, ClipboardHoldsTitleAndText) {
     UpdateItem item;
     item.title = "Title";
