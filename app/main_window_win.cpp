@@ -17,6 +17,7 @@
 #include "feed/feed_date.h"
 #include "feed/http_win.h"
 #include "notify/browse_box_win.h"
+#include "notify/alert_box_win.h"
 #include "resources/resource.h"
 #include "settings/settings_file.h"
 #include "ui/dialog_win.h"
@@ -122,8 +123,8 @@ void onLoadDocument(MainWindow& w, const char* path) {
     showMessage(w.hwnd, std::string("There has been an error loading ") + path);
 }
 
-// The item windows arrive with the notification windows; until then a double
-// click only checks that the row has an item.
+// A double click shows the row's item: Shift asks for the item browser, a
+// plain one for the alert window.
 void onListDoubleClick(MainWindow& w) {
     const int row = ListBox_GetCurSel(w.list);
     if (row < 0) return;
@@ -132,10 +133,16 @@ void onListDoubleClick(MainWindow& w) {
         showMessage(w.hwnd, kItemError);
         return;
     }
-    if (GetKeyState(VK_SHIFT) < 0) {
-        showBrowseBox(w.hwnd, w.items[static_cast<std::size_t>(index)], settings());
+    UpdateItem& item = w.items[static_cast<std::size_t>(index)];
+    if (GetKeyState(VK_SHIFT) & 0x8000) {
+        showBrowseBox(w.hwnd, item, settings());
         return;
     }
+    // Any type, even a setting or graphic update: the alert window shows what
+    // the item says. Its result and its check box mean nothing here.
+    const bool neverShowAgain = item.neverShowAgain;
+    showAlertBox(w.hwnd, item, notifyLook(), settings());
+    item.neverShowAgain = neverShowAgain;
 }
 
 void onCommand(MainWindow& w, int id, UINT code) {

@@ -1,18 +1,25 @@
 // The Windows host of the notification run (see notification_run_win.h).
 #include "app/run_host_win.h"
 
+#include "app/app_win.h"
 #include "feed/http_win.h"
 #include "feed/installed_product.h"
 #include "notify/prompt_box_win.h"
+#include "notify/alert_box_win.h"
+#include "notify/version_box_win.h"
 #include "settings/file_locations_win.h"
 #include "ui/message_box_win.h"
 
-int WindowsRunHost::showAlertWindow(UpdateItem&) {
-    return 1;
+NotifyLook notifyLook() {
+    return {app().alertFont.get(), app().alertBackgroundBrush.get()};
 }
 
-int WindowsRunHost::showVersionWindow(UpdateItem&) {
-    return 1;
+int WindowsRunHost::showAlertWindow(UpdateItem& item) {
+    return showAlertBox(owner_, item, notifyLook(), settings());
+}
+
+int WindowsRunHost::showVersionWindow(UpdateItem& item) {
+    return showVersionBox(owner_, item, notifyLook(), settings(), *this);
 }
 
 int WindowsRunHost::promptMultipleItems(std::vector<UpdateItem>& items, int waiting,

@@ -5,13 +5,13 @@
 
 #include "base/win_headers.h"
 #include "feed/notification_run.h"
+#include "notify/notify_look_win.h"
 
 class WindowsRunHost : public RunHost {
   public:
     explicit WindowsRunHost(HWND owner) : owner_(owner) {}
 
-    // The notification windows and the multiple-items prompt plug in here; until
-    // they exist every item counts as shown and the prompt lets the run go on.
+    // The notification windows and the multiple-items prompt plug in here.
     int showAlertWindow(UpdateItem& item) override;
     int showVersionWindow(UpdateItem& item) override;
     int promptMultipleItems(std::vector<UpdateItem>& items, int waiting, SeenList& seen) override;
@@ -30,6 +30,9 @@ class WindowsRunHost : public RunHost {
     HCURSOR previousCursor_ = nullptr;
     int waitDepth_ = 0;
 };
+
+// The shared alert font and background brush, lent to a notification window.
+NotifyLook notifyLook();
 
 // The run as the main window starts it: the process-wide settings and the
 // user's seen-item list, in the product folder (made when it is missing).

@@ -93,7 +93,7 @@ class BrowseBox : public Dialog {
     }
 
   private:
-    bool canGo() const { return isOpenableAddress(texts_.url); }
+    bool canGo() const { return isWebAddress(texts_.url); }
 
     // The template is shorter than its fields; the box opens at the height
     // that shows them all, and taller only where large fonts need it.

@@ -29,7 +29,7 @@ std::string browseCaption(const UpdateItem& item) {
     return title + " [" + typeName + "]";
 }
 
-std::string announcedVersionText(const UpdateItem& item) {
+std::string browseVersionText(const UpdateItem& item) {
     char text[96];
     std::snprintf(text, sizeof text, "%d.%d", static_cast<int>(item.version),
                   static_cast<int>(item.subVersion));
@@ -64,7 +64,7 @@ BrowseTexts browseTexts(const UpdateItem& item, const std::optional<InstalledVer
     t.date = textOf(item.date);
     t.originator = textOf(item.originator);
     t.application = textOf(item.application);
-    t.version = announcedVersionText(item);
+    t.version = browseVersionText(item);
     t.keywords = textOf(item.keywords);
     t.plainText = textOf(item.plainText);
     t.registered = signedText(item.ifRegistered);

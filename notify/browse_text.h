@@ -24,7 +24,7 @@ struct BrowseTexts {
 std::string browseCaption(const UpdateItem& item);
 // The version the item announces: "3.0c (revision 2) (beta 1)"; no letter when
 // the item has no REVISION.
-std::string announcedVersionText(const UpdateItem& item);
+std::string browseVersionText(const UpdateItem& item);
 // "2.1 revision 3" of an installed product; empty when it could not be looked up.
 std::string installedBrowseText(const std::optional<InstalledVersion>& installed);
 

@@ -1,17 +1,13 @@
-// Which item addresses may be opened (see url_policy.h).
+// Which addresses the notification windows open (see url_policy.h).
 #include "notify/url_policy.h"
 
 #include "base/ascii.h"
 
-namespace {
-
-bool startsWithIgnoringCase(std::string_view text, std::string_view prefix) {
-    return text.size() >= prefix.size() &&
-           equalsIgnoringAsciiCase(text.substr(0, prefix.size()), prefix);
-}
-
-}  // namespace
-
-bool isOpenableAddress(std::string_view url) {
-    return startsWithIgnoringCase(url, "http://") || startsWithIgnoringCase(url, "https://");
+bool isWebAddress(std::string_view url) {
+    for (std::string_view scheme : {std::string_view("http://"), std::string_view("https://")}) {
+        if (url.size() >= scheme.size() &&
+            equalsIgnoringAsciiCase(url.substr(0, scheme.size()), scheme))
+            return true;
+    }
+    return false;
 }

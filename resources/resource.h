@@ -107,6 +107,22 @@
 #define IDC_BROWSE_GO 115             // opens the URL; web addresses only
 #define IDC_BROWSE_INSTALLED 116
 
+// ---- Alert window: template "AlertBox" ------------------------------------------
+//      IDC_BUTTON1 "Next", IDC_CANCELBUTTON, IDC_HELPBUTTON, and IDC_ICONBUTTON,
+//      which here shows the item's picture and acts as Go when clicked.
+#define IDC_ALERT_HEADER 101     // product, version and release date
+#define IDC_ALERT_GO 102         // disabled until the item has a web address
+#define IDC_ALERT_NEVERAGAIN 103
+#define IDC_ALERT_TEXT 104       // made at run time: the body text, drawn by the window
+#define IDC_ALERT_FRAME 105      // the frame round the header line, which goes with it
+
+// ---- Version notice: template "VersionBox" -----------------------------------------
+//      IDC_BUTTON1 "Next", IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_ICONBUTTON (the
+//      product icon, disabled); the explanation and the frame are IDC_STATIC.
+#define IDC_VERSION_REPORT 101
+#define IDC_VERSION_GO 102
+#define IDC_VERSION_NEVERAGAIN 103
+
 // ---- String table ---------------------------------------------------------------
 #define IDS_APP_NAME 109
 #define IDS_MESSAGE_TITLE 110

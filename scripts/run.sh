@@ -29,6 +29,13 @@ serve_examples "$out" "$port"
 
 appdata=$(wine cmd /c echo %APPDATA% 2>/dev/null | tr -d '\r')
 data="$(winepath -u "$appdata")/Quenmark"
+# Quenmark Ledger 5.2a is installed on this pretend machine (products from
+# version 4 on keep their INI file for all users), so the sample's Ledger
+# notice finds it out of date; Quenmark Atlas is not installed.
+common=$(wine cmd /c echo %ALLUSERSPROFILE% 2>/dev/null | tr -d '\r')
+mkdir -p "$(winepath -u "$common")/Quenmark"
+printf '[Ledger]\r\nVersionNumber=2208\r\nPatchLevel=0\r\n' \
+    >"$(winepath -u "$common")/Quenmark/Ledger5.ini"
 echo "Running heralder.exe /UPDATE against http://127.0.0.1:$port/update/update.txt"
 rc=0
 if [ -n "$watched" ]; then
@@ -65,7 +72,8 @@ PY
 )
     echo "settings changed:      $changed"
 fi
-pictures=$(ls "$data/Heralder" 2>/dev/null | grep -viE '\.lst$' | tr '\n' ' ' || true)
+pictures=$(cd "$data/Heralder" 2>/dev/null && find . -type f ! -iname '*.lst' | sed 's|^\./||' |
+    sort | tr '\n' ' ' || true)
 echo "pictures downloaded:   ${pictures:-none}"
 [ -z "$watched" ] && echo "screenshots:           $shots ($(ls "$shots" | wc -l) files)"
 echo "heralder.exe exit code: $rc"

@@ -69,7 +69,7 @@ TEST(BrowseText, AnnouncedVersionInLowerCase) {
         item.revision = c.revision;
         item.patch = c.patch;
         item.beta = c.beta;
-        EXPECT_EQ(announcedVersionText(item), c.expected);
+        EXPECT_EQ(browseVersionText(item), c.expected);
     }
 }
 

@@ -25,9 +25,10 @@ TEST(ParseUpdateDocument, SampleDocumentGivesEveryItemType) {
     std::string summary;
     for (const UpdateItem& item : parseUpdateDocument(normalizeLineEnds(document.value_or(""))))
         summary += itemTypeTag(item.type) + ":" + std::to_string(item.number) + " ";
-    EXPECT_EQ(summary,
-              "ALRT:2101 VERS:2102 VERS:2103 TIP_:2104 NOTC:2105 OFFT:2106 CINI:2107 CINI:2108 "
-              "GRPN:2109 ");
+    EXPECT_EQ(
+        summary,
+        "ALRT:2101 VERS:2102 VERS:2103 TIP_:2104 NOTC:2105 OFFT:2106 CINI:2107 CINI:2108 CINI:2110 "
+        "GRPN:2109 ");
 }
 
 }  // namespace

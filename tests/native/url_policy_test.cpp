@@ -26,5 +26,5 @@ TEST(UrlPolicy, OnlyHttpAndHttpsAddressesOpen) {
         {"ftp://ftp.quenmark.com/", false},
         {"httpx://www.quenmark.com", false},
     };
-    for (const auto& c : cases) EXPECT_EQ(isOpenableAddress(c.url), c.openable) << c.url;
+    for (const auto& c : cases) EXPECT_EQ(isWebAddress(c.url), c.openable) << c.url;
 }

@@ -17,7 +17,8 @@ namespace {
 class MainWindowTest : public testing::Test {
   protected:
     void SetUp() override {
-        if (testEnv("HERALDER_SOURCE_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
+        if (testEnv("HERALDER_SOURCE_DIR").empty())
+            GTEST_SKIP() << "run through scripts/test_wine.sh";
         DeleteFileA(getUserDataPath(kSettingsFileName).c_str());
         static const bool registered = registerMainWindowClass(GetModuleHandleA(nullptr));
         ASSERT_TRUE(registered);
@@ -74,7 +75,7 @@ TEST_F(MainWindowTest, GoRetriesOnlyInUpdateModeAndPostsTheAutomaticRunOnlyByHan
         EXPECT_EQ(boxText, c.networkError ? "There has been a network error. The update "
                                             "document is not available."
                                           : "");
-        EXPECT_EQ(mainWindowItems(hwnd_).size(), c.networkError ? 0u : 9u);
+        EXPECT_EQ(mainWindowItems(hwnd_).size(), c.networkError ? 0u : 10u);
         EXPECT_EQ(menuEnabled(IDM_SHOW_NOTIFICATIONS), !c.networkError);
         EXPECT_TRUE(menuEnabled(IDM_GO));
         MSG msg;
@@ -87,6 +88,34 @@ TEST_F(MainWindowTest, GoRetriesOnlyInUpdateModeAndPostsTheAutomaticRunOnlyByHan
         }
         hwnd_ = createMainWindow(GetModuleHandleA(nullptr));
     }
+}
+
+// A plain double click on a row opens the alert window for that row's item,
+// whatever its type; what the user answers there changes nothing in the list.
+TEST_F(MainWindowTest, DoubleClickOpensTheAlertWindowForTheRow) {
+    const std::string document = testEnv("HERALDER_SOURCE_DIR") + "\\examples\\update.txt";
+    SendMessageA(hwnd_, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(document.c_str()));
+    const std::vector<UpdateItem>& items = mainWindowItems(hwnd_);
+    ASSERT_EQ(items.size(), 10u);
+    HWND list = GetDlgItem(hwnd_, IDC_ITEMLIST);
+    const uint32_t noisy = settings().BeNoisy;
+    settings().BeNoisy = 0;
+    for (int row : {0, 1, 6}) {  // an alert, a version notice, a setting update
+        SendMessageA(list, LB_SETCURSEL, row, 0);
+        std::string caption;
+        DialogDriver driver([&](HWND dialog) {
+            caption = windowText(dialog);
+            EXPECT_NE(GetDlgItem(dialog, IDC_ALERT_NEVERAGAIN), nullptr);
+            clickItem(dialog, IDC_ALERT_NEVERAGAIN);
+            clickItem(dialog, IDC_BUTTON1);
+        });
+        SendMessageA(hwnd_, WM_COMMAND, MAKEWPARAM(IDC_ITEMLIST, LBN_DBLCLK),
+                     reinterpret_cast<LPARAM>(list));
+        EXPECT_TRUE(driver.ran()) << row;
+        EXPECT_EQ(caption, *items[row].title);
+        EXPECT_FALSE(items[row].neverShowAgain);
+    }
+    settings().BeNoisy = noisy;
 }
 
 TEST_F(MainWindowTest, EndingTheSessionSavesNothing) {

@@ -101,11 +101,12 @@ TEST_F(WindowsRun, SampleFeedAppliesUpdatesAndRemembersEveryItemOnDisk) {
     EXPECT_EQ(readFileBytes(productFolder + kBanner), *banner + std::string(16, '\0'));
     EXPECT_EQ(settings().PromptMultipleCount, 6u);
     EXPECT_EQ(settings().AlertFontSize, 18u);
-    // Alerts, tips, notices and off-topic items show; the two products of the
-    // version items are not installed here, so the default filter skips them.
-    EXPECT_EQ(host.shown, (std::vector<int32_t>{2101, 2104, 2105, 2106}));
-    EXPECT_EQ(seenOnDisk(),
-              (std::unordered_set<int32_t>{2101, 2104, 2105, 2106, 2107, 2108, 2109}));
+    // The feed asks for every version notice (SetupVersionPopup 0), so the
+    // version items show too although their products are not installed here.
+    EXPECT_EQ(settings().SetupVersionPopup, 0u);
+    EXPECT_EQ(host.shown, (std::vector<int32_t>{2101, 2102, 2103, 2104, 2105, 2106}));
+    EXPECT_EQ(seenOnDisk(), (std::unordered_set<int32_t>{2101, 2102, 2103, 2104, 2105, 2106, 2107,
+                                                         2108, 2109, 2110}));
 
     LoopbackRunHost again;
     EXPECT_TRUE(runNotifications(again, items));

@@ -38,7 +38,8 @@ std::string settingsPath() {
 
 // Everything a run leaves behind, gone: settings, backups, seen list, pictures.
 void clearUserData() {
-    for (const std::string& folder : {getUserHeralderPath(""), getUserDataPath("")}) {
+    for (const std::string& folder :
+         {getUserHeralderPath("images\\"), getUserHeralderPath(""), getUserDataPath("")}) {
         WIN32_FIND_DATAA found;
         HANDLE h = FindFirstFileA((folder + "*").c_str(), &found);
         if (h == INVALID_HANDLE_VALUE) continue;
@@ -95,12 +96,24 @@ TEST_F(HeralderProcess, UpdateRunsTheDailyJobAndASecondRunFindsNothingNew) {
     ASSERT_TRUE(first.exited);
     EXPECT_EQ(first.exitCode, 0u);
     const std::set<std::string> seen = seenEntries();
-    // The two setting updates and the graphic update are always taken.
-    for (const char* number : {"2107", "2108", "2109"}) EXPECT_TRUE(seen.count(number)) << number;
+    // The three setting updates and the graphic update are always taken.
+    for (const char* number : {"2107", "2108", "2109", "2110"})
+        EXPECT_TRUE(seen.count(number)) << number;
     EXPECT_TRUE(fileExists(getUserHeralderPath("heralder_banner.png")));
+    // Every window of the sample appeared, and the alert windows fetched their pictures.
+    std::set<std::string> titles;
+    for (const SeenWindow& window : first.windows) titles.insert(window.title);
+    for (const char* title :
+         {"Please install the 5.2b currency fix", "Quenmark Ledger 5.2b is available",
+          "Quenmark Atlas 3.1a public beta", "Tip: reconcile with one key",
+          "Support desk hours over the holidays", "Twenty years of Quenmark"})
+        EXPECT_TRUE(titles.count(title)) << title;
+    for (const char* picture : {"alert.png", "tip.png", "offtopic.jpg"})
+        EXPECT_TRUE(fileExists(getUserHeralderPath("images\\") + picture)) << picture;
     const Settings after = storedSettings();
     EXPECT_EQ(after.PromptMultipleCount, 6u);
     EXPECT_EQ(after.AlertFontSize, 18u);
+    EXPECT_EQ(after.SetupVersionPopup, 0u);
     EXPECT_NE(after.CurrentTransactionDate, "");
 
     const int requestsBefore = server.requests();
@@ -207,7 +220,7 @@ TEST_F(HeralderProcess, LocalDocumentFillsTheMainWindowWithItsTitles) {
     ASSERT_TRUE(plain.exited);
     EXPECT_EQ(plain.exitCode, 0u);
     EXPECT_TRUE(plain.windows.empty());
-    ASSERT_EQ(shown.rows, 9);
+    ASSERT_EQ(shown.rows, 10);
     EXPECT_EQ(shown.titles.front(), "Please install the 5.2b currency fix");
     EXPECT_EQ(shown.titles.back(), "New Heralder banner");
 }

@@ -1,0 +1,107 @@
+// The version notice (see version_box_win.h). Its report is a plain static
+// control in the dialog's own font, so screen readers and the keyboard reach it
+// like any other text; only the product icon is drawn by the window.
+#include "notify/version_box_win.h"
+
+#include "dialogs/manual_win.h"
+#include "notify/alert_text.h"
+#include "notify/sound_win.h"
+#include "notify/url_policy.h"
+#include "notify/url_policy_win.h"
+#include "resources/resource.h"
+#include "ui/dialog_win.h"
+#include "ui/icon_button_win.h"
+#include "ui/soft_button_win.h"
+
+namespace {
+
+constexpr char kTemplate[] = "VersionBox";
+
+class VersionBox : public Dialog {
+  public:
+    VersionBox(UpdateItem& item, const NotifyLook& look, const Settings& settings,
+               InstalledLookup& lookup)
+        : item_(item), look_(look), settings_(settings), lookup_(lookup) {}
+
+  protected:
+    BOOL onInitDialog() override {
+        if (settings_.SoftButtons != 0) {
+            makeSoftButtons(hwnd(), settings_.SoftButtons,
+                            {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_VERSION_GO});
+        }
+        if (item_.title && !item_.title->empty()) SetWindowTextA(hwnd(), item_.title->c_str());
+        SetDlgItemTextA(hwnd(), IDC_VERSION_REPORT, versionReport(item_, lookup_).c_str());
+        // Go is enabled in the template; an address the shell must not be
+        // given (a file, a program) disables it.
+        if (item_.url && !item_.url->empty() && !isWebAddress(*item_.url))
+            EnableWindow(item(IDC_VERSION_GO), FALSE);
+        SetFocus(item(IDC_BUTTON1));
+        if (settings_.BeNoisy) playNotifySound(settings_.ChangeFolderSound);
+        centreWindow(hwnd());
+        return FALSE;
+    }
+
+    void onCommand(int id, UINT code, HWND) override {
+        if (code != BN_CLICKED) return;
+        switch (id) {
+            case IDC_BUTTON1:
+                recordNeverAgain();
+                end(1);
+                break;
+            case IDC_CANCELBUTTON:
+                recordNeverAgain();
+                end(0);
+                break;
+            case IDC_HELPBUTTON:
+                openManualTopic(hwnd(), "NOTIFICATION");
+                break;
+            case IDC_VERSION_GO:
+                recordNeverAgain();
+                if (item_.url) openItemAddress(hwnd(), *item_.url, settings_.ApplicationPath);
+                break;
+        }
+    }
+
+    bool onDrawItem(const DRAWITEMSTRUCT& d) override {
+        if (d.CtlID != IDC_ICONBUTTON) return false;
+        drawIconButton(d, settings_.AlertBackgroundColor);
+        return true;
+    }
+
+    bool onMessage(UINT msg, WPARAM wp, LPARAM, INT_PTR& result) override {
+        switch (msg) {
+            case WM_CTLCOLORBTN:
+            case WM_CTLCOLORDLG:
+            case WM_CTLCOLORSTATIC: {
+                if (!look_.background) return false;
+                HBRUSH brush =
+                    notifyControlColours(reinterpret_cast<HDC>(wp), look_.background,
+                                         settings_.AlertBackgroundColor, settings_.AlertTextColor);
+                result = reinterpret_cast<INT_PTR>(brush);
+                return true;
+            }
+        }
+        return false;
+    }
+
+  private:
+    void recordNeverAgain() {
+        if (IsDlgButtonChecked(hwnd(), IDC_VERSION_NEVERAGAIN) == BST_CHECKED)
+            item_.neverShowAgain = true;
+    }
+
+    UpdateItem& item_;
+    NotifyLook look_;
+    const Settings& settings_;
+    InstalledLookup& lookup_;
+};
+
+}  // namespace
+
+int showVersionBox(HWND owner, UpdateItem& item, const NotifyLook& look, const Settings& settings,
+                   InstalledLookup& lookup) {
+    VersionBox box(item, look, settings, lookup);
+    const INT_PTR result = box.runModal(owner, kTemplate);
+    if (owner) UpdateWindow(owner);
+    return result == 1 ? 1 : 0;
+}

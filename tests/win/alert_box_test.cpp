@@ -1,0 +1,555 @@
+// The alert window and the version notice under Wine, opened from their real
+// templates and driven as a user would: texts, places, the fitted height, the
+// picture and its download, each button's result and the check box, Go's
+// address rule. A stand-in opener takes the place of the shell, so no test
+// ever starts a browser. Screenshots of each window for people to look at.
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/crt_text.h"
+#include "base/win_handles.h"
+#include "notify/alert_box_win.h"
+#include "notify/alert_text.h"
+#include "notify/item_graphics_win.h"
+#include "notify/url_policy_win.h"
+#include "notify/version_box_win.h"
+#include "resources/resource.h"
+#include "settings/file_locations_win.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/loopback_server.h"
+#include "tests/win/recorder/recording.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+constexpr char kBrowserError[] = "There has been an error accessing your web browser.";
+constexpr char kNeverAgain[] =
+    "Never show this window again (disable all future Heralder notifications.)";
+
+UpdateItem fooAlert() {
+    UpdateItem item;
+    item.type = ItemType::Alert;
+    item.title = "Please install the 2.1b update";
+    item.application = "Foo";
+    item.version = 2;
+    item.subVersion = 1;
+    item.revision = 'b';
+    item.patch = 3;
+    item.date = "07-15-2003";
+    item.url = "http://www.quenmark.com/foo/update.html";
+    item.plainText = "Foo 2.1b rounds currency totals correctly.";
+    return item;
+}
+
+// Answers every question with installed (or nothing) and counts them.
+struct FakeInstalled : InstalledLookup {
+    std::optional<InstalledVersion> installed;
+    int asked = 0;
+    std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
+        ++asked;
+        return installed;
+    }
+};
+
+// The stand-in for the shell's "open": what it was asked, and its answer.
+struct OpenerLog {
+    std::vector<std::string> urls;
+    std::vector<std::string> folders;
+    bool succeed = true;
+};
+
+class NotifyWindows : public testing::Test {
+  protected:
+    void SetUp() override {
+        settings_.BeNoisy = 0;
+        settings_.AlertBackgroundColor = RGB(255, 250, 235);
+        settings_.ApplicationPath = "C:\\Program Files\\Quenmark\\Heralder\\";
+        font_.reset(CreateFontA(-16, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, ANSI_CHARSET,
+                                OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,
+                                DEFAULT_PITCH, "Georgia"));
+        brush_.reset(CreateSolidBrush(settings_.AlertBackgroundColor));
+        previous_ =
+            setWebAddressOpener([this](HWND, const std::string& url, const std::string& folder) {
+                opened_.urls.push_back(url);
+                opened_.folders.push_back(folder);
+                return opened_.succeed;
+            });
+        removeImages();
+    }
+    void TearDown() override {
+        setWebAddressOpener(previous_);
+        removeImages();
+    }
+
+    NotifyLook look() const { return {font_.get(), brush_.get()}; }
+
+    int runAlert(UpdateItem& item, const DialogDriver::Script& script) {
+        DialogDriver driver(script);
+        const int result = showAlertBox(nullptr, item, look(), settings_);
+        EXPECT_TRUE(driver.ran());
+        return result;
+    }
+
+    int runVersion(UpdateItem& item, InstalledLookup& lookup, const DialogDriver::Script& script) {
+        DialogDriver driver(script);
+        const int result = showVersionBox(nullptr, item, look(), settings_, lookup);
+        EXPECT_TRUE(driver.ran());
+        return result;
+    }
+
+    static std::string imagesFolder() { return getUserHeralderPath("images") + "\\"; }
+    static void removeImages() {
+        WIN32_FIND_DATAA found;
+        HANDLE h = FindFirstFileA((imagesFolder() + "*").c_str(), &found);
+        if (h == INVALID_HANDLE_VALUE) return;
+        do
+            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+                DeleteFileA((imagesFolder() + found.cFileName).c_str());
+        while (FindNextFileA(h, &found));
+        FindClose(h);
+    }
+
+    Settings settings_;
+    UniqueFont font_;
+    UniqueBrush brush_;
+    OpenerLog opened_;
+    WebAddressOpener previous_;
+};
+
+// A control's place in dialog units, as the template states it.
+// The dialog manager converts the place and the size each on its own.
+RECT dialogUnits(HWND dialog, int x, int y, int w, int h) {
+    RECT r{x, y, w, h};
+    MapDialogRect(dialog, &r);
+    return {r.left, r.top, r.left + r.right, r.top + r.bottom};
+}
+
+bool sameRect(const RECT& a, const RECT& b) {
+    return EqualRect(&a, &b);
+}
+
+std::string rectText(const RECT& r) {
+    return std::to_string(r.left) + "," + std::to_string(r.top) + "-" + std::to_string(r.right) +
+           "," + std::to_string(r.bottom);
+}
+
+int windowHeight(HWND hwnd) {
+    RECT r;
+    GetWindowRect(hwnd, &r);
+    return r.bottom - r.top;
+}
+
+std::string clipboardText() {
+    std::string text;
+    if (!OpenClipboard(nullptr)) return text;
+    if (HANDLE data = GetClipboardData(CF_TEXT)) {
+        if (const char* p = static_cast<const char*>(GlobalLock(data))) {
+            text = p;
+            GlobalUnlock(data);
+        }
+    }
+    CloseClipboard();
+    return text;
+}
+
+TEST_F(NotifyWindows, AlertShowsItsTextsInTheTemplatePlaces) {
+    UpdateItem item = fooAlert();
+    const int result = runAlert(item, [&](HWND dialog) {
+        EXPECT_EQ(windowText(dialog), "Please install the 2.1b update");
+        EXPECT_EQ(itemText(dialog, IDC_ALERT_HEADER), " Foo 2.1b (Revision 3) Released 07-15-2003");
+        EXPECT_EQ(itemText(dialog, IDC_ALERT_NEVERAGAIN), kNeverAgain);
+        EXPECT_EQ(itemText(dialog, IDC_BUTTON1), "Next");
+        EXPECT_EQ(itemText(dialog, IDC_ALERT_GO), "Go");
+        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDC_ALERT_GO)));
+        EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_BUTTON1));
+        // Screen readers find the painted text as the text of its control.
+        EXPECT_EQ(itemText(dialog, IDC_ALERT_TEXT), *item.plainText);
+
+        struct Place {
+            int id, x, y, w, h;
+        };
+        for (const Place& p :
+             {Place{IDC_BUTTON1, 404, 4, 50, 14}, Place{IDC_CANCELBUTTON, 404, 24, 50, 14},
+              Place{IDC_ALERT_GO, 404, 44, 50, 14}, Place{IDC_HELPBUTTON, 404, 64, 50, 14},
+              Place{IDC_ALERT_HEADER, 8, 6, 384, 11},
+              Place{IDC_ALERT_NEVERAGAIN, 5, 20, 271, 12}}) {
+            const RECT want = dialogUnits(dialog, p.x, p.y, p.w, p.h);
+            const RECT got = clientRectOf(dialog, p.id);
+            EXPECT_TRUE(sameRect(got, want)) << p.id << ": " << rectText(got);
+        }
+        const RECT text = clientRectOf(dialog, IDC_ALERT_TEXT);
+        EXPECT_EQ(text.left, kAlertTextLeft);
+        EXPECT_EQ(text.right, kAlertTextRight);
+        EXPECT_EQ(text.top, 48);  // below the header line and the check box
+
+        SendMessageA(dialog, WM_COPY, 0, 0);
+        EXPECT_EQ(clipboardText(),
+                  "Please install the 2.1b update\r\n\r\nFoo 2.1b rounds currency totals "
+                  "correctly.");
+        saveWindowScreenshot(dialog, "alert_window");
+        clickItem(dialog, IDC_BUTTON1);
+    });
+    EXPECT_EQ(result, 1);
+    EXPECT_FALSE(item.neverShowAgain);
+}
+
+// Off-topic items never show the header line: the text starts 8 pixels from
+// the top, and the check box goes below it.
+TEST_F(NotifyWindows, OffTopicAlertHasNoHeaderLine) {
+    UpdateItem item = fooAlert();
+    item.type = ItemType::OffTopic;
+    item.title = "Twenty years of Quenmark";
+    item.plainText =
+        "Twenty years ago this month the first Quenmark Ledger shipped on three floppy disks.\n\n"
+        "Thank you for staying with us!";
+    runAlert(item, [&](HWND dialog) {
+        EXPECT_EQ(GetDlgItem(dialog, IDC_ALERT_HEADER), nullptr);
+        const RECT text = clientRectOf(dialog, IDC_ALERT_TEXT);
+        EXPECT_EQ(text.top, 8);
+        const RECT box = clientRectOf(dialog, IDC_ALERT_NEVERAGAIN);
+        EXPECT_GE(box.top, text.bottom);
+        RECT client;
+        GetClientRect(dialog, &client);
+        EXPECT_LE(box.bottom, client.bottom);
+        EXPECT_EQ(windowHeight(dialog), 208);
+        saveWindowScreenshot(dialog, "alert_offtopic");
+        clickItem(dialog, IDC_BUTTON1);
+    });
+}
+
+TEST_F(NotifyWindows, AlertFitsItsHeightToTheText) {
+    const int screen = GetSystemMetrics(SM_CYSCREEN);
+    std::string longText;
+    for (int i = 0; i < 400; ++i) longText += "A line of a long notice.\n";
+    std::string hugeText;
+    while (hugeText.size() < 5u << 20) hugeText += "Several megabytes of words, wrapped. ";
+
+    struct Case {
+        const char* name;
+        std::optional<std::string> text;
+        int height;  // 0: the template's own
+    };
+    const Case cases[] = {
+        {"one line", std::string("One line."), 208},
+        {"longer than the screen", longText, screen - 4},
+        {"megabytes", hugeText, screen - 4},
+        {"no text", std::nullopt, 0},
+    };
+    for (const Case& c : cases) {
+        UpdateItem item = fooAlert();
+        item.plainText = c.text;
+        int templateHeight = 0;
+        {
+            // The template's height, from a window that never fits.
+            UpdateItem empty = fooAlert();
+            empty.plainText.reset();
+            runAlert(empty, [&](HWND dialog) {
+                templateHeight = windowHeight(dialog);
+                clickItem(dialog, IDC_CANCELBUTTON);
+            });
+        }
+        const DWORD start = GetTickCount();
+        DWORD shown = 0;
+        runAlert(item, [&](HWND dialog) {
+            shown = GetTickCount() - start;
+            UpdateWindow(dialog);
+            const int want = c.height ? c.height : templateHeight;
+            EXPECT_EQ(windowHeight(dialog), want) << c.name;
+            RECT r;
+            GetWindowRect(dialog, &r);
+            EXPECT_EQ(r.top, (screen - want) / 2) << c.name;  // centred again
+            if (c.text == longText) saveWindowScreenshot(dialog, "alert_long_text");
+            clickItem(dialog, IDC_BUTTON1);
+        });
+        EXPECT_LT(shown, 2000u) << c.name;
+    }
+}
+
+TEST_F(NotifyWindows, ButtonsResultsAndTheCheckBox) {
+    struct Case {
+        const char* name;
+        bool tick;
+        int press;  // a control to click, or 0 for a key
+        UINT key;
+        int result;
+        bool never;
+    };
+    const Case cases[] = {
+        {"Next", false, IDC_BUTTON1, 0, 1, false},
+        {"Next ticked", true, IDC_BUTTON1, 0, 1, true},
+        {"Cancel", false, IDC_CANCELBUTTON, 0, 0, false},
+        {"Cancel ticked", true, IDC_CANCELBUTTON, 0, 0, true},
+        {"Enter", false, 0, VK_RETURN, 1, false},
+        {"Escape ticked", true, 0, VK_ESCAPE, 0, true},
+    };
+    FakeInstalled noProduct;
+    for (bool version : {false, true}) {
+        for (const Case& c : cases) {
+            UpdateItem item = fooAlert();
+            auto script = [&](HWND dialog) {
+                if (c.tick)
+                    clickItem(dialog, version ? IDC_VERSION_NEVERAGAIN : IDC_ALERT_NEVERAGAIN);
+                if (c.key) {
+                    SetFocus(GetDlgItem(dialog, IDC_BUTTON1));
+                    pressKey(dialog, c.key);
+                } else {
+                    clickItem(dialog, c.press);
+                }
+            };
+            const int result =
+                version ? runVersion(item, noProduct, script) : runAlert(item, script);
+            EXPECT_EQ(result, c.result) << c.name << (version ? " (version)" : "");
+            EXPECT_EQ(item.neverShowAgain, c.never) << c.name << (version ? " (version)" : "");
+        }
+    }
+}
+
+// Ticking the box and pressing Go records the request at once: unticking and
+// Cancel afterwards do not take it back. The picture acts as Go.
+TEST_F(NotifyWindows, GoOpensTheAddressAndRecordsATickAtOnce) {
+    FakeInstalled noProduct;
+    for (bool version : {false, true}) {
+        opened_ = {};
+        UpdateItem item = fooAlert();
+        const int box = version ? IDC_VERSION_NEVERAGAIN : IDC_ALERT_NEVERAGAIN;
+        auto script = [&](HWND dialog) {
+            clickItem(dialog, box);
+            clickItem(dialog, version ? IDC_VERSION_GO : IDC_ALERT_GO);
+            EXPECT_TRUE(IsWindow(dialog));  // Go leaves the window open
+            clickItem(dialog, box);
+            if (!version) clickItem(dialog, IDC_ICONBUTTON);
+            clickItem(dialog, IDC_CANCELBUTTON);
+        };
+        const int result = version ? runVersion(item, noProduct, script) : runAlert(item, script);
+        EXPECT_EQ(result, 0);
+        EXPECT_TRUE(item.neverShowAgain);
+        const std::vector<std::string> want(version ? 1 : 2, *item.url);
+        EXPECT_EQ(opened_.urls, want);
+        ASSERT_FALSE(opened_.folders.empty());
+        EXPECT_EQ(opened_.folders[0], settings_.ApplicationPath);
+    }
+}
+
+// Only web addresses are opened: anything else leaves Go disabled and the
+// picture without effect. An empty address enables nothing in the alert
+// window; the version notice's Go stays as its template has it.
+TEST_F(NotifyWindows, GoIsDisabledForAddressesThatAreNotWebAddresses) {
+    struct Case {
+        std::optional<std::string> url;
+        bool alertGo, versionGo;
+    };
+    const Case cases[] = {
+        {std::string("file:///C:/Windows/system32/calc.exe"), false, false},
+        {std::string("C:\\Windows\\notepad.exe"), false, false},
+        {std::string("\\\\server\\share\\setup.exe"), false, false},
+        {std::string("javascript:alert(1)"), false, false},
+        {std::string(""), false, true},
+        {std::nullopt, false, true},
+        {std::string("HTTPS://WWW.QUENMARK.COM/"), true, true},
+    };
+    for (const Case& c : cases) {
+        const std::string name = c.url.value_or("(none)");
+        UpdateItem item = fooAlert();
+        item.url = c.url;
+        opened_ = {};
+        runAlert(item, [&](HWND dialog) {
+            EXPECT_EQ(IsWindowEnabled(GetDlgItem(dialog, IDC_ALERT_GO)) != FALSE, c.alertGo)
+                << name;
+            SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(IDC_ICONBUTTON, BN_CLICKED),
+                         reinterpret_cast<LPARAM>(GetDlgItem(dialog, IDC_ICONBUTTON)));
+            clickItem(dialog, IDC_BUTTON1);
+        });
+        EXPECT_EQ(opened_.urls.size(), c.alertGo ? 1u : 0u) << name;
+        FakeInstalled noProduct;
+        runVersion(item, noProduct, [&](HWND dialog) {
+            EXPECT_EQ(IsWindowEnabled(GetDlgItem(dialog, IDC_VERSION_GO)) != FALSE, c.versionGo)
+                << name;
+            clickItem(dialog, IDC_BUTTON1);
+        });
+    }
+}
+
+TEST_F(NotifyWindows, ABrowserThatCannotStartIsReported) {
+    opened_.succeed = false;
+    UpdateItem item = fooAlert();
+    std::string message;
+    runAlert(item, [&](HWND dialog) {
+        {
+            DialogDriver box([&](HWND shown) {
+                message = itemText(shown, IDC_MESSAGETEXT);
+                clickItem(shown, IDC_BUTTON1);
+            });
+            clickItem(dialog, IDC_ALERT_GO);
+        }
+        EXPECT_TRUE(IsWindow(dialog));
+        clickItem(dialog, IDC_BUTTON1);
+    });
+    EXPECT_EQ(message, kBrowserError);
+}
+
+TEST_F(NotifyWindows, HelpOpensTheNotificationTopic) {
+    Settings& global = settings();
+    const std::string previous = global.DocumentBrowserPath;
+    global.DocumentBrowserPath = recorderPath();
+    Recording recording(scratchFolder("heralder_alert_test") + "help.txt");
+    UpdateItem item = fooAlert();
+    runAlert(item, [&](HWND dialog) {
+        clickItem(dialog, IDC_HELPBUTTON);
+        EXPECT_TRUE(IsWindow(dialog));
+        clickItem(dialog, IDC_BUTTON1);
+    });
+    global.DocumentBrowserPath = previous;
+    const std::vector<Recorded> records = recording.wait();
+    ASSERT_EQ(records.size(), 1u);
+    EXPECT_NE(records[0].commandLine.find("referenc.html#NOTIFICATION"), std::string::npos)
+        << records[0].commandLine;
+}
+
+// The picture comes from the images folder, fetched once from the server when
+// DownloadGraphics is on; a name that is not a plain file name fetches nothing.
+TEST_F(NotifyWindows, PicturesAreFetchedOnceAndOnlyWhenAllowed) {
+    const std::string root = scratchFolder("heralder_alert_server");
+    CreateDirectoryA((root + "images").c_str(), nullptr);
+    const std::string source = testEnv("HERALDER_SOURCE_DIR") + "\\tests\\data\\alert\\";
+    ASSERT_TRUE(
+        CopyFileA((source + "wide.png").c_str(), (root + "images\\served.png").c_str(), FALSE));
+    // The port is fixed: another test program on this machine may hold it a while.
+    std::unique_ptr<LoopbackServer> listening;
+    for (int tries = 0; tries < 120; ++tries, Sleep(500)) {
+        listening = std::make_unique<LoopbackServer>(root);
+        if (listening->listening()) break;
+    }
+    LoopbackServer& server = *listening;
+    ASSERT_TRUE(server.listening());
+
+    struct Case {
+        const char* name;
+        const char* graphic;
+        bool download;
+        int requests;
+        int stored;  // -1: a device name, which always "exists"
+    };
+    const Case cases[] = {
+        {"missing: fetched", "served.png", true, 1, 1},
+        {"kept: not again", "served.png", true, 0, 1},
+        {"DownloadGraphics off", "other.png", false, 0, 0},
+        {"not on the server", "absent.png", true, 1, 0},
+        {"a folder", "..\\served.png", true, 0, 0},
+        {"a stream", "served.png:x", true, 0, 0},
+        {"a device", "CON.png", true, 0, -1},
+    };
+    for (const Case& c : cases) {
+        settings_.DownloadGraphics = c.download;
+        UpdateItem item = fooAlert();
+        item.graphic = c.graphic;
+        const int before = server.requests();
+        runAlert(item, [&](HWND dialog) { clickItem(dialog, IDC_BUTTON1); });
+        EXPECT_EQ(server.requests() - before, c.requests) << c.name;
+        const bool stored =
+            GetFileAttributesA((imagesFolder() + c.graphic).c_str()) != INVALID_FILE_ATTRIBUTES;
+        if (c.stored >= 0) EXPECT_EQ(stored, c.stored == 1) << c.name;
+    }
+    EXPECT_EQ(GetFileAttributesA((getUserHeralderPath("") + "served.png").c_str()),
+              INVALID_FILE_ATTRIBUTES);
+}
+
+// Under Help, never scaled: a narrow picture centred, a wide one from Help's
+// left edge; a 32-bit picture's transparent corners show the background.
+TEST_F(NotifyWindows, PicturesSitUnderHelp) {
+    const std::string source = testEnv("HERALDER_SOURCE_DIR") + "\\tests\\data\\alert\\";
+    if (!loadGraphicFile(source + "wide.png")) GTEST_SKIP() << "no picture decoder in this build";
+    ensureDataFolders();
+    CreateDirectoryA(getUserHeralderPath("images").c_str(), nullptr);
+    settings_.DownloadGraphics = 0;
+    struct Case {
+        const char* file;
+        int width, height;
+        bool centred;
+    };
+    for (const Case& c : {Case{"narrow.png", 20, 30, true}, Case{"wide.png", 100, 40, false}}) {
+        ASSERT_TRUE(CopyFileA((source + c.file).c_str(), (imagesFolder() + c.file).c_str(), FALSE))
+            << source << " " << imagesFolder() << " " << GetLastError();
+        UpdateItem item = fooAlert();
+        item.graphic = c.file;
+        runAlert(item, [&](HWND dialog) {
+            const RECT help = clientRectOf(dialog, IDC_HELPBUTTON);
+            const RECT picture = clientRectOf(dialog, IDC_ICONBUTTON);
+            const RECT place = dialogUnits(dialog, 404, 88, 50, 20);
+            EXPECT_EQ(picture.left,
+                      c.centred ? help.left + (help.right - help.left - c.width) / 2 : help.left)
+                << c.file;
+            EXPECT_EQ(picture.top, place.top) << c.file;
+            EXPECT_EQ(picture.right - picture.left, c.width) << c.file;
+            EXPECT_EQ(picture.bottom - picture.top, c.height) << c.file;
+            if (!c.centred) {
+                UpdateWindow(dialog);
+                HDC dc = GetDC(dialog);
+                EXPECT_EQ(GetPixel(dc, picture.left, picture.top),
+                          settings_.AlertBackgroundColor);  // a transparent corner
+                EXPECT_EQ(GetPixel(dc, picture.left + 50, picture.top + 20), RGB(192, 48, 48));
+                ReleaseDC(dialog, dc);
+                saveWindowScreenshot(dialog, "alert_with_picture");
+            }
+            clickItem(dialog, IDC_BUTTON1);
+        });
+    }
+}
+
+TEST_F(NotifyWindows, VersionNoticeReportsInstalledAndCurrentVersions) {
+    UpdateItem item = fooAlert();
+    item.type = ItemType::Version;
+    item.application = "Quenmark Ledger";
+    item.title = "Quenmark Ledger 5.2b is available";
+    item.version = 5;
+    item.subVersion = 2;
+    item.patch = 1;
+    item.date = "11-18-2026";
+    item.url = "http://www.quenmark.com/ledger/download.html";
+    struct Case {
+        const char* name;
+        uint32_t versionNumber;
+        const char* shot;
+        const char* installedLine;
+    };
+    for (const Case& c :
+         {Case{"installed", 5 << 5 | 1 << 10 | 0, "version_installed",
+               " INSTALLED VERSION: 5.1a (revision 2)\n"},
+          Case{"version 0 is not installed", 0, "version_not_installed",
+               " This application is not installed on your system.\n No version information "
+               "is available for it.\n"}}) {
+        FakeInstalled product;
+        product.installed = InstalledVersion{c.versionNumber, 2, 0, "5.1a (revision 2)"};
+        runVersion(item, product, [&](HWND dialog) {
+            EXPECT_EQ(windowText(dialog), *item.title);
+            EXPECT_EQ(itemText(dialog, IDC_VERSION_REPORT),
+                      std::string("\n Quenmark Ledger\n\n") + c.installedLine +
+                          " CURRENT VERSION:  5.2b (Revision 1)\n RELEASED: 11-18-2026")
+                << c.name;
+            EXPECT_EQ(itemText(dialog, IDC_VERSION_NEVERAGAIN), kNeverAgain);
+            EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, IDC_VERSION_GO)));
+            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, IDC_ICONBUTTON)));
+            const RECT report = clientRectOf(dialog, IDC_VERSION_REPORT);
+            EXPECT_TRUE(sameRect(report, dialogUnits(dialog, 12, 60, 176, 60))) << rectText(report);
+            const RECT icon = clientRectOf(dialog, IDC_ICONBUTTON);
+            EXPECT_TRUE(sameRect(icon, dialogUnits(dialog, 204, 84, 50, 20))) << rectText(icon);
+            saveWindowScreenshot(dialog, c.shot);
+            clickItem(dialog, IDC_BUTTON1);
+        });
+        EXPECT_EQ(product.asked, 1) << c.name;
+    }
+
+    // No product named: only the release line, and nobody is asked.
+    FakeInstalled product;
+    product.installed = InstalledVersion{1, 0, 0, "0.0b"};
+    item.application.reset();
+    runVersion(item, product, [&](HWND dialog) {
+        EXPECT_EQ(itemText(dialog, IDC_VERSION_REPORT), " RELEASED: 11-18-2026");
+        clickItem(dialog, IDC_BUTTON1);
+    });
+    EXPECT_EQ(product.asked, 0);
+}
+
+}  // namespace
