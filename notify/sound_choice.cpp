@@ -1,4 +1,4 @@
-// The choice of a notification sound (see sound_choice.h). The specification's
+// The choice of a notification sound (see sound_choice.h). The sound name's
 // forms are told apart exactly as they always were: the default marker and the
 // resource prefix compare case-sensitively, and the numbers are read as atoi
 // reads them, so "::RSRC::7,0" names module 0 and not the program.
@@ -17,13 +17,13 @@ SoundAttempt fileAttempt(std::string path, bool forceOne = false) {
     return attempt;
 }
 
-SoundAttempt resourceAttempt(std::string_view spec) {
+SoundAttempt resourceAttempt(std::string_view soundName) {
     SoundAttempt attempt;
     attempt.kind = SoundAttempt::Kind::Resource;
-    const std::string_view rest = spec.substr(kResourceSoundPrefix.size());
+    const std::string_view rest = soundName.substr(kResourceSoundPrefix.size());
     attempt.resourceId = atoiLike(rest);
-    const std::size_t comma = spec.find(',');
-    if (comma != std::string_view::npos) attempt.module = atoiLike(spec.substr(comma + 1));
+    const std::size_t comma = soundName.find(',');
+    if (comma != std::string_view::npos) attempt.module = atoiLike(soundName.substr(comma + 1));
     return attempt;
 }
 
@@ -41,18 +41,18 @@ std::string fallbackSoundPath(std::string_view windowsFolder) {
     return cutToPathBuffer(std::move(path));
 }
 
-std::vector<SoundAttempt> chooseNotifySound(std::string_view spec, const SoundFacts& facts) {
+std::vector<SoundAttempt> chooseNotifySound(std::string_view soundName, const SoundFacts& facts) {
     std::vector<SoundAttempt> attempts;
-    if (spec.empty() || facts.muted) return attempts;
+    if (soundName.empty() || facts.muted) return attempts;
     // The user's own file wins over every form; when it cannot be played the
-    // specification still gets its turn.
+    // sound name still gets its turn.
     if (facts.overrideFile) attempts.push_back(fileAttempt(*facts.overrideFile));
 
-    if (spec != kDefaultSoundSpec) {
-        if (spec.substr(0, kResourceSoundPrefix.size()) != kResourceSoundPrefix)
-            attempts.push_back(fileAttempt(std::string(spec), true));
+    if (soundName != kDefaultSoundName) {
+        if (soundName.substr(0, kResourceSoundPrefix.size()) != kResourceSoundPrefix)
+            attempts.push_back(fileAttempt(std::string(soundName), true));
         else
-            attempts.push_back(resourceAttempt(spec));
+            attempts.push_back(resourceAttempt(soundName));
         return attempts;
     }
 

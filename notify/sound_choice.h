@@ -2,8 +2,8 @@
 // Which notification sound to play, decided without touching the system: the
 // player (sound_win.cpp) gathers the facts (the override file, the desktop
 // scheme's navigation sound, the Windows folder) and then tries the attempts
-// chosen here in order. Kept portable so that every form of the sound
-// specification is checked natively.
+// chosen here in order. Kept portable so that every form of sound name is
+// checked natively.
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-inline constexpr std::string_view kDefaultSoundSpec = "~~~DEFAULT~~~";
+inline constexpr std::string_view kDefaultSoundName = "~~~DEFAULT~~~";
 inline constexpr std::string_view kResourceSoundPrefix = "::RSRC::";
 inline constexpr std::string_view kOverrideSoundName = "Notify.wav";
 inline constexpr std::string_view kSchemeSoundKey =
@@ -35,7 +35,7 @@ struct SoundAttempt {
     std::string path;  // Kind::File
     int32_t resourceId = 0;
     // Kind::Resource: nullopt for the program's own module, else the handle
-    // value written in the specification, taken literally (0 included).
+    // value written in the sound name, taken literally (0 included).
     std::optional<intptr_t> module;
     // The call's result is 1 whether or not the sound started.
     bool forceOne = false;
@@ -46,7 +46,7 @@ struct SoundAttempt {
 // The sounds to try, in order. The player stops at the first that starts and
 // returns its result (1 when forceOne); when none starts, the result of the
 // last one; nothing to try gives 0.
-std::vector<SoundAttempt> chooseNotifySound(std::string_view spec, const SoundFacts& facts);
+std::vector<SoundAttempt> chooseNotifySound(std::string_view soundName, const SoundFacts& facts);
 // Tries the attempts with play (non-zero: the sound started) as described
 // above, and returns the result.
 int32_t playAttempts(const std::vector<SoundAttempt>& attempts,

@@ -50,12 +50,12 @@ int32_t play(const SoundAttempt& attempt) {
 
 }  // namespace
 
-SoundFacts gatherSoundFacts(const std::string& spec) {
+SoundFacts gatherSoundFacts(const std::string& soundName) {
     SoundFacts facts;
     facts.muted = muted != 0;
     const std::string overridePath = cutToPathBuffer(getUserDataPath(kOverrideSoundName));
     if (!overridePath.empty() && isFile(overridePath)) facts.overrideFile = overridePath;
-    if (spec == kDefaultSoundSpec) {
+    if (soundName == kDefaultSoundName) {
         readSchemeSound(facts);
         char folder[MAX_PATH] = {};
         const UINT length = GetWindowsDirectoryA(folder, MAX_PATH);
@@ -64,9 +64,9 @@ SoundFacts gatherSoundFacts(const std::string& spec) {
     return facts;
 }
 
-int32_t playNotifySound(const std::string& spec) {
-    if (spec.empty() || muted) return 0;
-    return playAttempts(chooseNotifySound(spec, gatherSoundFacts(spec)), play);
+int32_t playNotifySound(const std::string& soundName) {
+    if (soundName.empty() || muted) return 0;
+    return playAttempts(chooseNotifySound(soundName, gatherSoundFacts(soundName)), play);
 }
 
 uint32_t setSoundMute(uint32_t mute) {

@@ -1,4 +1,4 @@
-// Which sound a notification plays: every form of the specification with and
+// Which sound a notification plays: every form of the sound name with and
 // without the user's override file, the desktop scheme's sound and its
 // fallback, and how the attempts' results become the player's result.
 #include <gtest/gtest.h>
@@ -39,13 +39,13 @@ SoundFacts facts(bool withOverride, bool keyOpened = false, std::string scheme =
     return f;
 }
 
-TEST(SoundChoice, EveryFormOfTheSpecification) {
-    const std::string def(kDefaultSoundSpec);
+TEST(SoundChoice, EveryFormOfTheSoundName) {
+    const std::string def(kDefaultSoundName);
     SoundFacts muted = facts(true, true, "C:\\nav.wav");
     muted.muted = true;
     const struct {
         const char* name;
-        std::string spec;
+        std::string soundName;
         SoundFacts facts;
         std::vector<SoundAttempt> expected;
     } cases[] = {
@@ -80,7 +80,8 @@ TEST(SoundChoice, EveryFormOfTheSpecification) {
          facts(true, true, "C:\\nav.wav"),
          {file(kOverride), file("C:\\nav.wav"), file(kFallback)}},
     };
-    for (const auto& c : cases) EXPECT_EQ(chooseNotifySound(c.spec, c.facts), c.expected) << c.name;
+    for (const auto& c : cases)
+        EXPECT_EQ(chooseNotifySound(c.soundName, c.facts), c.expected) << c.name;
 }
 
 TEST(SoundChoice, FallbackPathGetsOneSeparatorAndFitsTheBuffer) {

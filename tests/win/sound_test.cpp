@@ -79,7 +79,7 @@ std::string windowsFolder() {
 
 TEST(NotifySound, SchemeSoundIsReadWithItsVariablesExpanded) {
     SchemeKey scheme;
-    const std::string def(kDefaultSoundSpec);
+    const std::string def(kDefaultSoundName);
     SetEnvironmentVariableA("HERALDER_SOUND_DIR", "C:\\sounds");
 
     scheme.set("%HERALDER_SOUND_DIR%\\nav.wav", REG_EXPAND_SZ);
@@ -119,14 +119,14 @@ TEST(NotifySound, OverrideFileIsFoundInTheUsersDataFolder) {
     EXPECT_FALSE(gatherSoundFacts("C:\\ding.wav").overrideFile);
 }
 
-TEST(NotifySound, MuteAndEmptySpecificationsAreSilent) {
+TEST(NotifySound, MuteAndEmptySoundNamesAreSilent) {
     EXPECT_EQ(playNotifySound(""), 0);
     EXPECT_EQ(playNotifySound("C:\\no such sound.wav"), 1);
 
     EXPECT_EQ(setSoundMute(1), 0u);
     EXPECT_TRUE(gatherSoundFacts("").muted);
-    for (const char* spec : {"C:\\no such sound.wav", "::RSRC::7", "~~~DEFAULT~~~"})
-        EXPECT_EQ(playNotifySound(spec), 0) << spec;
+    for (const char* soundName : {"C:\\no such sound.wav", "::RSRC::7", "~~~DEFAULT~~~"})
+        EXPECT_EQ(playNotifySound(soundName), 0) << soundName;
     EXPECT_EQ(setSoundMute(0), 1u);
     EXPECT_FALSE(gatherSoundFacts("").muted);
 }
