@@ -11,14 +11,13 @@
 
 #include "base/packed_dib.h"
 #include "base/win_handles.h"
-#include "dialogs/manual_win.h"
 #include "feed/document_file.h"
 #include "feed/http_win.h"
 #include "notify/alert_text.h"
+#include "notify/item_commands_win.h"
 #include "notify/item_graphics_win.h"
 #include "notify/sound_win.h"
 #include "notify/url_policy.h"
-#include "notify/url_policy_win.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "ui/dialog_win.h"
@@ -73,24 +72,10 @@ class AlertBox : public Dialog {
 
     void onCommand(int id, UINT code, HWND) override {
         if (code != BN_CLICKED) return;
-        switch (id) {
-            case IDC_BUTTON1:
-                recordNeverAgain();
-                end(1);
-                break;
-            case IDC_CANCELBUTTON:
-                recordNeverAgain();
-                end(0);
-                break;
-            case IDC_HELPBUTTON:
-                openManualTopic(hwnd(), "NOTIFICATION");
-                break;
-            case IDC_ALERT_GO:
-            case IDC_ICONBUTTON:
-                recordNeverAgain();
-                if (item_.url) openItemAddress(hwnd(), *item_.url, settings_.ApplicationPath);
-                break;
-        }
+        if (const auto result =
+                itemWindowCommand(hwnd(), id, {IDC_ALERT_NEVERAGAIN, IDC_ALERT_GO, IDC_ICONBUTTON},
+                                  item_, settings_.ApplicationPath))
+            end(*result);
     }
 
     bool onDrawItem(const DRAWITEMSTRUCT& d) override {
@@ -135,11 +120,6 @@ class AlertBox : public Dialog {
     bool hasHeader() const { return item(IDC_ALERT_HEADER) != nullptr; }
     int textTop() const { return alertTextTop(hasHeader(), item(IDC_ALERT_NEVERAGAIN) != nullptr); }
     HFONT textFont() const { return look_.alertFont ? look_.alertFont : GetWindowFont(hwnd()); }
-
-    void recordNeverAgain() {
-        if (IsDlgButtonChecked(hwnd(), IDC_ALERT_NEVERAGAIN) == BST_CHECKED)
-            item_.neverShowAgain = true;
-    }
 
     void enableGo() {
         HWND go = item(IDC_ALERT_GO);

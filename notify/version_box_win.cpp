@@ -3,11 +3,10 @@
 // like any other text; only the product icon is drawn by the window.
 #include "notify/version_box_win.h"
 
-#include "dialogs/manual_win.h"
 #include "notify/alert_text.h"
+#include "notify/item_commands_win.h"
 #include "notify/sound_win.h"
 #include "notify/url_policy.h"
-#include "notify/url_policy_win.h"
 #include "resources/resource.h"
 #include "ui/dialog_win.h"
 #include "ui/icon_button_win.h"
@@ -43,23 +42,10 @@ class VersionBox : public Dialog {
 
     void onCommand(int id, UINT code, HWND) override {
         if (code != BN_CLICKED) return;
-        switch (id) {
-            case IDC_BUTTON1:
-                recordNeverAgain();
-                end(1);
-                break;
-            case IDC_CANCELBUTTON:
-                recordNeverAgain();
-                end(0);
-                break;
-            case IDC_HELPBUTTON:
-                openManualTopic(hwnd(), "NOTIFICATION");
-                break;
-            case IDC_VERSION_GO:
-                recordNeverAgain();
-                if (item_.url) openItemAddress(hwnd(), *item_.url, settings_.ApplicationPath);
-                break;
-        }
+        if (const auto result =
+                itemWindowCommand(hwnd(), id, {IDC_VERSION_NEVERAGAIN, IDC_VERSION_GO, 0}, item_,
+                                  settings_.ApplicationPath))
+            end(*result);
     }
 
     bool onDrawItem(const DRAWITEMSTRUCT& d) override {
@@ -85,11 +71,6 @@ class VersionBox : public Dialog {
     }
 
   private:
-    void recordNeverAgain() {
-        if (IsDlgButtonChecked(hwnd(), IDC_VERSION_NEVERAGAIN) == BST_CHECKED)
-            item_.neverShowAgain = true;
-    }
-
     UpdateItem& item_;
     NotifyLook look_;
     const Settings& settings_;
