@@ -28,5 +28,10 @@ case "$kind" in
     *) echo "unknown build kind: $kind" >&2; exit 2 ;;
 esac
 
+if command -v ccache >/dev/null; then
+    # Work trees of the same project share their objects.
+    export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$(dirname "$root")}
+    args+=(-DCMAKE_C_COMPILER_LAUNCHER=ccache -DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+fi
 cmake -S "$root" -B "$out" -G Ninja "${args[@]}" ${HERALDER_CMAKE_ARGS:-} >/dev/null
 cmake --build "$out" -j "$(nproc)" ${targets[@]+"${targets[@]}"}

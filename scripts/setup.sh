@@ -13,6 +13,10 @@ packages=(
     # Wine's own fonts (caption glyphs, "MS Sans Serif") and metric-compatible
     # faces, so that screenshots show what Windows users see.
     fonts-wine fonts-liberation
+    # Rebuilds of several work trees share one compiler cache.
+    ccache
+    # Shipping: the installer, Authenticode signing, the manual in a real browser.
+    nsis osslsigncode chromium
 )
 
 missing=()
