@@ -84,10 +84,10 @@ std::optional<std::string> fetchUpdateDocument(HWND hwnd) {
     return document;
 }
 
-// Replaces the list's items with the document's. Reading a document cannot
-// fail: whatever the text holds, the list shows what could be read.
-void loadDocumentText(MainWindow& w, std::string_view document) {
-    w.items = parseUpdateDocument(normalizeLineEnds(document));
+// One row per item, its title as the row's string; a hidden window that has
+// not made its list yet has nothing to fill.
+void fillList(MainWindow& w) {
+    if (!w.list) return;
     SetWindowRedraw(w.list, FALSE);
     ListBox_ResetContent(w.list);
     for (std::size_t i = 0; i < w.items.size(); ++i) {
@@ -97,6 +97,28 @@ void loadDocumentText(MainWindow& w, std::string_view document) {
     }
     SetWindowRedraw(w.list, TRUE);
     InvalidateRect(w.list, nullptr, TRUE);
+}
+
+void createList(MainWindow& w) {
+    RECT client;
+    GetClientRect(w.hwnd, &client);
+    w.list = CreateWindowExA(0, "LISTBOX", "",
+                             WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_OWNERDRAWFIXED |
+                                 LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT,
+                             0, 0, client.right, client.bottom, w.hwnd,
+                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_ITEMLIST)),
+                             GetWindowInstance(w.hwnd), nullptr);
+    if (!w.list) return;
+    ListBox_SetItemHeight(w.list, 0, kItemRowHeight);
+    SetWindowFont(w.list, app().listFont.get(), FALSE);
+    fillList(w);
+}
+
+// Replaces the list's items with the document's. Reading a document cannot
+// fail: whatever the text holds, the list shows what could be read.
+void loadDocumentText(MainWindow& w, std::string_view document) {
+    w.items = parseUpdateDocument(normalizeLineEnds(document));
+    fillList(w);
     enableCommand(w.hwnd, IDM_SHOW_NOTIFICATIONS, true);
     setTransactionDate(settings());
 }
@@ -199,6 +221,9 @@ void saveWindowEdges(HWND hwnd) {
 
 LRESULT handle(MainWindow& w, UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
+        case WM_SHOWWINDOW:
+            if (wp && !w.list) createList(w);
+            break;
         case WM_SIZE:
             if (wp != SIZE_MINIMIZED && w.list)
                 MoveWindow(w.list, 0, 0, LOWORD(lp), HIWORD(lp), TRUE);
@@ -276,22 +301,12 @@ bool registerMainWindowClass(HINSTANCE instance) {
     return RegisterClassA(&wc) != 0;
 }
 
-HWND createMainWindow(HINSTANCE instance) {
+HWND createMainWindow(HINSTANCE instance, bool startsHidden) {
     HWND hwnd = CreateWindowExA(0, kMainWindowClass, "Quenmark Heralder", WS_OVERLAPPEDWINDOW,
                                 CW_USEDEFAULT, CW_USEDEFAULT, kDefaultMainWidth, kDefaultMainHeight,
                                 nullptr, nullptr, instance, nullptr);
     MainWindow* w = hwnd ? stateOf(hwnd) : nullptr;
-    if (!w) return hwnd;
-    RECT client;
-    GetClientRect(hwnd, &client);
-    w->list = CreateWindowExA(0, "LISTBOX", "",
-                              WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_OWNERDRAWFIXED |
-                                  LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT,
-                              0, 0, client.right, client.bottom, hwnd,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_ITEMLIST)), instance,
-                              nullptr);
-    ListBox_SetItemHeight(w->list, 0, kItemRowHeight);
-    SetWindowFont(w->list, app().listFont.get(), FALSE);
+    if (w && !startsHidden) createList(*w);
     return hwnd;
 }
 

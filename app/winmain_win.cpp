@@ -71,11 +71,11 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
         showMessage(nullptr, "There has been an error registering the application class.");
         return 0;
     }
-    HWND hwnd = createMainWindow(instance);
+    const CommandLinePlan plan = interpretCommandLine(commandLine ? commandLine : "");
+    HWND hwnd = createMainWindow(instance, plan.hidden);
     a.mainWindow = hwnd;
     settings().ApplicationPath = programFolder();
 
-    const CommandLinePlan plan = interpretCommandLine(commandLine ? commandLine : "");
     ShowWindow(hwnd, plan.hidden ? SW_HIDE : showState);
     UpdateWindow(hwnd);
     SetFocus(hwnd);

@@ -89,6 +89,15 @@ if [ -f build/windows/heralder_win_tests.exe ]; then
     echo "screenshots: build/windows/screenshots"
 fi
 
+# The Windows benchmarks: the daily run against a minimal program, and how fast
+# the notification windows open. Figures only.
+if [ -f build/windows/window_timing.exe ]; then
+    echo "== wine_update"
+    bench/wine_update.sh 2>&1 | tail -6 || true
+    echo "== wine_windows"
+    bench/wine_windows.sh 2>&1 | tail -6 || true
+fi
+
 for bench in build/native/bench_*; do
     [ -x "$bench" ] || continue
     echo "== $(basename "$bench")"
