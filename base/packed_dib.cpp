@@ -3,6 +3,8 @@
 // before any pixel is touched.
 #include "base/packed_dib.h"
 
+#include <algorithm>
+
 namespace {
 
 uint32_t read16(std::span<const uint8_t> b, std::size_t at) {
@@ -131,11 +133,22 @@ std::vector<uint8_t> makePackedDib(int32_t width, int32_t height, uint16_t bitCo
 
 std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const DibInfo& source,
                                          uint32_t colour) {
+    return compositeOverColour(bytes, source, colour, {0, 0, source.width, source.height});
+}
+
+std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const DibInfo& source,
+                                         uint32_t colour, PixelRect part) {
     if (source.bitCount != 32 || source.width <= 0 || source.height <= 0 ||
         source.stride < std::size_t(source.width) * 4 ||
         source.bitsOffset + uint64_t{source.stride} * source.height > bytes.size())
         return {};
-    std::vector<uint8_t> out = makePackedDib(source.width, source.height, 24);
+    const int64_t left = std::max<int64_t>(part.x, 0);
+    const int64_t top = std::max<int64_t>(part.y, 0);
+    const int64_t right = std::min<int64_t>(int64_t{part.x} + part.width, source.width);
+    const int64_t bottom = std::min<int64_t>(int64_t{part.y} + part.height, source.height);
+    if (left >= right || top >= bottom) return {};
+    std::vector<uint8_t> out =
+        makePackedDib(static_cast<int32_t>(right - left), static_cast<int32_t>(bottom - top), 24);
     const std::optional<DibInfo> target = readPackedDibInfo(out);
     if (!target) return {};
     // Each channel is p * alpha / 255 + background * (255 - alpha) / 255, both
@@ -151,11 +164,13 @@ std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const D
     uint8_t behind[3][256];  // stored order: blue, green, red
     for (int c = 0; c < 3; ++c)
         for (uint32_t a = 0; a < 256; ++a) behind[c][a] = uint8_t(background[c] * (255 - a) / 255);
-    for (int y = 0; y < source.height; ++y) {
+    for (int64_t y = top; y < bottom; ++y) {
         const std::size_t sourceRow = source.bottomUp ? source.height - 1 - y : y;
-        const uint8_t* from = bytes.data() + source.bitsOffset + sourceRow * source.stride;
-        uint8_t* to = out.data() + target->bitsOffset + (target->height - 1 - y) * target->stride;
-        for (int x = 0; x < source.width; ++x, from += 4, to += 3) {
+        const uint8_t* from =
+            bytes.data() + source.bitsOffset + sourceRow * source.stride + left * 4;
+        uint8_t* to = out.data() + target->bitsOffset +
+                      (target->height - 1 - (y - top)) * target->stride;
+        for (int64_t x = left; x < right; ++x, from += 4, to += 3) {
             const uint32_t alpha = from[3];
             const uint8_t* times = scaled.data() + alpha * 256;
             for (int c = 0; c < 3; ++c) to[c] = uint8_t(times[from[c]] + behind[c][alpha]);

@@ -100,6 +100,41 @@ TEST(PackedDib, BlendKeepsSizeOrientationAndPadsRows) {
     EXPECT_EQ(dibStride(33, 1), 8u);
 }
 
+TEST(PackedDib, BlendOfAPartIsClippedToThePicture) {
+    // 5 x 4, each pixel opaque with its own x and y: a part's pixels tell
+    // where in the picture they came from.
+    std::vector<uint8_t> src = makePackedDib(5, 4, 32);
+    const DibInfo in = *readPackedDibInfo(src);
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 5; ++x) setDibPixel(src, in, x, y, 0xFF000000u | y << 8 | x);
+    const struct {
+        PixelRect part;
+        int left, top, width, height;  // what comes out; width 0: nothing
+    } cases[] = {
+        {{1, 2, 3, 2}, 1, 2, 3, 2},
+        {{-2, -1, 4, 3}, 0, 0, 2, 2},  // hangs over the top-left corner
+        {{3, 2, 10, 10}, 3, 2, 2, 2},  // and over the bottom-right one
+        {{5, 0, 2, 2}, 0, 0, 0, 0},    // beside the picture
+        {{0, 0, 0, 4}, 0, 0, 0, 0},    // empty
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.part.x << "," << c.part.y << " " << c.part.width
+                                        << "x" << c.part.height);
+        const std::vector<uint8_t> out = compositeOverColour(src, in, 0x00FFFFFF, c.part);
+        if (c.width == 0) {
+            EXPECT_TRUE(out.empty());
+            continue;
+        }
+        const std::optional<DibInfo> o = readPackedDibInfo(out);
+        ASSERT_TRUE(o);
+        ASSERT_EQ(o->width, c.width);
+        ASSERT_EQ(o->height, c.height);
+        for (int y = 0; y < c.height; ++y)
+            for (int x = 0; x < c.width; ++x)
+                EXPECT_EQ(getDibPixel(out, *o, x, y), uint32_t((c.top + y) << 8 | (c.left + x)));
+    }
+}
+
 TEST(PackedDib, BlendNeedsThirtyTwoBits) {
     std::vector<uint8_t> src = makePackedDib(2, 2, 24);
     EXPECT_TRUE(compositeOverColour(src, *readPackedDibInfo(src), 0).empty());
