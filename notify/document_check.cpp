@@ -127,8 +127,7 @@ int keyIndex(std::string_view name) {
 }
 
 // Line numbers as an editor shows them (after LF, CR LF or a lone CR), for
-// offsets into the text the agent parses, in which CRs are gone and every LF
-// is CR LF.
+// offsets into the text as parsed, in which every line end is CR LF.
 class LineNumbers {
   public:
     explicit LineNumbers(std::string_view raw) {
@@ -142,6 +141,7 @@ class LineNumbers {
                 if (i + 1 < raw.size() && raw[i + 1] == '\n') continue;
                 ++loneCrs_;
                 if (!firstLoneCr_) firstLoneCr_ = static_cast<int>(starts_.size());
+                normalised += 2;  // read as CR LF (withLoneCrsAsLineEnds)
                 starts_.push_back(normalised);
             } else {
                 ++normalised;
@@ -173,6 +173,7 @@ struct UnknownKeyLine {
     std::string word;
     int suggestion;  // key index or -1
     bool hiddenByBlank;
+    bool afterTextKey;  // the line before was a text key's: its text goes on here
 };
 
 struct Segment {
@@ -181,6 +182,7 @@ struct Segment {
     std::vector<std::optional<KeyHit>> keys =
         std::vector<std::optional<KeyHit>>(documentKeys().size());
     std::vector<UnknownKeyLine> unknownKeys;
+    bool lastLineTextKey = false;
 };
 
 struct Requirement {
@@ -266,18 +268,30 @@ bool isFeedDate(std::string_view value) {
     return !(month == 2 && day == 29 && !isLeapYear(year));
 }
 
+// What the author meant by a lone CR: a line end. The agent drops it and joins
+// the lines; that is reported once, and the rest is judged as meant.
+std::string withLoneCrsAsLineEnds(std::string_view raw) {
+    std::string out;
+    out.reserve(raw.size());
+    for (std::size_t i = 0; i < raw.size(); ++i) {
+        out += raw[i];
+        if (raw[i] == '\r' && (i + 1 == raw.size() || raw[i + 1] != '\n')) out += '\n';
+    }
+    return out;
+}
+
 class Checker {
   public:
     Checker(std::string_view raw, const ImageReader& images)
         : raw_(document::documentText(raw)),
           whole_(raw),
-          normalised_(normalizeLineEnds(raw)),
+          normalised_(normalizeLineEnds(withLoneCrsAsLineEnds(raw_))),
           text_(normalised_),
           lines_(raw_),
           images_(images) {}
 
     std::vector<Finding> run() {
-        if (!checkBytes()) return finish();
+        checkBytes();
         Position p = text_.empty() ? Position{} : Position{0};
         while (p) {
             std::size_t end = document::lineEnd(text_, *p);
@@ -291,7 +305,7 @@ class Checker {
                         " block has no :END: the agent reads it to the end of the document");
             finishSegment(*open_);
         }
-        if (segments_ == 0 && !hiddenByBom_)
+        if (segments_ == 0 && !hiddenByBom_ && !unclosedBrace_)
             add(1, W, "the document holds no item (no :BEGIN... marker)");
         return finish();
     }
@@ -325,8 +339,8 @@ class Checker {
         return -1;
     }
 
-    // Problems of the bytes themselves; false when the rest cannot be judged.
-    bool checkBytes() {
+    // Problems of the bytes themselves.
+    void checkBytes() {
         std::string_view rest = whole_.substr(raw_.size());
         if (rest.find_first_not_of(std::string_view("\0 \t\r\n", 5)) != std::string_view::npos)
             add(lines_.count(), E,
@@ -336,14 +350,13 @@ class Checker {
             add(1, E,
                 "the line ends are CR only: the agent reads the whole document as one line "
                 "(save it with CR LF or LF line ends)");
-            return false;
-        }
-        if (lines_.loneCrs() > 0)
+        } else if (lines_.loneCrs() > 0) {
             add(lines_.firstLoneCr(), E,
                 "line ends with a lone CR: the agent joins it to the next line" +
                     (lines_.loneCrs() > 1
                          ? " (" + std::to_string(lines_.loneCrs()) + " lone CRs in the document)"
                          : std::string()));
+        }
         if (raw_.starts_with(kBom)) {
             hasBom_ = true;
             if (document::blockType(text_, kBom.size()) != ItemType::Unknown) {
@@ -361,7 +374,6 @@ class Checker {
                 "text in UTF-8: the agent shows Windows-1252 text, so each accented letter "
                 "shows as two or three wrong ones (save the document as Windows-1252)");
         }
-        return true;
     }
 
     // The line of the first well-formed multi-byte UTF-8 sequence, or 0.
@@ -412,7 +424,7 @@ class Checker {
             unclosedBrace_ = true;
             add(lines_.at(openAt), E,
                 "'{' is never closed: the agent reads the rest of the document (to line " +
-                    std::to_string(lines_.at(text_.size())) + ") as part of this line");
+                    std::to_string(lines_.at(text_.size() - 1)) + ") as part of this line");
         } else if (hiddenAt) {
             std::string marker = leadingWord(text_.substr(*hiddenAt, 40), false);
             add(lines_.at(*hiddenOpen), E,
@@ -496,6 +508,7 @@ class Checker {
             return;
         }
         seg.keys[key] = KeyHit{start, end, lineNumber};
+        seg.lastLineTextKey = documentKeys()[key].kind == KeyKind::Text;
     }
 
     // A marker the agent does not know, by its leading word; nullopt when the
@@ -551,7 +564,10 @@ class Checker {
         }
         if (!hidden && !word.empty())
             if (auto k = nearest(word, keys, word.size() >= 5 ? 2 : 1)) suggestion = keyIndex(*k);
-        seg.unknownKeys.push_back({lineNumber, word, suggestion, hidden});
+        seg.unknownKeys.push_back(
+            {lineNumber, word, suggestion, hidden,
+             seg.lastLineTextKey && line.find('=') == std::string_view::npos});
+        seg.lastLineTextKey = false;
     }
 
     void handleOtherLineOutside(std::string_view line, int lineNumber) {
@@ -647,9 +663,9 @@ class Checker {
             else if (!u.word.empty())
                 text = quoted(u.word) + " is not a key: the agent ignores this line";
             else
-                text =
-                    "not a key: the agent ignores this line (a text of several lines needs "
-                    "braces: PLAINTEXT = {...})";
+                text = "not a key: the agent ignores this line";
+            if (u.suggestion < 0 && u.afterTextKey)
+                text += " (a text of several lines needs braces: PLAINTEXT = {...})";
             if (lacking) {
                 answered[u.suggestion] = true;
                 text += ", so the " + typeName + " has no " + std::string(r->key);
@@ -716,9 +732,15 @@ class Checker {
             std::string_view value = trimmed(valueOf(*h, keyIndex(key)));
             if (value.empty() || isFeedDate(value)) continue;
             const bool hold = key == "IGNOREUNTIL";
+            std::string hint;
+            if (digitsAt(value, 0, 4) && value.size() > 4 && value[4] == '-')
+                hint = ", year last";
+            else if (digitsAt(value, 0, 2) && digitsAt(value, 3, 2) &&
+                     atoiLike(value.substr(0, 2)) > 12 && atoiLike(value.substr(3, 2)) <= 12)
+                hint = ", month first";
             add(h->lineNumber, hold ? E : W,
                 std::string(key) + " " + quoted(value) +
-                    " is not a month-day-year date (MM-DD-YYYY)" +
+                    " is not a month-day-year date (MM-DD-YYYY" + hint + ")" +
                     (hold ? ": the agent holds the item back by a wrong day" : ""));
         }
     }
