@@ -303,7 +303,8 @@ class Checker {
                 add(open_->lineNumber, W,
                     std::string(markerOf(open_->type)) +
                         " block has no :END: the agent reads it to the end of the document");
-            finishSegment(*open_);
+            // What the author meant to write after the brace is anyone's guess.
+            finishSegment(*open_, !unclosedBrace_);
         }
         if (segments_ == 0 && !hiddenByBom_ && !unclosedBrace_)
             add(1, W, "the document holds no item (no :BEGIN... marker)");
@@ -628,9 +629,9 @@ class Checker {
         return seg.keys[k] ? &*seg.keys[k] : nullptr;
     }
 
-    void finishSegment(const Segment& seg) {
+    void finishSegment(const Segment& seg, bool complete = true) {
         const UpdateItem item = itemOf(seg);
-        checkPresence(seg);
+        if (complete) checkPresence(seg);
         checkNumbers(seg, item);
         checkDates(seg);
         if (showsWindow(seg.type)) {
