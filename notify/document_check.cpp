@@ -58,18 +58,28 @@ std::string quoted(std::string_view value) {
 // Optimal string alignment distance, ASCII case folded: a swapped pair of
 // letters ("TITEL") costs one, as a publisher's typo does.
 std::size_t editDistance(std::string_view a, std::string_view b) {
-    std::vector<std::vector<std::size_t>> d(a.size() + 1, std::vector<std::size_t>(b.size() + 1));
-    for (std::size_t i = 0; i <= a.size(); ++i) d[i][0] = i;
-    for (std::size_t j = 0; j <= b.size(); ++j) d[0][j] = j;
-    for (std::size_t i = 1; i <= a.size(); ++i)
+    // Three rows: the one before the previous is needed for a swapped pair.
+    std::vector<std::size_t> before(b.size() + 1), previous(b.size() + 1), row(b.size() + 1);
+    for (std::size_t j = 0; j <= b.size(); ++j) previous[j] = j;
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        row[0] = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
-            std::size_t cost = asciiUpper(a[i - 1]) == asciiUpper(b[j - 1]) ? 0 : 1;
-            d[i][j] = std::min({d[i - 1][j] + 1, d[i][j - 1] + 1, d[i - 1][j - 1] + cost});
+            const std::size_t cost = asciiUpper(a[i - 1]) == asciiUpper(b[j - 1]) ? 0 : 1;
+            row[j] = std::min({previous[j] + 1, row[j - 1] + 1, previous[j - 1] + cost});
             if (i > 1 && j > 1 && asciiUpper(a[i - 1]) == asciiUpper(b[j - 2]) &&
                 asciiUpper(a[i - 2]) == asciiUpper(b[j - 1]))
-                d[i][j] = std::min(d[i][j], d[i - 2][j - 2] + 1);
+                row[j] = std::min(row[j], before[j - 2] + 1);
         }
-    return d[a.size()][b.size()];
+        std::swap(before, previous);
+        std::swap(previous, row);
+    }
+    return previous[b.size()];
+}
+
+// Names further apart in length than the limit cannot be within it.
+bool withinDistance(std::string_view a, std::string_view b, std::size_t limit) {
+    const std::size_t gap = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
+    return gap <= limit && editDistance(a, b) <= limit;
 }
 
 template <class Names>
@@ -78,6 +88,7 @@ std::optional<std::string_view> nearest(std::string_view word, const Names& name
     std::optional<std::string_view> best;
     std::size_t bestDistance = limit + 1;
     for (std::string_view name : names) {
+        if (!withinDistance(word, name, limit)) continue;
         std::size_t d = editDistance(word, name);
         if (d < bestDistance) best = name, bestDistance = d;
     }
@@ -529,7 +540,7 @@ class Checker {
         }
         // Without its ":" only a close match counts: "and" is not ":END".
         for (std::string_view m : markers)
-            if (editDistance(word, m.substr(1)) <= (m.size() > 6 ? 1u : 0u)) {
+            if (withinDistance(word, m.substr(1), m.size() > 6 ? 1 : 0)) {
                 suggestion = m;
                 return quoted(word) + " is not a marker (did you mean " + std::string(m) + "?)";
             }
