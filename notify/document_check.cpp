@@ -185,6 +185,7 @@ struct UnknownKeyLine {
     int suggestion;  // key index or -1
     bool hiddenByBlank;
     bool afterTextKey;  // the line before was a text key's: its text goes on here
+    bool braceFirst;
 };
 
 struct Segment {
@@ -531,7 +532,9 @@ class Checker {
         std::string word = leadingWord(body, true);
         static const std::vector<std::string_view> markers = markerNames();
         if (word.starts_with(':')) {
-            if (auto m = nearest(word, markers, 3)) suggestion = *m;
+            // A lone ":" or a smiley is no marker gone wrong.
+            const std::size_t limit = std::clamp<std::size_t>(word.size() / 3, 1, 3);
+            if (auto m = nearest(word, markers, limit)) suggestion = *m;
             if (blank && equalsIgnoringAsciiCase(word, suggestion))
                 return "the blank before " + std::string(suggestion) +
                        " hides the marker from the agent";
@@ -576,9 +579,9 @@ class Checker {
         }
         if (!hidden && !word.empty())
             if (auto k = nearest(word, keys, word.size() >= 5 ? 2 : 1)) suggestion = keyIndex(*k);
-        seg.unknownKeys.push_back(
-            {lineNumber, word, suggestion, hidden,
-             seg.lastLineTextKey && line.find('=') == std::string_view::npos});
+        seg.unknownKeys.push_back({lineNumber, word, suggestion, hidden,
+                                   seg.lastLineTextKey && line.find('=') == std::string_view::npos,
+                                   line.starts_with('{')});
         seg.lastLineTextKey = false;
     }
 
@@ -674,9 +677,12 @@ class Checker {
                        std::string(documentKeys()[u.suggestion].name) + "?)";
             else if (!u.word.empty())
                 text = quoted(u.word) + " is not a key: the agent ignores this line";
+            else if (u.braceFirst)
+                text =
+                    "a value in braces must begin on its key's line: the agent ignores this line";
             else
                 text = "not a key: the agent ignores this line";
-            if (u.suggestion < 0 && u.afterTextKey)
+            if (u.suggestion < 0 && u.afterTextKey && !u.braceFirst)
                 text += " (a text of several lines needs braces: PLAINTEXT = {...})";
             if (lacking) {
                 answered[u.suggestion] = true;

@@ -142,6 +142,11 @@ TEST(DocumentCheck, FindsEachFaultAtItsLine) {
          ":BEGINNEWGRAPHIC\nNUMBER=1\nURL=/update/images/..\n:END\n"
          ":BEGINNEWGRAPHIC\nNUMBER=2\nURL=new.png\n:END\n",
          {{3, 'E', "names no file"}, {7, 'W', "not a path on the update server"}}},
+        {"a value in braces under its key, a lone ':' in a block",
+         ":BEGINTIP\nNUMBER=1\nTITLE=t\nPLAINTEXT =\n{text}\n:\n:END\n",
+         {{4, 'E', "PLAINTEXT is empty"},
+          {5, 'W', "must begin on its key's line"},
+          {6, 'E', "':' is not a marker: the agent ignores this line"}}},
         {"no item at all", "; nothing yet\n", {{1, 'W', "holds no item"}}},
     };
     for (const Case& c : cases) expectFindings(checkUpdateDocument(c.document), c.expected, c.name);
