@@ -13,15 +13,11 @@
 #include <map>
 
 #include "base/ascii.h"
-#include "base/crt_text.h"
 #include "feed/document_parser.h"
 #include "feed/document_parser_detail.h"
-#include "feed/feed_date.h"
-#include "feed/feed_updates.h"
-#include "notify/alert_text.h"
-#include "notify/item_graphics.h"
+#include "notify/document_check_text.h"
+#include "notify/document_check_values.h"
 #include "notify/url_policy.h"
-#include "settings/settings.h"
 
 namespace {
 
@@ -30,86 +26,11 @@ using document::kEndMarker;
 using document::KeyKind;
 using document::lineStartsWith;
 using document::Position;
+using namespace checktext;
 
-constexpr std::string_view kServerImages = "/update/images/";
 constexpr std::string_view kBom = "\xEF\xBB\xBF";
 constexpr FindingSeverity E = FindingSeverity::Error;
 constexpr FindingSeverity W = FindingSeverity::Warning;
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
-std::string_view trimmed(std::string_view s) {
-    while (!s.empty() && static_cast<unsigned char>(s.front()) <= ' ') s.remove_prefix(1);
-    while (!s.empty() && static_cast<unsigned char>(s.back()) <= ' ') s.remove_suffix(1);
-    return s;
-}
-
-// A value as the publisher wrote it, fit to stand in a one-line message.
-std::string quoted(std::string_view value) {
-    constexpr std::size_t kMax = 40;
-    std::string out = "'";
-    for (std::size_t i = 0; i < value.size() && i < kMax; ++i)
-        out += static_cast<unsigned char>(value[i]) < ' ' ? ' ' : value[i];
-    return out + (value.size() > kMax ? "...'" : "'");
-}
-
-// Optimal string alignment distance, ASCII case folded: a swapped pair of
-// letters ("TITEL") costs one, as a publisher's typo does.
-std::size_t editDistance(std::string_view a, std::string_view b) {
-    // Three rows: the one before the previous is needed for a swapped pair.
-    std::vector<std::size_t> before(b.size() + 1), previous(b.size() + 1), row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j) previous[j] = j;
-    for (std::size_t i = 1; i <= a.size(); ++i) {
-        row[0] = i;
-        for (std::size_t j = 1; j <= b.size(); ++j) {
-            const std::size_t cost = asciiUpper(a[i - 1]) == asciiUpper(b[j - 1]) ? 0 : 1;
-            row[j] = std::min({previous[j] + 1, row[j - 1] + 1, previous[j - 1] + cost});
-            if (i > 1 && j > 1 && asciiUpper(a[i - 1]) == asciiUpper(b[j - 2]) &&
-                asciiUpper(a[i - 2]) == asciiUpper(b[j - 1]))
-                row[j] = std::min(row[j], before[j - 2] + 1);
-        }
-        std::swap(before, previous);
-        std::swap(previous, row);
-    }
-    return previous[b.size()];
-}
-
-// Names further apart in length than the limit cannot be within it.
-bool withinDistance(std::string_view a, std::string_view b, std::size_t limit) {
-    const std::size_t gap = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
-    return gap <= limit && editDistance(a, b) <= limit;
-}
-
-template <class Names>
-std::optional<std::string_view> nearest(std::string_view word, const Names& names,
-                                        std::size_t limit) {
-    std::optional<std::string_view> best;
-    std::size_t bestDistance = limit + 1;
-    for (std::string_view name : names) {
-        if (!withinDistance(word, name, limit)) continue;
-        std::size_t d = editDistance(word, name);
-        if (d < bestDistance) best = name, bestDistance = d;
-    }
-    return best;
-}
-
-// The leading word of a line: letters, digits and "_", after a ":" when the
-// line begins with one. Blanks inside a marker (":BEGIN ALERT") are dropped.
-std::string leadingWord(std::string_view line, bool joinBlanks) {
-    std::string word;
-    std::size_t i = 0;
-    if (i < line.size() && line[i] == ':') word += line[i++];
-    for (; i < line.size() && word.size() < 40; ++i) {
-        char c = line[i];
-        if ((c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_')
-            word += c;
-        else if (!(joinBlanks && c == ' '))
-            break;
-    }
-    return word;
-}
 
 std::vector<std::string_view> markerNames() {
     std::vector<std::string_view> names;
@@ -136,42 +57,6 @@ int keyIndex(std::string_view name) {
         if (keys[k].name == name) return static_cast<int>(k);
     return -1;
 }
-
-// Line numbers as an editor shows them (after LF, CR LF or a lone CR), for
-// offsets into the text as parsed, in which every line end is CR LF.
-class LineNumbers {
-  public:
-    explicit LineNumbers(std::string_view raw) {
-        starts_.push_back(0);
-        std::size_t normalised = 0;
-        for (std::size_t i = 0; i < raw.size(); ++i) {
-            if (raw[i] == '\n') {
-                normalised += 2;
-                starts_.push_back(normalised);
-            } else if (raw[i] == '\r') {
-                if (i + 1 < raw.size() && raw[i + 1] == '\n') continue;
-                ++loneCrs_;
-                if (!firstLoneCr_) firstLoneCr_ = static_cast<int>(starts_.size());
-                normalised += 2;  // read as CR LF (withLoneCrsAsLineEnds)
-                starts_.push_back(normalised);
-            } else {
-                ++normalised;
-            }
-        }
-    }
-    int at(std::size_t offset) const {
-        return static_cast<int>(std::upper_bound(starts_.begin(), starts_.end(), offset) -
-                                starts_.begin());
-    }
-    int count() const { return static_cast<int>(starts_.size()); }
-    int loneCrs() const { return loneCrs_; }
-    int firstLoneCr() const { return firstLoneCr_; }
-
-  private:
-    std::vector<std::size_t> starts_;
-    int loneCrs_ = 0;
-    int firstLoneCr_ = 0;
-};
 
 struct KeyHit {
     std::size_t line = 0;  // where the key's line starts
@@ -240,56 +125,6 @@ std::vector<Requirement> requirementsOf(ItemType type) {
             break;
     }
     return r;
-}
-
-// "-12", "+7", "2101": a number that atoi reads completely and keeps.
-bool isPlainInteger(std::string_view s) {
-    std::string_view digits = s;
-    if (!digits.empty() && (digits[0] == '+' || digits[0] == '-')) digits.remove_prefix(1);
-    if (digits.empty() || digits.size() > 18 ||
-        !std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '9'; }))
-        return false;
-    long long value = std::stoll(std::string(digits));
-    if (s[0] == '-') value = -value;
-    return value == atoiLike(s);
-}
-
-// Whether atoi finds any digits at all, or gives 0 for want of them.
-bool startsWithNumber(std::string_view s) {
-    std::size_t i = 0;
-    while (i < s.size() && isBlank(s[i])) ++i;
-    if (i < s.size() && (s[i] == '+' || s[i] == '-')) ++i;
-    return i < s.size() && s[i] >= '0' && s[i] <= '9';
-}
-
-bool digitsAt(std::string_view s, std::size_t at, std::size_t count) {
-    for (std::size_t i = at; i < at + count; ++i)
-        if (i >= s.size() || s[i] < '0' || s[i] > '9') return false;
-    return true;
-}
-
-// MM-DD-YYYY, a real day of a year from 2000 on; blanks may follow.
-bool isFeedDate(std::string_view value) {
-    if (value.size() < 10 || !digitsAt(value, 0, 2) || value[2] != '-' || !digitsAt(value, 3, 2) ||
-        value[5] != '-' || !digitsAt(value, 6, 4) || !trimmed(value.substr(10)).empty())
-        return false;
-    int month = atoiLike(value.substr(0, 2)), day = atoiLike(value.substr(3, 2));
-    int year = atoiLike(value.substr(6, 4));
-    static constexpr int kDays[] = {31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    if (year < 2000 || month < 1 || month > 12 || day < 1 || day > kDays[month - 1]) return false;
-    return !(month == 2 && day == 29 && !isLeapYear(year));
-}
-
-// What the author meant by a lone CR: a line end. The agent drops it and joins
-// the lines; that is reported once, and the rest is judged as meant.
-std::string withLoneCrsAsLineEnds(std::string_view raw) {
-    std::string out;
-    out.reserve(raw.size());
-    for (std::size_t i = 0; i < raw.size(); ++i) {
-        out += raw[i];
-        if (raw[i] == '\r' && (i + 1 == raw.size() || raw[i + 1] != '\n')) out += '\n';
-    }
-    return out;
 }
 
 class Checker {
@@ -650,10 +485,15 @@ class Checker {
         checkDates(seg);
         if (showsWindow(seg.type)) {
             checkUrl(seg, item);
-            checkPicture(seg, item);
+            if (const KeyHit* h = hit(seg, "GRAPHIC"))
+                addVerdicts(h->lineNumber, judgePicture(item, images_));
         }
-        if (seg.type == ItemType::SettingUpdate) checkSettingUpdate(seg, item);
-        if (seg.type == ItemType::GraphicUpdate) checkGraphicUpdate(seg, item);
+        // An empty PLAINTEXT or URL is reported as missing.
+        const KeyHit* h = hit(seg, seg.type == ItemType::SettingUpdate ? "PLAINTEXT" : "URL");
+        if (seg.type == ItemType::SettingUpdate && h && !trimmed(*item.plainText).empty())
+            addVerdicts(h->lineNumber, judgeSettingUpdate(*item.plainText));
+        if (seg.type == ItemType::GraphicUpdate && h && !trimmed(*item.url).empty())
+            addVerdicts(h->lineNumber, judgeGraphicUpdateUrl(*item.url, images_));
     }
 
     void checkPresence(const Segment& seg) {
@@ -750,15 +590,9 @@ class Checker {
             std::string_view value = trimmed(valueOf(*h, keyIndex(key)));
             if (value.empty() || isFeedDate(value)) continue;
             const bool hold = key == "IGNOREUNTIL";
-            std::string hint;
-            if (digitsAt(value, 0, 4) && value.size() > 4 && value[4] == '-')
-                hint = ", year last";
-            else if (digitsAt(value, 0, 2) && digitsAt(value, 3, 2) &&
-                     atoiLike(value.substr(0, 2)) > 12 && atoiLike(value.substr(3, 2)) <= 12)
-                hint = ", month first";
             add(h->lineNumber, hold ? E : W,
                 std::string(key) + " " + quoted(value) +
-                    " is not a month-day-year date (MM-DD-YYYY" + hint + ")" +
+                    " is not a month-day-year date (MM-DD-YYYY" + dateOrderHint(value) + ")" +
                     (hold ? ": the agent holds the item back by a wrong day" : ""));
         }
     }
@@ -771,103 +605,8 @@ class Checker {
                 " does not begin with http:// or https://: the agent will not open it");
     }
 
-    void checkPicture(const Segment& seg, const UpdateItem& item) {
-        const KeyHit* h = hit(seg, "GRAPHIC");
-        if (!h || item.graphic->empty()) return;
-        const std::string shown = "GRAPHIC " + quoted(*item.graphic);
-        const std::optional<std::string> name = alertPictureName(item);
-        if (!name) {
-            add(h->lineNumber, E,
-                shown + " is not a plain file name: the agent shows the default picture");
-            return;
-        }
-        const PictureDecoder decoder = chooseDecoder(*name);
-        if (decoder == PictureDecoder::None) {
-            add(h->lineNumber, E,
-                shown + ": the agent shows only .png and .jpg pictures, this one never");
-            return;
-        }
-        if (!images_) return;
-        const std::optional<std::string> bytes = images_(*name);
-        if (!bytes) {
-            add(h->lineNumber, E, shown + " is not in the images folder");
-        } else if (!looksLikePicture(*bytes)) {
-            add(h->lineNumber, E, shown + " in the images folder is not a PNG or JPEG file");
-        } else if ((decoder == PictureDecoder::Png) != bytes->starts_with("\x89PNG")) {
-            add(h->lineNumber, E,
-                shown + " holds a " + (decoder == PictureDecoder::Png ? "JPEG" : "PNG") +
-                    " picture: the agent decodes it by its extension and fails");
-        }
-    }
-
-    void checkSettingUpdate(const Segment& seg, const UpdateItem& item) {
-        const KeyHit* h = hit(seg, "PLAINTEXT");
-        if (!h || trimmed(*item.plainText).empty()) return;  // reported as missing
-        const int line = h->lineNumber;
-        const SettingAssignment a = parseSettingAssignment(*item.plainText);
-        const SettingDef* def = findSettingNoCase(a.name);
-        if (!def) {
-            std::vector<std::string_view> names;
-            for (const SettingDef& d : SettingsTable) names.push_back(d.key);
-            auto near = nearest(a.name, names, 3);
-            add(line, E,
-                quoted(a.name) + " is not a setting" +
-                    (near ? " (did you mean " + std::string(*near) + "?)" : "") +
-                    ": the agent ignores this update");
-            return;
-        }
-        const std::string name = def->key;
-        Settings scratch;
-        if (!applySettingUpdate(scratch, a.name, a.value)) {
-            add(line, E, name + " may not be changed by the feed: the agent ignores this update");
-            return;
-        }
-        const std::string_view value = trimmed(a.value);
-        if (value.empty()) {
-            add(line, E, name + " has no value: the agent ignores this update");
-            return;
-        }
-        if (def->readFlags & kSettingSkipOnRead)
-            add(line, W, name + " is the program's own: a change lasts only until the agent exits");
-        if (def->isNumeric()) {
-            const uint32_t stored = *settingNumber(scratch, *def);
-            if (!isPlainInteger(value)) {
-                add(line, startsWithNumber(value) ? W : E,
-                    name + " takes a number: " + quoted(value) + " sets it to " +
-                        std::to_string(stored));
-            } else if ((def->typeFlags & kSettingFlag) && atoiLike(value) != 0 &&
-                       atoiLike(value) != 1) {
-                add(line, W, name + " is 0 or 1: " + std::string(value) + " sets it to 1");
-            } else if ((def->typeFlags & kSettingColour) && stored > 0xFFFFFF) {
-                add(line, W, name + " is a colour, at most 16777215 (0x00BBGGRR)");
-            }
-        } else if (a.value.size() > kSettingTextMax) {
-            add(line, W,
-                name + " holds at most " + std::to_string(kSettingTextMax) +
-                    " characters: the rest is cut");
-        }
-    }
-
-    void checkGraphicUpdate(const Segment& seg, const UpdateItem& item) {
-        const KeyHit* h = hit(seg, "URL");
-        if (!h || trimmed(*item.url).empty()) return;  // reported as missing
-        const std::string shown = "URL " + quoted(*item.url);
-        const std::optional<GraphicFileName> file = graphicFileName(*item.url);
-        if (!file) {
-            add(h->lineNumber, E,
-                shown + " names no file the agent may write: it skips this update");
-            return;
-        }
-        if (!item.url->starts_with('/')) {
-            add(h->lineNumber, W,
-                shown + " is not a path on the update server (such as " +
-                    std::string(kServerImages) + "NAME)");
-            return;
-        }
-        if (!images_ || !item.url->starts_with(kServerImages)) return;
-        const std::string name = item.url->substr(kServerImages.size());
-        if (name == file->name + file->extension && !images_(name))
-            add(h->lineNumber, E, shown + " is not in the images folder");
+    void addVerdicts(int line, const std::vector<Verdict>& verdicts) {
+        for (const Verdict& v : verdicts) add(line, v.severity, v.text);
     }
 
     std::string_view raw_;    // up to the first NUL, as the agent sees it
