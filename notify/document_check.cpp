@@ -88,6 +88,10 @@ struct Requirement {
     const char* why;
 };
 
+constexpr const char* kLookupWhy =
+    "the agent finds the installed version with it; without it only users who chose "
+    "\"Always\" see the item";
+
 bool showsWindow(ItemType t) {
     return t == ItemType::Alert || t == ItemType::Version || t == ItemType::Tip ||
            t == ItemType::Notice || t == ItemType::OffTopic;
@@ -109,10 +113,9 @@ std::vector<Requirement> requirementsOf(ItemType type) {
             r.push_back({"TITLE", E, "the window's headline"});
             r.push_back({"APPLICATION", E, "the product it announces"});
             r.push_back({"VERSION", E, "the version it announces"});
-            r.push_back(
-                {"INIFILE", W, "without it, users who chose installed products only never see it"});
-            r.push_back(
-                {"SECTION", W, "without it, users who chose installed products only never see it"});
+            // The default choice for versions asks for the installed version.
+            r.push_back({"INIFILE", W, kLookupWhy});
+            r.push_back({"SECTION", W, kLookupWhy});
             r.push_back({"PLAINTEXT", W, "the item browser's text"});
             break;
         case ItemType::SettingUpdate:
