@@ -376,7 +376,7 @@ class Checker {
             if (blank && equalsIgnoringAsciiCase(word, suggestion))
                 return "the blank before " + std::string(suggestion) +
                        " hides the marker from the agent";
-            return quoted(leadingWord(body, false)) + " is not a marker" +
+            return quoted(trimmed(body)) + " is not a marker" +
                    (suggestion.empty() ? "" : " (did you mean " + std::string(suggestion) + "?)");
         }
         // Without its ":" only a close match counts: "and" is not ":END".
