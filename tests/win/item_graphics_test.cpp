@@ -187,7 +187,10 @@ TEST(ItemGraphicsResources, DefaultPictureIsSixtyFourSquareWithAlpha) {
     EXPECT_EQ(info.bitCount, 32);
     EXPECT_TRUE(info.bottomUp);
     EXPECT_EQ(pixelAt(*picture, 0, 0) >> 24, 0u);      // transparent corner
-    EXPECT_EQ(pixelAt(*picture, 32, 30) >> 24, 255u);  // the bell itself
+    EXPECT_EQ(pixelAt(*picture, 32, 16) >> 24, 255u);  // the bell itself
+    // Nothing below row 35: the smallest alert window shows no more of it.
+    for (int y = 35; y < 64; ++y)
+        for (int x = 0; x < 64; ++x) ASSERT_EQ(pixelAt(*picture, x, y) >> 24, 0u) << x << "," << y;
 
     EXPECT_FALSE(loadBitmapResourceDib(IDR_TEST_PICTURE_24));
     EXPECT_FALSE(loadBitmapResourceDib(4321));  // no such resource
