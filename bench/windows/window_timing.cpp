@@ -164,7 +164,12 @@ int main(int argc, char** argv) {
     watch = {};
     watch.start = Clock::now();
     int shown = 0;
+    std::vector<std::string> names;  // what each window showed, for the figures
     for (UpdateItem& item : items) {
+        if (item.type == ItemType::Version || item.type == ItemType::Alert ||
+            item.type == ItemType::Tip || item.type == ItemType::Notice ||
+            item.type == ItemType::OffTopic)
+            names.push_back(itemTypeTag(item.type) + " " + item.graphic.value_or("(default)"));
         switch (item.type) {
             case ItemType::Version:
                 showVersionBox(owner, item, notifyLook(), record, nothing);
@@ -188,6 +193,9 @@ int main(int argc, char** argv) {
                     "windows (aim under 50 ms)\n",
                     median(afterNext), *std::max_element(afterNext.begin(), afterNext.end()),
                     afterNext.size());
+        for (std::size_t i = 0; i < watch.paintedMs.size() && i < names.size(); ++i)
+            std::printf("  %-24s %6.1f ms%s\n", names[i].c_str(), watch.paintedMs[i],
+                        i == 0 ? " (the first window, from its call)" : "");
     } else {
         std::printf("Next to next window painted: only %d windows shown\n", shown);
     }
