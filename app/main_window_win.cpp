@@ -149,6 +149,17 @@ void onListDoubleClick(MainWindow& w) {
     item.neverShowAgain = neverShowAgain;
 }
 
+// "/INITCONFIG/F" sends the sign-up twice and posts Exit after the first one;
+// commands already queued wait until the sign-up has closed, or that Exit
+// would end the program under the second one.
+void onInitialConfig(MainWindow& w) {
+    std::vector<MSG> queued;
+    MSG msg;
+    while (PeekMessageA(&msg, w.hwnd, WM_COMMAND, WM_COMMAND, PM_REMOVE)) queued.push_back(msg);
+    runInitConfig(w.hwnd, app().platformCode);
+    for (const MSG& m : queued) PostMessageA(w.hwnd, m.message, m.wParam, m.lParam);
+}
+
 void onCommand(MainWindow& w, int id, UINT code) {
     switch (id) {
         case IDM_EXIT:
@@ -165,7 +176,7 @@ void onCommand(MainWindow& w, int id, UINT code) {
             openStartupManager(w.hwnd);
             return;
         case IDM_INITIAL_CONFIG:
-            runInitConfig(w.hwnd, app().platformCode);
+            onInitialConfig(w);
             return;
         case IDM_SYSTEM_INFO: {
             std::string platformName;

@@ -21,6 +21,15 @@
 
 namespace {
 
+// Checks a radio button without unchecking the others of its group, which an
+// automatic radio button does when it is checked, even by a message.
+void checkRadioAlone(HWND button) {
+    const LONG_PTR style = GetWindowLongPtrA(button, GWL_STYLE);
+    SetWindowLongPtrA(button, GWL_STYLE, (style & ~LONG_PTR{BS_TYPEMASK}) | BS_RADIOBUTTON);
+    SendMessageA(button, BM_SETCHECK, BST_CHECKED, 0);
+    SetWindowLongPtrA(button, GWL_STYLE, style);
+}
+
 class InitConfigDialog : public Dialog {
   public:
     InitConfigDialog(uint32_t option, uint32_t softButtons)
@@ -36,7 +45,7 @@ class InitConfigDialog : public Dialog {
             CheckDlgButton(hwnd(), IDC_INITCONFIG_AUTOMATIC, BST_CHECKED);
         if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_HELPBUTTON});
         SetFocus(item(IDC_BUTTON1));
-        CheckDlgButton(hwnd(), IDC_INITCONFIG_MANUAL, BST_CHECKED);
+        checkRadioAlone(item(IDC_INITCONFIG_MANUAL));
 
         headingFont_.reset(CreateFontA(20, 0, 0, 0, FW_BOLD, 0, 0, 0, DEFAULT_CHARSET,
                                        OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,

@@ -111,9 +111,11 @@ TEST_F(AboutBox, ShowsNameVersionAndNoticeAndIgnoresEscape) {
 // get a GUID, and a new one each time.
 TEST_F(AboutBox, ShiftPutsAFreshGuidOnTheClipboardAfterTheBoxCloses) {
     // Registered once per process, by whichever test needs it first.
-    WNDCLASSEXA known = {sizeof known};
-    if (!GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known))
+    WNDCLASSEXA known = {};
+    known.cbSize = sizeof known;
+    if (!GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known)) {
         ASSERT_TRUE(registerMainWindowClass(GetModuleHandleA(nullptr)));
+    }
     createSharedDrawingObjects(settings());
     HWND window = createMainWindow(GetModuleHandleA(nullptr));
     ASSERT_TRUE(window);

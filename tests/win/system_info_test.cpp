@@ -117,9 +117,11 @@ TEST_F(SystemInfo, ShowsTheReportAndCopiesAllOfIt) {
 }
 
 TEST_F(SystemInfo, MenuCommandOpensIt) {
-    WNDCLASSEXA known = {sizeof known};
-    if (!GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known))
+    WNDCLASSEXA known = {};
+    known.cbSize = sizeof known;
+    if (!GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known)) {
         ASSERT_TRUE(registerMainWindowClass(GetModuleHandleA(nullptr)));
+    }
     createSharedDrawingObjects(settings());
     HWND window = createMainWindow(GetModuleHandleA(nullptr));
     ASSERT_TRUE(window);
