@@ -26,7 +26,7 @@ class AboutDialog : public Dialog {
         if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1});
         titleFont_.reset(CreateFontA(24, 0, 0, 0, FW_BOLD, 0, 0, 0, DEFAULT_CHARSET,
                                      OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                                     DEFAULT_PITCH, "Times New Roman"));
+                                     DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
         SetWindowFont(item(IDC_ABOUT_NAME), titleFont_.get(), FALSE);
         char text[kMaxTemplateChars + 1] = {};
         GetDlgItemTextA(hwnd(), IDC_ABOUT_TEXT, text, sizeof text);

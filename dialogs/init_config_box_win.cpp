@@ -49,7 +49,7 @@ class InitConfigDialog : public Dialog {
 
         headingFont_.reset(CreateFontA(20, 0, 0, 0, FW_BOLD, 0, 0, 0, DEFAULT_CHARSET,
                                        OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,
-                                       DEFAULT_PITCH, "Times New Roman"));
+                                       DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
         SetWindowFont(item(IDC_INITCONFIG_HEADING), headingFont_.get(), FALSE);
         SetDlgItemTextA(hwnd(), IDC_INITCONFIG_TEXT, kInitConfigText);
         banner_ = loadBitmapResourceDib(IDR_INITCONFIG_BANNER);

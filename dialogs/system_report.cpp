@@ -10,7 +10,7 @@ constexpr std::size_t kLabelWidth = 20;
 constexpr char kEol[] = "\r\n";
 
 void line(std::string& out, const std::string& label, const std::string& value) {
-    std::string text = "  " + label + ":";
+    std::string text = label.empty() ? std::string() : "  " + label + ":";
     if (text.size() < kLabelWidth)
         text.resize(kLabelWidth, ' ');
     else
@@ -28,12 +28,22 @@ std::string orUnknown(const std::string& text) {
     return text.empty() ? "(unknown)" : text;
 }
 
-std::string fileText(const FileFacts& file) {
-    if (file.path.empty()) return "(unknown)";
-    if (!file.exists) return file.path + " (not present)";
-    std::string text = file.path + ", " + std::to_string(file.size) + " bytes";
-    if (file.modified) text += ", modified " + formatReportTime(*file.modified);
-    return text;
+// The path on the label's line, what is known of the file on the next: paths
+// are long, and the details should not scroll out of sight behind them.
+void fileLines(std::string& out, const std::string& label, const FileFacts& file,
+               const std::string& more = {}) {
+    if (file.path.empty()) {
+        line(out, label, "(unknown)");
+        return;
+    }
+    line(out, label, file.path);
+    std::string details = "not present";
+    if (file.exists) {
+        details = std::to_string(file.size) + " bytes";
+        if (file.modified) details += ", modified " + formatReportTime(*file.modified);
+        details += more;
+    }
+    line(out, "", details);
 }
 
 std::string proxyText(const ProxyFacts& proxy) {
@@ -75,13 +85,11 @@ std::string formatSystemReport(const SystemFacts& f) {
     line(out, "Product", orUnknown(f.productFolder));
 
     heading(out, "Files");
-    line(out, "Settings", fileText(f.settingsFile));
-    line(out, "Backup", fileText(f.settingsBackup));
-    line(out, "Older backup", fileText(f.settingsOlderBackup));
-    std::string seen = fileText(f.seenList);
-    if (f.seenList.exists)
-        seen += f.seenEntries ? ", " + std::to_string(*f.seenEntries) + " items" : ", unreadable";
-    line(out, "Seen list", seen);
+    fileLines(out, "Settings", f.settingsFile);
+    fileLines(out, "Backup", f.settingsBackup);
+    fileLines(out, "Older backup", f.settingsOlderBackup);
+    fileLines(out, "Seen list", f.seenList,
+              f.seenEntries ? ", " + std::to_string(*f.seenEntries) + " items" : ", unreadable");
 
     heading(out, "Network");
     line(out, "Server", orUnknown(f.serverHost));

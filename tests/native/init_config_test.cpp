@@ -47,22 +47,6 @@ TEST(InitConfig, OldProgramPathWithOrWithoutBackslash) {
     }
 }
 
-TEST(InitConfig, OldInstallationWordingByPlatform) {
-    const std::string head =
-        "There is an earlier installation of Heralder installed on your system.\n\nPlease open "
-        "the ";
-    const std::string tail = " option in the Windows Control Panel and uninstall QMK Heralder.";
-    const struct {
-        uint32_t code;
-        const char* item;
-    } cases[] = {
-        {12, "Add or Remove Programs"}, {0, "Programs and Features"},
-        {14, "Programs and Features"},  {18, "Programs and Features"},
-        {19, "Programs and Features"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(oldInstallationMessage(c.code), head + c.item + tail);
-}
-
 TEST(InitConfig, ClosingMarksItDoneAndOnlyCloseStoresTheChoice) {
     const struct {
         int result;
@@ -83,12 +67,6 @@ TEST(InitConfig, ClosingMarksItDoneAndOnlyCloseStoresTheChoice) {
         EXPECT_EQ(record.InitConfigDone, 1u);
         EXPECT_EQ(record.StartupOptions, c.want);
     }
-}
-
-TEST(InitConfig, NewsletterPageOnThePublishersHost) {
-    EXPECT_EQ(newsletterAddress("updates.quenmark.com"),
-              "http://updates.quenmark.com/update-list.html");
-    EXPECT_EQ(newsletterAddress("127.0.0.1:47632"), "http://127.0.0.1:47632/update-list.html");
 }
 
 }  // namespace

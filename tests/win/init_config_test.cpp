@@ -41,13 +41,6 @@ bool fileExists(const std::string& path) {
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-LOGFONTA fontOf(HWND control) {
-    LOGFONTA font = {};
-    GetObjectA(reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0)), sizeof font,
-               &font);
-    return font;
-}
-
 class InitConfig : public testing::Test {
   protected:
     void SetUp() override {
@@ -125,7 +118,9 @@ TEST_F(InitConfig, ShowsItsTextsTopmostAndCentredWithBothRadiosAsStored) {
             EXPECT_FALSE(IsWindowEnabled(GetDlgItem(box, IDC_ICONBUTTON)));
             EXPECT_FALSE(IsWindowEnabled(GetDlgItem(box, IDC_INITCONFIG_BANNER)));
 
-            const LOGFONTA heading = fontOf(GetDlgItem(box, IDC_INITCONFIG_HEADING));
+            LOGFONTA heading = {};
+            GetObjectA(GetWindowFont(GetDlgItem(box, IDC_INITCONFIG_HEADING)), sizeof heading,
+                       &heading);
             EXPECT_STREQ(heading.lfFaceName, "Times New Roman");
             EXPECT_EQ(heading.lfHeight, 20);
             EXPECT_EQ(heading.lfWeight, FW_BOLD);
