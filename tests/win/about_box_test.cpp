@@ -110,9 +110,12 @@ TEST_F(AboutBox, ShowsNameVersionAndNoticeAndIgnoresEscape) {
 // get a GUID, and a new one each time.
 TEST_F(AboutBox, ShiftPutsAFreshGuidOnTheClipboardAfterTheBoxCloses) {
     // Registered once per process, by whichever test needs it first.
+    // A class this test registers goes with it: the main window's own tests
+    // register it once for their whole run.
     WNDCLASSEXA known = {};
     known.cbSize = sizeof known;
-    if (!GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known)) {
+    const bool ownClass = !GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known);
+    if (ownClass) {
         ASSERT_TRUE(registerMainWindowClass(GetModuleHandleA(nullptr)));
     }
     createSharedDrawingObjects(settings());
@@ -147,6 +150,7 @@ TEST_F(AboutBox, ShiftPutsAFreshGuidOnTheClipboardAfterTheBoxCloses) {
     MSG msg;  // the window's quit message must not end a later test's dialog
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
     }
+    if (ownClass) UnregisterClassA(kMainWindowClass, GetModuleHandleA(nullptr));
 }
 
 }  // namespace
