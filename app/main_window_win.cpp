@@ -8,10 +8,14 @@
 #include <string>
 
 #include "app/app_win.h"
+#include "app/platform_win.h"
 #include "app/run_host_win.h"
 #include "app/window_edges.h"
+#include "dialogs/about_box_win.h"
+#include "dialogs/init_config_box_win.h"
 #include "dialogs/manual_win.h"
 #include "dialogs/startup_manager_win.h"
+#include "dialogs/system_info_win.h"
 #include "feed/document_file.h"
 #include "feed/document_parser.h"
 #include "feed/feed_date.h"
@@ -167,6 +171,17 @@ void onListDoubleClick(MainWindow& w) {
     item.neverShowAgain = neverShowAgain;
 }
 
+// "/INITCONFIG/F" sends the sign-up twice and posts Exit after the first one;
+// commands already queued wait until the sign-up has closed, or that Exit
+// would end the program under the second one.
+void onInitialConfig(MainWindow& w) {
+    std::vector<MSG> queued;
+    MSG msg;
+    while (PeekMessageA(&msg, w.hwnd, WM_COMMAND, WM_COMMAND, PM_REMOVE)) queued.push_back(msg);
+    runInitConfig(w.hwnd, app().platformCode);
+    for (const MSG& m : queued) PostMessageA(w.hwnd, m.message, m.wParam, m.lParam);
+}
+
 void onCommand(MainWindow& w, int id, UINT code) {
     switch (id) {
         case IDM_EXIT:
@@ -182,14 +197,28 @@ void onCommand(MainWindow& w, int id, UINT code) {
         case IDM_STARTUP_MANAGER:
             openStartupManager(w.hwnd);
             return;
+        case IDM_INITIAL_CONFIG:
+            onInitialConfig(w);
+            return;
+        case IDM_SYSTEM_INFO: {
+            std::string platformName;
+            const uint32_t platformCode = getPlatformCode(&platformName);
+            showSystemInfo(w.hwnd, formatSystemReport(
+                                       gatherSystemFacts(settings(), platformCode, platformName)));
+            return;
+        }
         case IDM_HELP:
             openManual(w.hwnd);
+            return;
+        case IDM_ABOUT:
+            openAboutBox(w.hwnd);
+            // Staff hold Shift for a fresh identifier on the clipboard.
+            if (GetKeyState(VK_SHIFT) & 0x8000) copyNewGuid(w.hwnd, settings().ChangeFolderSound);
             return;
         case IDC_ITEMLIST:
             if (code == LBN_DBLCLK) onListDoubleClick(w);
             return;
-            // Setup, the first-run sign-up, System information and About arrive
-            // with their dialogs.
+            // Setup arrives with its dialog.
     }
 }
 
