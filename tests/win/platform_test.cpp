@@ -3,10 +3,10 @@
 // value, and the "not compatible" dialog opened from its template.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 
 #include "app/platform_win.h"
+#include "base/crt_text.h"
 #include "base/win_handles.h"
 #include "resources/resource.h"
 #include "tests/win/dialog_driver.h"
@@ -160,13 +160,7 @@ TEST(PlatformUnderWine, SameChecksWhenWineReportsWindows10) {
     RegDeleteKeyA(HKEY_CURRENT_USER, appKey.c_str());
     ASSERT_TRUE(started);
 
-    std::string output;
-    if (std::FILE* f = std::fopen(log.c_str(), "rb")) {
-        char buffer[4096];
-        std::size_t n;
-        while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0) output.append(buffer, n);
-        std::fclose(f);
-    }
+    const std::string output = readFileBytes(log).value_or("");
     DeleteFileA(log.c_str());
     EXPECT_EQ(exitCode, 0u) << output;
     // Both registry tests ran rather than skipped.
