@@ -197,8 +197,6 @@ TEST_F(BrowseBox, CaptionVersionAndGoFollowTheItem) {
          "5.1", "17.0 revision 0", false},
         {"file address", "Tip", 1, 2, 'a', 0, 3, std::string("file:///C:/Windows/notepad.exe"),
          std::nullopt, "Tip [Alert]", "1.2a (beta 3)", "", false},
-        {"program path", "Tip", 1, 2, 'a', 4, 0, std::string("C:\\Windows\\notepad.exe"),
-         std::nullopt, "Tip [Alert]", "1.2a (revision 4)", "", false},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
