@@ -101,16 +101,7 @@ class NotifyWindows : public testing::Test {
     }
 
     static std::string imagesFolder() { return getUserHeralderPath("images") + "\\"; }
-    static void removeImages() {
-        WIN32_FIND_DATAA found;
-        HANDLE h = FindFirstFileA((imagesFolder() + "*").c_str(), &found);
-        if (h == INVALID_HANDLE_VALUE) return;
-        do
-            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
-                DeleteFileA((imagesFolder() + found.cFileName).c_str());
-        while (FindNextFileA(h, &found));
-        FindClose(h);
-    }
+    static void removeImages() { deleteFilesIn(imagesFolder()); }
 
     Settings settings_;
     UniqueFont font_;

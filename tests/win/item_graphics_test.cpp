@@ -39,13 +39,7 @@ class ScratchFolder {
         CreateDirectoryA(path_.c_str(), nullptr);
     }
     ~ScratchFolder() {
-        WIN32_FIND_DATAA found;
-        HANDLE search = FindFirstFileA((path_ + "\\*").c_str(), &found);
-        if (search != INVALID_HANDLE_VALUE) {
-            do DeleteFileA((path_ + "\\" + found.cFileName).c_str());
-            while (FindNextFileA(search, &found));
-            FindClose(search);
-        }
+        deleteFilesIn(path_ + "\\");
         RemoveDirectoryA(path_.c_str());
     }
     std::string file(const std::string& name) const { return path_ + "\\" + name; }

@@ -89,10 +89,8 @@ TEST_F(SoftButtons, EveryStyleKeepsPushButtonsForMouseAndKeyboard) {
         for (const auto& c : cases) {
             SCOPED_TRACE(testing::Message() << kStyleNames[style] << ": " << c.what);
             const INT_PTR result = runWithStyle(style, [&](HWND dialog) {
-                for (int id : kButtons) {
+                for (int id : kButtons)
                     EXPECT_EQ(isSoftButton(GetDlgItem(dialog, id)), style != kSoftButtonsNone);
-                    EXPECT_EQ(GetDlgCtrlID(GetDlgItem(dialog, id)), id);
-                }
                 EXPECT_EQ(itemText(dialog, IDC_HELPBUTTON), "&Help");
                 if (c.focus) focusControl(dialog, c.focus);
                 for (UINT vk : c.keys) typeKey(dialog, vk);

@@ -77,6 +77,17 @@ void saveWindowScreenshot(HWND hwnd, const std::string& name) {
     shot.save(name);
 }
 
+void deleteFilesIn(const std::string& folder) {
+    WIN32_FIND_DATAA found;
+    HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return;
+    do
+        if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+            DeleteFileA((folder + found.cFileName).c_str());
+    while (FindNextFileA(search, &found));
+    FindClose(search);
+}
+
 std::string clipboardText() {
     std::string text;
     if (!OpenClipboard(nullptr)) return text;

@@ -43,5 +43,8 @@ class Canvas {
 // What the screen shows of window hwnd, saved as by Canvas::save.
 void saveWindowScreenshot(HWND hwnd, const std::string& name);
 
+// Deletes the files (not the subfolders) of folder, which ends in a backslash.
+void deleteFilesIn(const std::string& folder);
+
 // The clipboard's text, or "".
 std::string clipboardText();
