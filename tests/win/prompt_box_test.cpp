@@ -1,13 +1,12 @@
 // The multiple-items prompt under Wine: the real box from its template, its
-// texts, the count field, OK waiting for a choice, Escape ignored, each answer
-// carried out on a real seen list and Startup folder, and the threshold
-// through the whole run.
+// texts, the count field, OK waiting for a choice, Escape ignored, and each
+// answer carried out on a real seen list and Startup folder. The threshold is
+// checked by the run's own tests and in heralder.exe (prompt_process_test).
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
-#include "app/run_host_win.h"
 #include "base/crt_text.h"
 #include "dialogs/startup_manager_win.h"
 #include "feed/seen_list.h"
@@ -224,56 +223,6 @@ TEST_F(MultipleItemPrompt, HelpOpensTheNotificationTopicAndTheBoxStays) {
     });
     EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 2, record, seen), 1);
     EXPECT_TRUE(driver.ran());
-}
-
-// The Windows host with the item windows recorded instead of shown.
-class PromptingRunHost : public WindowsRunHost {
-  public:
-    PromptingRunHost() : WindowsRunHost(nullptr) {}
-    int showAlertWindow(UpdateItem& item) override {
-        shown.push_back(item.number);
-        return 1;
-    }
-    int showVersionWindow(UpdateItem& item) override { return showAlertWindow(item); }
-    std::vector<int32_t> shown;
-};
-
-// The threshold counts: at PromptMultipleCount items the run asks, below it
-// the run shows its windows straight away.
-TEST_F(MultipleItemPrompt, RunAsksFromTheThresholdOn) {
-    const struct {
-        int items;
-        int answer;  // radio clicked in the prompt
-        bool asked;
-        std::size_t shown;
-        bool result;
-    } cases[] = {
-        {6, IDC_PROMPT_SHOW_NOW, true, 6, true},
-        {5, IDC_PROMPT_SHOW_NOW, false, 5, true},
-        {7, IDC_PROMPT_NONE_TODAY, true, 0, false},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.items);
-        DeleteFileA(list_.c_str());
-        settings().PromptMultipleItems = 1;
-        settings().PromptMultipleCount = 6;
-        SeenList seen(list_);
-        std::vector<UpdateItem> items = alerts(c.items);
-        std::string explanation;
-        DialogDriver driver([&](HWND box) {
-            explanation = itemText(box, IDC_PROMPT_TEXT);
-            clickItem(box, c.answer);
-            clickItem(box, IDC_BUTTON1);
-        });
-        PromptingRunHost host;
-        EXPECT_EQ(runNotifications(items, host, settings(), seen), c.result);
-        EXPECT_EQ(driver.ran(), c.asked);
-        if (c.asked) {
-            EXPECT_NE(explanation.find("there are " + std::to_string(c.items) + " items pending"),
-                      std::string::npos);
-        }
-        EXPECT_EQ(host.shown.size(), c.shown);
-    }
 }
 
 }  // namespace
