@@ -6,21 +6,9 @@
 #include <cstring>
 
 #include "base/packed_dib.h"
+#include "tests/native/bmp_file.h"
 
 namespace {
-
-// A bitmap file around a packed DIB without colour table.
-std::vector<uint8_t> asBmpFile(const std::vector<uint8_t>& dib) {
-    std::vector<uint8_t> file(kFileHeaderSize);
-    file[0] = 'B';
-    file[1] = 'M';
-    const uint32_t size = static_cast<uint32_t>(kFileHeaderSize + dib.size());
-    const uint32_t offBits = kFileHeaderSize + kInfoHeaderSize;
-    std::memcpy(&file[2], &size, 4);
-    std::memcpy(&file[10], &offBits, 4);
-    file.insert(file.end(), dib.begin(), dib.end());
-    return file;
-}
 
 void put32(std::vector<uint8_t>& b, std::size_t at, uint32_t v) {
     std::memcpy(&b[at], &v, 4);
@@ -154,7 +142,7 @@ TEST(PackedDib, PixelsOutsideThePicture) {
 }
 
 TEST(PackedDib, FileHeaderFields) {
-    std::vector<uint8_t> file = asBmpFile(makePackedDib(16, 16, 32));
+    std::vector<uint8_t> file = bmpFileAround(makePackedDib(16, 16, 32));
     const std::optional<DibInfo> info = readBmpFileInfo(file);
     ASSERT_TRUE(info);
     EXPECT_EQ(info->width, 16);
@@ -170,7 +158,7 @@ TEST(PackedDib, FileHeaderFields) {
 }
 
 TEST(PackedDib, MalformedHeadersFail) {
-    const std::vector<uint8_t> good = asBmpFile(makePackedDib(4, 4, 32));
+    const std::vector<uint8_t> good = bmpFileAround(makePackedDib(4, 4, 32));
     ASSERT_TRUE(readBmpFileInfo(good));
     for (std::size_t n = 0; n < good.size(); ++n)
         EXPECT_FALSE(readBmpFileInfo(std::span(good).first(n))) << "cut to " << n;
