@@ -152,7 +152,7 @@ void onLoadDocument(MainWindow& w, const char* path) {
 // A double click shows the row's item: Shift asks for the item browser, a
 // plain one for the alert window.
 void onListDoubleClick(MainWindow& w) {
-    const int row = ListBox_GetCurSel(w.list);
+    const int row = w.list ? ListBox_GetCurSel(w.list) : -1;
     if (row < 0) return;
     const LRESULT index = ListBox_GetItemData(w.list, row);
     if (index < 0 || static_cast<std::size_t>(index) >= w.items.size()) {
@@ -192,7 +192,8 @@ void onCommand(MainWindow& w, int id, UINT code) {
             return;
         case IDM_SHOW_NOTIFICATIONS:
             runNotifications(w.hwnd, w.items);
-            InvalidateRect(w.list, nullptr, TRUE);
+            // Not a null window: that would redraw the whole screen.
+            if (w.list) InvalidateRect(w.list, nullptr, TRUE);
             return;
         case IDM_STARTUP_MANAGER:
             openStartupManager(w.hwnd);

@@ -78,7 +78,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
 
     ShowWindow(hwnd, plan.hidden ? SW_HIDE : showState);
     UpdateWindow(hwnd);
-    SetFocus(hwnd);
+    // A hidden window takes no focus; asking for it would also start COM for
+    // the input method, a cost every daily run would pay.
+    if (!plan.hidden) SetFocus(hwnd);
     SetWindowTextA(hwnd, loadResString(IDS_APP_NAME).c_str());
     restoreWindowEdges(hwnd);
     if (settings().StartMaximized) SendMessageA(hwnd, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
