@@ -7,7 +7,6 @@ every command-line switch is documented; and each page renders in headless
 Chromium (screenshots in build/manual/, for people to look at).
 Closes with "manual cases: N passed, N failed". Usage: check_manual.py [-v] [--no-browser]"""
 import html.parser
-import os
 import pathlib
 import re
 import shutil
@@ -207,20 +206,35 @@ def documented_names():
     return settings, switches
 
 
-def screenshot(name, out):
+def render(names, out_dir):
+    """{page: problems} after rendering every page at once in headless Chromium;
+    None without a browser. Tall enough for the whole page, so that a look at
+    the picture shows everything."""
     browser = shutil.which("chromium") or shutil.which("chromium-browser")
     if not browser:
         return None
-    with tempfile.TemporaryDirectory() as profile:
-        proc = subprocess.run(
-            [browser, "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic",
-             "--no-first-run", "--disable-background-networking", "--disable-component-update",
-             "--disable-sync", f"--user-data-dir={profile}", f"--screenshot={out}",
-             "--window-size=1200,3000", "--hide-scrollbars", (HTML / name).as_uri()],
-            capture_output=True, text=True, timeout=120)
-    if proc.returncode != 0 or not out.is_file() or out.stat().st_size < 10000:
-        return [f"chromium failed ({proc.returncode}): {proc.stderr[-500:]}"]
-    return []
+    runs = {}
+    with tempfile.TemporaryDirectory() as profiles:
+        for i, name in enumerate(names):
+            out = out_dir / (pathlib.Path(name).stem + ".png")
+            out.unlink(missing_ok=True)
+            runs[name] = (out, subprocess.Popen(
+                [browser, "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic",
+                 "--no-first-run", "--disable-background-networking",
+                 "--disable-component-update", "--disable-sync",
+                 f"--user-data-dir={profiles}/{i}", f"--screenshot={out}",
+                 "--window-size=1200,16000", "--hide-scrollbars", (HTML / name).as_uri()],
+                stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True))
+        results = {}
+        for name, (out, proc) in runs.items():
+            try:
+                _, err = proc.communicate(timeout=180)
+            except subprocess.TimeoutExpired:
+                proc.kill()
+                _, err = proc.communicate()
+            ok = proc.returncode == 0 and out.is_file() and out.stat().st_size > 10000
+            results[name] = [] if ok else [f"chromium failed ({proc.returncode}): {err[-500:]}"]
+    return results
 
 
 def main():
@@ -267,14 +281,11 @@ def main():
     if "--no-browser" not in sys.argv:
         out_dir = ROOT / "build/manual"
         out_dir.mkdir(parents=True, exist_ok=True)
-        for name in PAGES:
-            out = out_dir / (pathlib.Path(name).stem + ".png")
-            out.unlink(missing_ok=True)
-            problems = screenshot(name, out)
-            if problems is None:
-                print(f"skip {name}: rendered (no chromium)")
-            else:
-                case(f"{name}: rendered to {out.relative_to(ROOT)}", problems)
+        results = render(PAGES, out_dir)
+        if results is None:
+            print("skip rendering: no chromium")
+        for name, problems in (results or {}).items():
+            case(f"{name}: rendered to build/manual/{pathlib.Path(name).stem}.png", problems)
 
     for w in warnings:
         print(f"warn {w}")
