@@ -8,6 +8,8 @@
 #
 # The table: screenshot (TREE/NAME = build/TREE/screenshots/NAME.png), picture
 # name under html/pictures/, crop geometry ("-" for the whole window), state.
+# The run/ shots are numbered in the order scripts/run.sh meets the windows of
+# examples/update.txt: check them again when the sample document changes.
 # "pending" marks a window that has no screenshot yet: the manual's check only
 # warns when its picture is missing. Once the picture is made and committed,
 # drop the word so that losing it becomes an error.
@@ -18,12 +20,13 @@ out="$root/html/pictures"
 pictures() {
     cat <<'TABLE'
 windows/main_window             main_window       -   present
-windows/alert_with_picture      alert_window      -   present
+run/window_02                   alert_window      -   present
+run/window_05                   tip_window        -   present
 windows/version_installed       version_notice    -   present
-windows/prompt_soft1            multiple_items    -   present
-windows/browse_soft1            item_browser      -   present
+windows/prompt_in_daily_job      multiple_items    -   present
+windows/browse_soft0            item_browser      -   present
 windows/startup_manager_soft1   startup_manager   -   present
-windows/msgbox_showMessage      message_box       -   present
+windows/run_graphic_error       message_box       -   present
 windows/setup_box               setup             -   pending
 windows/colour_picker           colour_picker     -   pending
 windows/init_config             init_config       -   pending
