@@ -176,7 +176,8 @@ def program_anchors():
         problems.append("cannot find which page openManualTopic opens")
     for path, text in texts.items():
         rel = path.relative_to(ROOT)
-        constants = dict(re.findall(r"\b(\w+)\s*\[\]\s*=\s*\"([^\"]*)\"", text))
+        # char kTopic[] = "X", const char* kTopic = "X", std::string_view kTopic = "X"
+        constants = dict(re.findall(r"\b(\w+)\s*(?:\[\])?\s*=\s*\"([^\"]*)\"", text))
         for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*([^)]+?)\s*\)",
                              text):
             arg = m.group(1)
