@@ -23,7 +23,7 @@ windows/main_window             main_window       -   present
 run/window_02                   alert_window      -   present
 run/window_05                   tip_window        -   present
 windows/version_installed       version_notice    -   present
-windows/prompt_in_daily_job      multiple_items    -   present
+windows/prompt_in_daily_job     multiple_items    -   present
 windows/browse_soft0            item_browser      -   present
 windows/startup_manager_soft1   startup_manager   -   present
 windows/run_graphic_error       message_box       -   present
