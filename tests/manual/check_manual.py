@@ -263,6 +263,11 @@ def main():
         case(f"{name}: links and anchors", check_links(name, page, pages))
         case(f"{name}: pictures", check_images(name, page, table, warnings))
 
+    used = {src for page in pages.values() for _, src in page.images}
+    case("every file in html/pictures is shown",
+         [f"{p.name} is not used by any page" for p in sorted((HTML / "pictures").glob("*"))
+          if f"pictures/{p.name}" not in used])
+
     anchors, problems = program_anchors()
     case("program topics found in the sources", problems)
     for page, anchor, where in sorted(set(anchors)):
