@@ -60,6 +60,12 @@ if [ -x build/native/heralder-tool ]; then
     count_cases "$logs/tool.log"
 fi
 
+# The manual pages: structure, links, the anchors the program opens, pictures,
+# and a rendering in headless Chromium (build/manual/*.png).
+python3 tests/manual/check_manual.py | tee "$logs/manual.log"
+[ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("manual pages")
+count_cases "$logs/manual.log"
+
 step "fuzz build" scripts/build.sh fuzz
 for fuzzer in build/fuzz/fuzz_*; do
     [ -x "$fuzzer" ] || continue
