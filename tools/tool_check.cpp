@@ -24,19 +24,6 @@ namespace {
 
 constexpr const char* kUsage = "usage: heralder-tool check [--json] [--images DIR] FILE\n";
 
-// Messages quote the document's ANSI bytes; JSON wants UTF-8.
-std::string latin1ToUtf8(std::string_view bytes) {
-    std::string out;
-    for (unsigned char c : bytes) {
-        if (c < 0x80) {
-            out.push_back(static_cast<char>(c));
-        } else {
-            out.push_back(static_cast<char>(0xC0 | (c >> 6)));
-            out.push_back(static_cast<char>(0x80 | (c & 0x3F)));
-        }
-    }
-    return out;
-}
 
 std::string findingsJson(const std::string& path, const std::vector<Finding>& findings) {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();

@@ -18,10 +18,6 @@
 #include <io.h>
 #endif
 
-namespace {
-
-using Json = nlohmann::ordered_json;
-
 std::string latin1ToUtf8(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size());
@@ -35,6 +31,11 @@ std::string latin1ToUtf8(std::string_view bytes) {
     }
     return out;
 }
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
 
 Json textJson(const ItemText& text) {
     if (!text) return nullptr;

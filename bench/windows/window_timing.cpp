@@ -17,8 +17,6 @@
 #include <string>
 #include <vector>
 
-#include <wincodec.h>
-#include <wrl/client.h>
 
 #include "app/app_win.h"
 #include "app/run_host_win.h"
@@ -31,11 +29,11 @@
 #include "notify/version_box_win.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
+#include "tests/win/large_png.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using Microsoft::WRL::ComPtr;
 
 struct NothingInstalled : InstalledLookup {
     std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
@@ -79,44 +77,6 @@ HWND createOwner() {
                          c.hInstance, nullptr);
 }
 
-// A 4096 x 4096 PNG with transparency: noise, so that it does not compress to
-// nothing.
-bool writeLargePng(const std::wstring& path, UINT side) {
-    ComPtr<IWICImagingFactory> factory;
-    ComPtr<IWICStream> stream;
-    ComPtr<IWICBitmapEncoder> encoder;
-    ComPtr<IWICBitmapFrameEncode> frame;
-    int step = 0;
-    auto ok = [&step](HRESULT hr) {
-        ++step;
-        if (FAILED(hr)) std::fprintf(stderr, "PNG writer: step %d failed (%08lx)\n", step, hr);
-        return SUCCEEDED(hr);
-    };
-    if (!ok(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
-                             IID_PPV_ARGS(&factory))) ||
-        !ok(factory->CreateStream(&stream)) ||
-        !ok(stream->InitializeFromFilename(path.c_str(), GENERIC_WRITE)) ||
-        !ok(factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, &encoder)) ||
-        !ok(encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache)) ||
-        !ok(encoder->CreateNewFrame(&frame, nullptr)) || !ok(frame->Initialize(nullptr)) ||
-        !ok(frame->SetSize(side, side)))
-        return false;
-    WICPixelFormatGUID format = GUID_WICPixelFormat32bppBGRA;
-    if (FAILED(frame->SetPixelFormat(&format))) return false;
-    std::vector<BYTE> row(side * 4);
-    uint32_t noise = 12345;
-    for (UINT y = 0; y < side; ++y) {
-        for (UINT x = 0; x < side; ++x) {
-            noise = noise * 1103515245 + 12345;
-            row[4 * x] = BYTE(x + (noise >> 28));
-            row[4 * x + 1] = BYTE(y);
-            row[4 * x + 2] = BYTE((x ^ y) >> 4);
-            row[4 * x + 3] = BYTE(x < 64 && y < 64 ? 0 : 255);
-        }
-        if (FAILED(frame->WritePixels(1, side * 4, side * 4, row.data()))) return false;
-    }
-    return SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder->Commit());
-}
 
 double median(std::vector<double> v) {
     if (v.empty()) return 0;
@@ -202,7 +162,7 @@ int main(int argc, char** argv) {
 
     // The largest picture the program decodes.
     const std::string large = images + "\\large.png";
-    if (writeLargePng(std::wstring(large.begin(), large.end()), kMaxPictureSide)) {
+    if (writeLargePng(large, kMaxPictureSide)) {
         UpdateItem item;
         item.type = ItemType::Alert;
         item.title = "Large picture";

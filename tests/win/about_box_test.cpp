@@ -109,17 +109,8 @@ TEST_F(AboutBox, ShowsNameVersionAndNoticeAndIgnoresEscape) {
 // The command as the menu gives it: only with Shift held does the clipboard
 // get a GUID, and a new one each time.
 TEST_F(AboutBox, ShiftPutsAFreshGuidOnTheClipboardAfterTheBoxCloses) {
-    // Registered once per process, by whichever test needs it first.
-    // A class this test registers goes with it: the main window's own tests
-    // register it once for their whole run.
-    WNDCLASSEXA known = {};
-    known.cbSize = sizeof known;
-    const bool ownClass = !GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known);
-    if (ownClass) {
-        ASSERT_TRUE(registerMainWindowClass(GetModuleHandleA(nullptr)));
-    }
-    createSharedDrawingObjects(settings());
-    HWND window = createMainWindow(GetModuleHandleA(nullptr));
+    TestMainWindow main;
+    HWND window = main.hwnd();
     ASSERT_TRUE(window);
     auto about = [&](bool shift) {
         std::string duringBox;
@@ -146,11 +137,6 @@ TEST_F(AboutBox, ShiftPutsAFreshGuidOnTheClipboardAfterTheBoxCloses) {
     EXPECT_TRUE(isGuidText(second)) << second;
     EXPECT_NE(first, second);
 
-    DestroyWindow(window);
-    MSG msg;  // the window's quit message must not end a later test's dialog
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-    }
-    if (ownClass) UnregisterClassA(kMainWindowClass, GetModuleHandleA(nullptr));
 }
 
 }  // namespace

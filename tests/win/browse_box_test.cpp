@@ -311,12 +311,8 @@ TEST_F(BrowseBox, GoOpensTheAddressThroughTheShell) {
 // row's item.
 TEST_F(BrowseBox, ShiftDoubleClickInTheMainWindowOpensIt) {
     if (testEnv("HERALDER_SOURCE_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
-    // Registered once per process, by whichever test needs it first.
-    WNDCLASSEXA known = {sizeof known};
-    if (!GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known))
-        ASSERT_TRUE(registerMainWindowClass(GetModuleHandleA(nullptr)));
-    createSharedDrawingObjects(settings());
-    HWND main = createMainWindow(GetModuleHandleA(nullptr));
+    TestMainWindow window;
+    HWND main = window.hwnd();
     ASSERT_TRUE(main);
     const std::string document = testEnv("HERALDER_SOURCE_DIR") + "\\examples\\update.txt";
     SendMessageA(main, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(document.c_str()));
@@ -342,10 +338,6 @@ TEST_F(BrowseBox, ShiftDoubleClickInTheMainWindowOpensIt) {
 
     EXPECT_TRUE(driver.ran());
     EXPECT_EQ(caption, *items[1].title + " [" + itemTypeName(items[1].type) + "]");
-    DestroyWindow(main);
-    MSG msg;  // the window's quit message must not end a later test's dialog
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-    }
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/app_win.h"
+#include "app/main_window_win.h"
 #include "resources/resource.h"
 #include "settings/settings.h"
 #include "tests/win/recorder/recording.h"
@@ -102,4 +104,22 @@ void expectHelpOpensTopic(HWND dialog, const std::string& topic) {
         records[0].commandLine,
         shellCommandLine(recorderPath(), "file:///C:\\Heralder\\html\\referenc.html#" + topic));
     EXPECT_TRUE(IsWindowVisible(dialog)) << topic;
+}
+
+TestMainWindow::TestMainWindow() {
+    HINSTANCE instance = GetModuleHandleA(nullptr);
+    WNDCLASSEXA known = {};
+    known.cbSize = sizeof known;
+    if (!GetClassInfoExA(instance, kMainWindowClass, &known))
+        ownClass_ = registerMainWindowClass(instance);
+    createSharedDrawingObjects(settings());
+    hwnd_ = createMainWindow(instance);
+}
+
+TestMainWindow::~TestMainWindow() {
+    if (hwnd_) DestroyWindow(hwnd_);
+    MSG msg;
+    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+    }
+    if (ownClass_) UnregisterClassA(kMainWindowClass, GetModuleHandleA(nullptr));
 }

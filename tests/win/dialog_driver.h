@@ -49,3 +49,20 @@ void pumpDialog(HWND dialog, DWORD ms = 0);
 // Clicks Help and checks that the manual opened at referenc.html#topic (a
 // recorder stands in for the browser) and that the dialog stayed open.
 void expectHelpOpensTopic(HWND dialog, const std::string& topic);
+
+// The program's main window as the menu commands reach it, hidden, with its
+// item list. Registers the window class when nobody has yet, and gives it back
+// when it did; on destruction the window's quit message is taken off the
+// queue so that it cannot end a later test's dialog.
+class TestMainWindow {
+  public:
+    TestMainWindow();
+    ~TestMainWindow();
+    TestMainWindow(const TestMainWindow&) = delete;
+    TestMainWindow& operator=(const TestMainWindow&) = delete;
+    HWND hwnd() const { return hwnd_; }
+
+  private:
+    bool ownClass_ = false;
+    HWND hwnd_ = nullptr;
+};

@@ -88,16 +88,8 @@ TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
 
 // Opened as the menu opens it; Copy takes the whole report, not a selection.
 TEST_F(SystemInfo, MenuCommandShowsTheReportAndCopyTakesAllOfIt) {
-    // A class this test registers goes with it: the main window's own tests
-    // register it once for their whole run.
-    WNDCLASSEXA known = {};
-    known.cbSize = sizeof known;
-    const bool ownClass = !GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known);
-    if (ownClass) {
-        ASSERT_TRUE(registerMainWindowClass(GetModuleHandleA(nullptr)));
-    }
-    createSharedDrawingObjects(settings());
-    HWND window = createMainWindow(GetModuleHandleA(nullptr));
+    TestMainWindow main;
+    HWND window = main.hwnd();
     ASSERT_TRUE(window);
     settings().SoftButtons = 1;
     ASSERT_TRUE(copyTextToClipboard(nullptr, "before"));
@@ -121,11 +113,6 @@ TEST_F(SystemInfo, MenuCommandShowsTheReportAndCopyTakesAllOfIt) {
     EXPECT_TRUE(driver.ran());
     EXPECT_EQ(shown.rfind("Quenmark Heralder system information\r\n", 0), 0u) << shown;
     EXPECT_NE(shown.find("17.0a (Revision 2)"), std::string::npos);
-    DestroyWindow(window);
-    MSG msg;  // the window's quit message must not end a later test's dialog
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-    }
-    if (ownClass) UnregisterClassA(kMainWindowClass, GetModuleHandleA(nullptr));
 
     DialogDriver escape([](HWND box) { pressKey(box, VK_ESCAPE); });
     EXPECT_EQ(showSystemInfo(nullptr, shown), 0);
