@@ -11,6 +11,7 @@
 #include "app/run_host_win.h"
 #include "app/window_edges.h"
 #include "dialogs/manual_win.h"
+#include "dialogs/setup_box_win.h"
 #include "dialogs/startup_manager_win.h"
 #include "feed/document_file.h"
 #include "feed/document_parser.h"
@@ -23,6 +24,7 @@
 #include "ui/dialog_win.h"
 #include "ui/list_marker_win.h"
 #include "ui/message_box_win.h"
+#include "ui/res_string_win.h"
 
 namespace {
 
@@ -145,8 +147,24 @@ void onListDoubleClick(MainWindow& w) {
     item.neverShowAgain = neverShowAgain;
 }
 
+// Setup edits the settings in place, and a colour picked there stays even
+// when the user cancels, so whatever the answer the shared font and brush are
+// made again and the settings are written.
+void onSetup(MainWindow& w) {
+    openSetupBox(w.hwnd, settings());
+    recreateAlertBackgroundBrush(settings());
+    RedrawWindow(w.hwnd, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    recreateAlertFont(settings());
+    SetWindowTextA(w.hwnd, loadResString(IDS_APP_NAME).c_str());
+    writeSettings();
+}
+
 void onCommand(MainWindow& w, int id, UINT code) {
     switch (id) {
+        case IDM_SETUP:
+            onSetup(w);
+            return;
         case IDM_EXIT:
             SendMessageA(w.hwnd, WM_CLOSE, 0, 0);
             return;
@@ -166,7 +184,7 @@ void onCommand(MainWindow& w, int id, UINT code) {
         case IDC_ITEMLIST:
             if (code == LBN_DBLCLK) onListDoubleClick(w);
             return;
-            // Setup, the first-run sign-up, System information and About arrive
+            // The first-run sign-up, System information and About arrive
             // with their dialogs.
     }
 }
