@@ -70,8 +70,11 @@ class ColourPicker : public Dialog {
                             {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_COLOUR_ADD, IDC_COLOUR_DELETE,
                              IDC_COLOUR_OPEN});
         SendDlgItemMessageA(hwnd(), IDC_COLOUR_NAME, EM_LIMITTEXT, kMaxColourNameChars, 0);
+        // Setting up one field must not recompute the colour from the others.
+        updating_ = true;
         for (int id : kHlsFields) initSpinEdit(hwnd(), id);
         for (int id : kRgbFields) initSpinEdit(hwnd(), id);
+        updating_ = false;
 
         path_ = colourTablePath(tableFile_);
         ColourTableFile file = readColourTableFile(path_);

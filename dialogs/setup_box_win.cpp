@@ -7,7 +7,7 @@
 #include "dialogs/setup_box_win.h"
 
 #include <memory>
-#include <set>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -62,10 +62,19 @@ constexpr struct {
     {IDC_SETUP_ANTIALIAS, &Settings::AlertFontAntialias},
 };
 
+// A row of the font list: its own copy of the face name. A symbol face
+// drawn in itself would show pictures instead of its name, so its name is
+// drawn in the dialog's font instead.
+struct FaceEntry {
+    std::string name;
+    bool symbol = false;
+};
+
 int CALLBACK collectFontFamily(const LOGFONTA* font, const TEXTMETRICA*, DWORD, LPARAM lp) {
     // Vertical faces ("@...") would draw their sample on its side.
-    if (font->lfFaceName[0] != '\0' && font->lfFaceName[0] != '@')
-        reinterpret_cast<std::set<std::string>*>(lp)->insert(font->lfFaceName);
+    if (font->lfFaceName[0] == '\0' || font->lfFaceName[0] == '@') return 1;
+    auto& families = *reinterpret_cast<std::map<std::string, bool>*>(lp);
+    families.emplace(font->lfFaceName, font->lfCharSet == SYMBOL_CHARSET);
     return 1;
 }
 
@@ -198,16 +207,16 @@ class SetupBox : public Dialog {
         HWND list = item(IDC_SETUP_FONT);
         SendMessageA(list, CB_RESETCONTENT, 0, 0);
         faceNames_.clear();
-        std::set<std::string> families;
+        std::map<std::string, bool> families;
         {
             WindowDc screen(nullptr);
             EnumFontFamiliesA(screen.get(), nullptr, collectFontFamily,
                               reinterpret_cast<LPARAM>(&families));
         }
-        for (const std::string& family : families) {
-            auto name = std::make_unique<std::string>(family);
+        for (const auto& [family, symbol] : families) {
+            auto name = std::make_unique<FaceEntry>(FaceEntry{family, symbol});
             const LRESULT row =
-                SendMessageA(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name->c_str()));
+                SendMessageA(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name->name.c_str()));
             if (row < 0) continue;
             SendMessageA(list, CB_SETITEMDATA, static_cast<WPARAM>(row),
                          reinterpret_cast<LPARAM>(name.get()));
@@ -229,7 +238,7 @@ class SetupBox : public Dialog {
         const LRESULT data = SendDlgItemMessageA(hwnd(), IDC_SETUP_FONT, CB_GETITEMDATA,
                                                  static_cast<WPARAM>(row), 0);
         if (data == CB_ERR || data == 0) return {};
-        return *reinterpret_cast<const std::string*>(data);
+        return reinterpret_cast<const FaceEntry*>(data)->name;
     }
 
     std::string selectedFace() const {
@@ -381,10 +390,11 @@ class SetupBox : public Dialog {
         if (d.itemID == static_cast<UINT>(-1) || d.itemData == 0 ||
             d.itemData == static_cast<ULONG_PTR>(CB_ERR))
             return;
-        const std::string& name = *reinterpret_cast<const std::string*>(d.itemData);
+        const FaceEntry& entry = *reinterpret_cast<const FaceEntry*>(d.itemData);
+        const std::string& name = entry.name;
         UniqueFont sample;
         HFONT font = GetWindowFont(hwnd());
-        if (!field) {
+        if (!field && !entry.symbol) {
             sample.reset(CreateFontA(kFontSampleHeight, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE,
                                      DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
                                      ANTIALIASED_QUALITY, DEFAULT_PITCH, name.c_str()));
@@ -415,8 +425,8 @@ class SetupBox : public Dialog {
 
     Settings& s_;
     UniqueFont preview_;
-    // The face names the font list's rows point at, alive as long as the list.
-    std::vector<std::unique_ptr<std::string>> faceNames_;
+    // The faces the font list's rows point at, alive as long as the list.
+    std::vector<std::unique_ptr<FaceEntry>> faceNames_;
 };
 
 }  // namespace

@@ -199,9 +199,7 @@ TEST_F(SetupBoxTest, ShowsItsTextsAndTheRecordsValues) {
                 EXPECT_LE(lstrcmpiA(faces[i - 1].c_str(), faces[i].c_str()), 0) << faces[i];
             EXPECT_EQ(selection(box, IDC_SETUP_FONT), initialFontIndex(faces, "liberation s"));
             EXPECT_EQ(faces[selection(box, IDC_SETUP_FONT)].rfind("Liberation S", 0), 0u);
-            EXPECT_EQ(SendDlgItemMessageA(box, IDC_SETUP_FONT, CB_GETITEMHEIGHT,
-                                          static_cast<WPARAM>(-1), 0),
-                      18);
+            EXPECT_EQ(SendDlgItemMessageA(box, IDC_SETUP_FONT, CB_GETITEMHEIGHT, 0, 0), 22);
 
             // The preview shows the face at the stored size.
             EXPECT_EQ(itemText(box, IDC_SETUP_PREVIEW), faces[selection(box, IDC_SETUP_FONT)]);
