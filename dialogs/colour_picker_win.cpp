@@ -126,11 +126,16 @@ class ColourPicker : public Dialog {
                 if (code == BN_CLICKED) openTable();
                 return;
             case IDC_BUTTON1:
-                // A value typed last counts even if its field still has the focus.
-                end(1);
+                // Enter in the name field means the name was typed to be added.
+                if (GetFocus() == item(IDC_COLOUR_NAME) &&
+                    GetWindowTextLengthA(item(IDC_COLOUR_NAME)) > 0) {
+                    addColour();
+                    return;
+                }
+                if (settleUnsaved()) end(1);
                 return;
             case IDC_CANCELBUTTON:
-                end(0);
+                if (settleUnsaved()) end(0);
                 return;
         }
     }
@@ -274,15 +279,29 @@ class ColourPicker : public Dialog {
         updateButtons();
     }
 
-    void save() {
-        if (!writable_) return;
+    bool trySave() {
+        if (!writable_) return true;
         // The default table lives in the product's folder, which a program
         // run without its installer may not have yet.
         if (tableFile_.find_first_of("\\/:") == std::string::npos) ensureDataFolders();
-        if (saveColourTableFile(path_, table_)) return;
+        unsaved_ = !saveColourTableFile(path_, table_);
+        return !unsaved_;
+    }
+
+    void save() {
+        if (trySave()) return;
         showMessage(hwnd(), "The colour table " + path_ +
-                                " could not be saved. The colours you changed are kept until "
-                                "this box closes; the file has been left as it was.");
+                                " could not be saved. The file has been left as it was; the "
+                                "colours you changed are saved with your next change.");
+    }
+
+    // Before the shown table goes away: true when nothing would be lost, or
+    // the user agrees to lose the changes that still cannot be saved.
+    bool settleUnsaved() {
+        if (!unsaved_ || trySave()) return true;
+        return askYesNo(hwnd(), "The colour table " + path_ +
+                                    " still cannot be saved. Leave it and lose the colours you "
+                                    "changed?") == kResultFirst;
     }
 
     void openTable() {
@@ -299,8 +318,9 @@ class ColourPicker : public Dialog {
         ofn.lpstrInitialDir = folder.empty() ? nullptr : folder.c_str();
         ofn.lpstrTitle = "Open colour table";
         ofn.lpstrDefExt = "ccl";
-        ofn.Flags = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-        if (!GetOpenFileNameA(&ofn)) return;
+        ofn.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY |
+                    OFN_NOCHANGEDIR;
+        if (!GetOpenFileNameA(&ofn) || !settleUnsaved()) return;
         loadTable(file);
     }
 
@@ -316,6 +336,7 @@ class ColourPicker : public Dialog {
         path_ = path;
         tableFile_ = path;
         writable_ = true;
+        unsaved_ = false;
         fillList();
         showTableName();
         updateButtons();
@@ -358,6 +379,7 @@ class ColourPicker : public Dialog {
     std::string path_;
     ColourTable table_;
     bool writable_ = false;
+    bool unsaved_ = false;  // the last save failed
     bool updating_ = false;
 };
 

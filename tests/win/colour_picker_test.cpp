@@ -179,6 +179,52 @@ TEST_F(ColourPickerTest, AddWithoutANameAsksForOne) {
     EXPECT_EQ(GetFileAttributesA(table.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
+// A table that cannot be written keeps its changes in the box: they are saved
+// once the file can be written again, and closing asks before losing them.
+TEST_F(ColourPickerTest, ChangesThatCannotBeSavedAreNotDroppedUnasked) {
+    const std::string table = folder_ + "locked.ccl";
+    // A folder where the save's temporary file would go stops every save.
+    const std::string blocker = table + ".tmp";
+    RemoveDirectoryA(blocker.c_str());
+    writeAll(table, "Sky=135,206,235\n");
+    std::string setting = table;
+    uint32_t colour = 0x00112233;
+    std::string saveMessage, closeQuestion;
+    bool stayedOpen = false;
+    DialogDriver driver([&](HWND picker) {
+        CreateDirectoryA(blocker.c_str(), nullptr);
+        {
+            DialogDriver report([&](HWND box) {
+                saveMessage = itemText(box, IDC_MESSAGETEXT);
+                clickItem(box, IDC_BUTTON1);
+            });
+            SetDlgItemTextA(picker, IDC_COLOUR_NAME, "Moss");
+            clickItem(picker, IDC_COLOUR_ADD);
+        }
+        EXPECT_EQ(readAll(table), "Sky=135,206,235\n");
+        {
+            DialogDriver question([&](HWND box) {
+                closeQuestion = itemText(box, IDC_MESSAGETEXT);
+                clickItem(box, IDC_NOBUTTON);
+            });
+            clickItem(picker, IDC_CANCELBUTTON);
+        }
+        stayedOpen = IsWindowVisible(picker);
+        RemoveDirectoryA(blocker.c_str());
+        clickItem(picker, IDC_CANCELBUTTON);
+    });
+    EXPECT_FALSE(pickColour(nullptr, colour, setting, 0));
+    EXPECT_TRUE(driver.ran());
+    EXPECT_EQ(saveMessage, "The colour table " + table +
+                               " could not be saved. The file has been left as it was; the "
+                               "colours you changed are saved with your next change.");
+    EXPECT_EQ(closeQuestion, "The colour table " + table +
+                                 " still cannot be saved. Leave it and lose the colours you "
+                                 "changed?");
+    EXPECT_TRUE(stayedOpen);
+    EXPECT_EQ(readAll(table), "Sky=135,206,235\nMoss=51,34,17\n");
+}
+
 TEST_F(ColourPickerTest, ATableTooLargeIsReportedAndNeverWrittenOver) {
     const std::string table = folder_ + "huge.ccl";
     std::string bytes;
