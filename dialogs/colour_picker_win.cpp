@@ -29,10 +29,6 @@ constexpr int kListRowHeight = 18;
 constexpr int kHlsFields[] = {IDC_COLOUR_HUE, IDC_COLOUR_SAT, IDC_COLOUR_LUM};
 constexpr int kRgbFields[] = {IDC_COLOUR_RED, IDC_COLOUR_GREEN, IDC_COLOUR_BLUE};
 
-COLORREF colourRef(Rgb c) {
-    return colourRefOf(c);
-}
-
 std::string dialogItemText(HWND dialog, int id) {
     HWND control = GetDlgItem(dialog, id);
     const int length = GetWindowTextLengthA(control);
@@ -113,7 +109,7 @@ class ColourPicker : public Dialog {
                 if (code == LBN_SELCHANGE) takeListColour();
                 if (code == LBN_DBLCLK && ListBox_GetCurSel(item(IDC_COLOUR_LIST)) >= 0) {
                     takeListColour();
-                    end(1);
+                    if (settleUnsaved()) end(1);
                 }
                 return;
             case IDC_COLOUR_ADD:
@@ -348,7 +344,7 @@ class ColourPicker : public Dialog {
     void drawSwatch(const DRAWITEMSTRUCT& d) {
         RECT r = d.rcItem;
         DrawEdge(d.hDC, &r, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
-        UniqueBrush brush(CreateSolidBrush(colourRef(colour_)));
+        UniqueBrush brush(CreateSolidBrush(colourRefOf(colour_)));
         FillRect(d.hDC, &r, brush.get());
     }
 
@@ -359,7 +355,7 @@ class ColourPicker : public Dialog {
             const NamedColour& entry = table_.colours[d.itemID];
             RECT chip = {d.rcItem.left + 3, d.rcItem.top + 3, d.rcItem.left + 27,
                          d.rcItem.bottom - 3};
-            UniqueBrush brush(CreateSolidBrush(colourRef(entry.colour)));
+            UniqueBrush brush(CreateSolidBrush(colourRefOf(entry.colour)));
             FillRect(d.hDC, &chip, brush.get());
             FrameRect(d.hDC, &chip, GetSysColorBrush(COLOR_WINDOWTEXT));
             RECT text = d.rcItem;
