@@ -86,7 +86,9 @@ ColourTable parseColourTable(std::string_view bytes) {
         const std::size_t end = bytes.find('\n');
         std::string_view line = bytes.substr(0, end);
         bytes.remove_prefix(end == std::string_view::npos ? bytes.size() : end + 1);
-        if (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+        // Every CR before the LF is line end, so that a kept line reads back
+        // the same after it is written with a plain LF.
+        while (!line.empty() && line.back() == '\r') line.remove_suffix(1);
         if (trimBlanks(line).empty()) continue;
         if (std::optional<NamedColour> colour = parseColourLine(line))
             table.colours.push_back(std::move(*colour));
