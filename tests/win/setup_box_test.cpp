@@ -431,7 +431,9 @@ TEST_F(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer
     const HINSTANCE instance = GetModuleHandleA(nullptr);
     WNDCLASSA existing;
     const bool ownClass = !GetClassInfoA(instance, kMainWindowClass, &existing);
-    if (ownClass) ASSERT_TRUE(registerMainWindowClass(instance));
+    if (ownClass) {
+        ASSERT_TRUE(registerMainWindowClass(instance));
+    }
     HWND main = createMainWindow(instance);
     ASSERT_TRUE(main);
     settings().ColourTableFile = scratchFolder("heralder_setup_test") + "main.ccl";
