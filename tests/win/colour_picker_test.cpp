@@ -179,6 +179,22 @@ TEST_F(ColourPickerTest, AddWithoutANameAsksForOne) {
     EXPECT_EQ(GetFileAttributesA(table.c_str()), INVALID_FILE_ATTRIBUTES);
 }
 
+TEST_F(ColourPickerTest, EnterInTheNameFieldAddsRatherThanCloses) {
+    std::string table = folder_ + "enter.ccl";
+    DeleteFileA(table.c_str());
+    uint32_t colour = 0x00010203;
+    DialogDriver driver([&](HWND picker) {
+        SetFocus(GetDlgItem(picker, IDC_COLOUR_NAME));
+        SetDlgItemTextA(picker, IDC_COLOUR_NAME, "Night");
+        SendMessageA(picker, WM_COMMAND, IDOK, 0);  // what Enter sends
+        EXPECT_TRUE(IsWindowVisible(picker));
+        EXPECT_EQ(listEntries(picker), std::vector<std::string>{"Night"});
+        clickItem(picker, IDC_CANCELBUTTON);
+    });
+    EXPECT_FALSE(pickColour(nullptr, colour, table, 0));
+    EXPECT_EQ(readAll(table), "Night=3,2,1\n");
+}
+
 // A table that cannot be written keeps its changes in the box: they are saved
 // once the file can be written again, and closing asks before losing them.
 TEST_F(ColourPickerTest, ChangesThatCannotBeSavedAreNotDroppedUnasked) {
