@@ -8,11 +8,15 @@
 #include <string>
 
 #include "app/app_win.h"
+#include "app/platform_win.h"
 #include "app/run_host_win.h"
 #include "app/window_edges.h"
+#include "dialogs/about_box_win.h"
+#include "dialogs/init_config_box_win.h"
 #include "dialogs/manual_win.h"
 #include "dialogs/setup_box_win.h"
 #include "dialogs/startup_manager_win.h"
+#include "dialogs/system_info_win.h"
 #include "feed/document_file.h"
 #include "feed/document_parser.h"
 #include "feed/feed_date.h"
@@ -86,10 +90,10 @@ std::optional<std::string> fetchUpdateDocument(HWND hwnd) {
     return document;
 }
 
-// Replaces the list's items with the document's. Reading a document cannot
-// fail: whatever the text holds, the list shows what could be read.
-void loadDocumentText(MainWindow& w, std::string_view document) {
-    w.items = parseUpdateDocument(normalizeLineEnds(document));
+// One row per item, its title as the row's string; a hidden window that has
+// not made its list yet has nothing to fill.
+void fillList(MainWindow& w) {
+    if (!w.list) return;
     SetWindowRedraw(w.list, FALSE);
     ListBox_ResetContent(w.list);
     for (std::size_t i = 0; i < w.items.size(); ++i) {
@@ -99,6 +103,28 @@ void loadDocumentText(MainWindow& w, std::string_view document) {
     }
     SetWindowRedraw(w.list, TRUE);
     InvalidateRect(w.list, nullptr, TRUE);
+}
+
+void createList(MainWindow& w) {
+    RECT client;
+    GetClientRect(w.hwnd, &client);
+    w.list = CreateWindowExA(0, "LISTBOX", "",
+                             WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_OWNERDRAWFIXED |
+                                 LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT,
+                             0, 0, client.right, client.bottom, w.hwnd,
+                             reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_ITEMLIST)),
+                             GetWindowInstance(w.hwnd), nullptr);
+    if (!w.list) return;
+    ListBox_SetItemHeight(w.list, 0, kItemRowHeight);
+    SetWindowFont(w.list, app().listFont.get(), FALSE);
+    fillList(w);
+}
+
+// Replaces the list's items with the document's. Reading a document cannot
+// fail: whatever the text holds, the list shows what could be read.
+void loadDocumentText(MainWindow& w, std::string_view document) {
+    w.items = parseUpdateDocument(normalizeLineEnds(document));
+    fillList(w);
     enableCommand(w.hwnd, IDM_SHOW_NOTIFICATIONS, true);
     setTransactionDate(settings());
 }
@@ -128,7 +154,7 @@ void onLoadDocument(MainWindow& w, const char* path) {
 // A double click shows the row's item: Shift asks for the item browser, a
 // plain one for the alert window.
 void onListDoubleClick(MainWindow& w) {
-    const int row = ListBox_GetCurSel(w.list);
+    const int row = w.list ? ListBox_GetCurSel(w.list) : -1;
     if (row < 0) return;
     const LRESULT index = ListBox_GetItemData(w.list, row);
     if (index < 0 || static_cast<std::size_t>(index) >= w.items.size()) {
@@ -145,6 +171,17 @@ void onListDoubleClick(MainWindow& w) {
     const bool neverShowAgain = item.neverShowAgain;
     showAlertBox(w.hwnd, item, notifyLook(), settings());
     item.neverShowAgain = neverShowAgain;
+}
+
+// "/INITCONFIG/F" sends the sign-up twice and posts Exit after the first one;
+// commands already queued wait until the sign-up has closed, or that Exit
+// would end the program under the second one.
+void onInitialConfig(MainWindow& w) {
+    std::vector<MSG> queued;
+    MSG msg;
+    while (PeekMessageA(&msg, w.hwnd, WM_COMMAND, WM_COMMAND, PM_REMOVE)) queued.push_back(msg);
+    runInitConfig(w.hwnd, app().platformCode);
+    for (const MSG& m : queued) PostMessageA(w.hwnd, m.message, m.wParam, m.lParam);
 }
 
 // Setup edits the settings in place, and a colour picked there stays even
@@ -173,19 +210,33 @@ void onCommand(MainWindow& w, int id, UINT code) {
             return;
         case IDM_SHOW_NOTIFICATIONS:
             runNotifications(w.hwnd, w.items);
-            InvalidateRect(w.list, nullptr, TRUE);
+            // Not a null window: that would redraw the whole screen.
+            if (w.list) InvalidateRect(w.list, nullptr, TRUE);
             return;
         case IDM_STARTUP_MANAGER:
             openStartupManager(w.hwnd);
             return;
+        case IDM_INITIAL_CONFIG:
+            onInitialConfig(w);
+            return;
+        case IDM_SYSTEM_INFO: {
+            std::string platformName;
+            const uint32_t platformCode = getPlatformCode(&platformName);
+            showSystemInfo(w.hwnd, formatSystemReport(
+                                       gatherSystemFacts(settings(), platformCode, platformName)));
+            return;
+        }
         case IDM_HELP:
             openManual(w.hwnd);
+            return;
+        case IDM_ABOUT:
+            openAboutBox(w.hwnd);
+            // Staff hold Shift for a fresh identifier on the clipboard.
+            if (GetKeyState(VK_SHIFT) & 0x8000) copyNewGuid(w.hwnd, settings().ChangeFolderSound);
             return;
         case IDC_ITEMLIST:
             if (code == LBN_DBLCLK) onListDoubleClick(w);
             return;
-            // The first-run sign-up, System information and About arrive
-            // with their dialogs.
     }
 }
 
@@ -217,6 +268,9 @@ void saveWindowEdges(HWND hwnd) {
 
 LRESULT handle(MainWindow& w, UINT msg, WPARAM wp, LPARAM lp) {
     switch (msg) {
+        case WM_SHOWWINDOW:
+            if (wp && !w.list) createList(w);
+            break;
         case WM_SIZE:
             if (wp != SIZE_MINIMIZED && w.list)
                 MoveWindow(w.list, 0, 0, LOWORD(lp), HIWORD(lp), TRUE);
@@ -294,22 +348,12 @@ bool registerMainWindowClass(HINSTANCE instance) {
     return RegisterClassA(&wc) != 0;
 }
 
-HWND createMainWindow(HINSTANCE instance) {
+HWND createMainWindow(HINSTANCE instance, bool startsHidden) {
     HWND hwnd = CreateWindowExA(0, kMainWindowClass, "Quenmark Heralder", WS_OVERLAPPEDWINDOW,
                                 CW_USEDEFAULT, CW_USEDEFAULT, kDefaultMainWidth, kDefaultMainHeight,
                                 nullptr, nullptr, instance, nullptr);
     MainWindow* w = hwnd ? stateOf(hwnd) : nullptr;
-    if (!w) return hwnd;
-    RECT client;
-    GetClientRect(hwnd, &client);
-    w->list = CreateWindowExA(0, "LISTBOX", "",
-                              WS_CHILD | WS_VISIBLE | WS_VSCROLL | LBS_NOTIFY | LBS_OWNERDRAWFIXED |
-                                  LBS_HASSTRINGS | LBS_NOINTEGRALHEIGHT,
-                              0, 0, client.right, client.bottom, hwnd,
-                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_ITEMLIST)), instance,
-                              nullptr);
-    ListBox_SetItemHeight(w->list, 0, kItemRowHeight);
-    SetWindowFont(w->list, app().listFont.get(), FALSE);
+    if (w && !startsHidden) createList(*w);
     return hwnd;
 }
 

@@ -16,8 +16,11 @@ inline constexpr int kDefaultMainHeight = 360;
 inline constexpr int kItemRowHeight = 20;
 
 bool registerMainWindowClass(HINSTANCE instance);
-// The main window, hidden, with its item list filling it.
-HWND createMainWindow(HINSTANCE instance);
+// The main window, hidden, with its item list filling it. A window that stays
+// hidden (the daily run) makes its list when first shown: the run that finds
+// nothing new never needs it, and a list box is what loads the common controls
+// library, a good part of the run's time.
+HWND createMainWindow(HINSTANCE instance, bool startsHidden = false);
 
 // The items behind the list rows, in document order.
 const std::vector<UpdateItem>& mainWindowItems(HWND mainWindow);

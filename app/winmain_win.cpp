@@ -71,14 +71,16 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
         showMessage(nullptr, "There has been an error registering the application class.");
         return 0;
     }
-    HWND hwnd = createMainWindow(instance);
+    const CommandLinePlan plan = interpretCommandLine(commandLine ? commandLine : "");
+    HWND hwnd = createMainWindow(instance, plan.hidden);
     a.mainWindow = hwnd;
     settings().ApplicationPath = programFolder();
 
-    const CommandLinePlan plan = interpretCommandLine(commandLine ? commandLine : "");
     ShowWindow(hwnd, plan.hidden ? SW_HIDE : showState);
     UpdateWindow(hwnd);
-    SetFocus(hwnd);
+    // A hidden window takes no focus; asking for it would also start COM for
+    // the input method, a cost every daily run would pay.
+    if (!plan.hidden) SetFocus(hwnd);
     SetWindowTextA(hwnd, loadResString(IDS_APP_NAME).c_str());
     restoreWindowEdges(hwnd);
     if (settings().StartMaximized) SendMessageA(hwnd, WM_SYSCOMMAND, SC_MAXIMIZE, 0);

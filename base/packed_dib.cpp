@@ -3,6 +3,8 @@
 // before any pixel is touched.
 #include "base/packed_dib.h"
 
+#include <algorithm>
+
 namespace {
 
 uint32_t read16(std::span<const uint8_t> b, std::size_t at) {
@@ -131,24 +133,47 @@ std::vector<uint8_t> makePackedDib(int32_t width, int32_t height, uint16_t bitCo
 
 std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const DibInfo& source,
                                          uint32_t colour) {
-    if (source.bitCount != 32) return {};
-    std::vector<uint8_t> out = makePackedDib(source.width, source.height, 24);
+    return compositeOverColour(bytes, source, colour, {0, 0, source.width, source.height});
+}
+
+std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const DibInfo& source,
+                                         uint32_t colour, PixelRect part) {
+    if (source.bitCount != 32 || source.width <= 0 || source.height <= 0 ||
+        source.stride < std::size_t(source.width) * 4 ||
+        source.bitsOffset + uint64_t{source.stride} * source.height > bytes.size())
+        return {};
+    const int64_t left = std::max<int64_t>(part.x, 0);
+    const int64_t top = std::max<int64_t>(part.y, 0);
+    const int64_t right = std::min<int64_t>(int64_t{part.x} + part.width, source.width);
+    const int64_t bottom = std::min<int64_t>(int64_t{part.y} + part.height, source.height);
+    if (left >= right || top >= bottom) return {};
+    std::vector<uint8_t> out =
+        makePackedDib(static_cast<int32_t>(right - left), static_cast<int32_t>(bottom - top), 24);
     const std::optional<DibInfo> target = readPackedDibInfo(out);
     if (!target) return {};
-    const uint32_t background[3] = {colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF};
-    for (int y = 0; y < source.height; ++y) {
-        for (int x = 0; x < source.width; ++x) {
-            const uint32_t pixel = getDibPixel(bytes, source, x, y);
-            if (pixel == kNoPixel && pixelOffset(bytes.size(), source, x, y) < 0) return {};
-            const uint32_t alpha = pixel >> 24;
-            uint32_t blended = 0;
-            for (int channel = 0; channel < 3; ++channel) {
-                const uint32_t p = pixel >> (8 * channel) & 0xFF;
-                const uint32_t value =
-                    (p * alpha / 255 + background[channel] * (255 - alpha) / 255) & 0xFF;
-                blended |= value << (8 * channel);
-            }
-            setDibPixel(out, *target, x, y, blended);
+    // Each channel is p * alpha / 255 + background * (255 - alpha) / 255, both
+    // quotients truncated: looked up rather than divided, since a large
+    // picture is blended afresh at every paint.
+    static const auto scaled = [] {
+        std::vector<uint8_t> table(256 * 256);
+        for (uint32_t a = 0; a < 256; ++a)
+            for (uint32_t p = 0; p < 256; ++p) table[a * 256 + p] = uint8_t(p * a / 255);
+        return table;
+    }();
+    const uint32_t background[3] = {colour >> 16 & 0xFF, colour >> 8 & 0xFF, colour & 0xFF};
+    uint8_t behind[3][256];  // stored order: blue, green, red
+    for (int c = 0; c < 3; ++c)
+        for (uint32_t a = 0; a < 256; ++a) behind[c][a] = uint8_t(background[c] * (255 - a) / 255);
+    for (int64_t y = top; y < bottom; ++y) {
+        const std::size_t sourceRow = source.bottomUp ? source.height - 1 - y : y;
+        const uint8_t* from =
+            bytes.data() + source.bitsOffset + sourceRow * source.stride + left * 4;
+        uint8_t* to = out.data() + target->bitsOffset +
+                      (target->height - 1 - (y - top)) * target->stride;
+        for (int64_t x = left; x < right; ++x, from += 4, to += 3) {
+            const uint32_t alpha = from[3];
+            const uint8_t* times = scaled.data() + alpha * 256;
+            for (int c = 0; c < 3; ++c) to[c] = uint8_t(times[from[c]] + behind[c][alpha]);
         }
     }
     return out;

@@ -52,3 +52,13 @@ std::vector<uint8_t> makePackedDib(int32_t width, int32_t height, uint16_t bitCo
 // truncated on its own. Empty when the source is not 32 bits deep.
 std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const DibInfo& source,
                                          uint32_t colour);
+
+// A part of a picture: x and y from the top-left corner.
+struct PixelRect {
+    int32_t x = 0, y = 0, width = 0, height = 0;
+};
+// The same blend of only the part of the picture inside part (a picture much
+// larger than the screen needs only what shows): a 24-bit DIB of the part's
+// size clipped to the picture. Empty when nothing of the part lies inside.
+std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const DibInfo& source,
+                                         uint32_t colour, PixelRect part);

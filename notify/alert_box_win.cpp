@@ -267,9 +267,19 @@ class AlertBox : public Dialog {
         if (look_.background) FillRect(d.hDC, &d.rcItem, look_.background);
         if (!picture_ || !pictureInfo_) return;
         if (pictureInfo_->bitCount == 32) {
-            const Picture blended =
-                compositeOverColour(*picture_, *pictureInfo_, settings_.AlertBackgroundColor);
-            if (!blended.empty()) drawPicture(d.hDC, d.rcItem.left, d.rcItem.top, blended);
+            // Only the part that shows is blended: a picture can be far larger
+            // than the window.
+            RECT shown{0, 0, pictureInfo_->width, pictureInfo_->height};
+            RECT clip;
+            if (GetClipBox(d.hDC, &clip) != ERROR) {
+                OffsetRect(&clip, -d.rcItem.left, -d.rcItem.top);
+                if (!IntersectRect(&shown, &shown, &clip)) return;
+            }
+            const Picture blended = compositeOverColour(
+                *picture_, *pictureInfo_, settings_.AlertBackgroundColor,
+                {shown.left, shown.top, shown.right - shown.left, shown.bottom - shown.top});
+            if (!blended.empty())
+                drawPicture(d.hDC, d.rcItem.left + shown.left, d.rcItem.top + shown.top, blended);
         } else {
             drawPicture(d.hDC, d.rcItem.left, d.rcItem.top, *picture_);
         }

@@ -12,7 +12,7 @@
 //   500-505   message box check boxes and notes
 //   601-616   colour picker (up-downs 10611-10616)
 //   5001      About template              7000-7003         list markers
-//   7773      default item picture
+//   7771      sign-up banner              7773              default item picture
 //   9898-9992 message box and incompatibility templates
 //   9963      program icon
 
@@ -123,6 +123,31 @@
 #define IDC_VERSION_REPORT 101
 #define IDC_VERSION_GO 102
 #define IDC_VERSION_NEVERAGAIN 103
+
+// ---- First-run sign-up: template "INITCONFIGBOX" -----------------------------
+//      IDC_BUTTON1 "Close", IDC_HELPBUTTON, IDC_ICONBUTTON; the rules between
+//      the columns are IDC_STATIC. No Cancel button: Escape ends it unchosen.
+#define IDC_INITCONFIG_BANNER 101       // owner-drawn, shows IDR_INITCONFIG_BANNER
+#define IDC_INITCONFIG_AUTOMATIC 102    // checked at opening when StartupOptions is 102
+#define IDC_INITCONFIG_MANUAL 103
+#define IDC_INITCONFIG_NEWSLETTER 104
+#define IDC_INITCONFIG_NEWSLETTER_TEXT 105
+#define IDC_INITCONFIG_TEXT 106         // the sign-up text, set at opening
+#define IDC_INITCONFIG_HEADING 107
+// The banner: a whole 32-bit bitmap file with straight alpha
+// (resources/banner/), raw data, drawn over the button face.
+#define IDR_INITCONFIG_BANNER 7771
+
+// ---- About box: template 5001 -------------------------------------------------
+//      IDC_BUTTON1 "OK", IDC_ICONBUTTON. No Cancel: Escape is ignored.
+#define IDD_ABOUT 5001
+#define IDC_ABOUT_NAME 101  // the product name in the title font
+#define IDC_ABOUT_TEXT 102  // "Version %d.%d%c%s" and the notice, filled at opening
+
+// ---- System information: template "SYSTEMINFOBOX" ------------------------------
+//      IDC_BUTTON1 "Close"; Escape closes too.
+#define IDC_SYSINFO_REPORT 101  // read-only edit holding the report
+#define IDC_SYSINFO_COPY 102    // the whole report to the clipboard
 
 // ---- Setup: template "SETUPBOX" -------------------------------------------------
 //      IDC_BUTTON1 "OK", IDC_CANCELBUTTON, IDC_HELPBUTTON; group boxes, their

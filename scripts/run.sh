@@ -43,6 +43,12 @@ if [ -n "$watched" ]; then
 else
     HERALDER_SHOT_DIR=$(winpath "$shots") wine "$out/autopilot.exe" \
         "$(winpath "$out/heralder.exe")" /UPDATE | tr -d '\r' || rc=$?
+    # The same document in the main window, and its second item (Ledger, which
+    # is installed here) in the item browser, as Shift+double-click opens it.
+    echo "Opening the document in the main window and its second row in the item browser"
+    HERALDER_SHOT_DIR=$(winpath "$shots") wine "$out/autopilot.exe" --browse 1 \
+        "$(winpath "$out/heralder.exe")" "$(winpath "$root/examples/update.txt")" |
+        tr -d '\r' || true
     for bmp in "$shots"/*.bmp; do
         [ -e "$bmp" ] && convert "$bmp" "${bmp%.bmp}.png" && rm -f "$bmp"
     done

@@ -60,6 +60,12 @@ if [ -x build/native/heralder-tool ]; then
     count_cases "$logs/tool.log"
 fi
 
+# The manual pages: structure, links, the anchors the program opens, pictures,
+# and a rendering in headless Chromium (build/manual/*.png).
+python3 tests/manual/check_manual.py | tee "$logs/manual.log"
+[ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("manual pages")
+count_cases "$logs/manual.log"
+
 step "fuzz build" scripts/build.sh fuzz
 for fuzzer in build/fuzz/fuzz_*; do
     [ -x "$fuzzer" ] || continue
@@ -87,6 +93,15 @@ if [ -f build/windows/heralder_win_tests.exe ]; then
     count_gtest "$logs/wine.log"
     count_cases "$logs/wine.log"
     echo "screenshots: build/windows/screenshots"
+fi
+
+# The Windows benchmarks: the daily run against a minimal program, and how fast
+# the notification windows open. Figures only.
+if [ -f build/windows/window_timing.exe ]; then
+    echo "== wine_update"
+    bench/wine_update.sh 2>&1 | tail -6 || true
+    echo "== wine_windows"
+    bench/wine_windows.sh 2>&1 | tail -6 || true
 fi
 
 for bench in build/native/bench_*; do

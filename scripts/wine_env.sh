@@ -29,7 +29,13 @@ wine_env_start() {
     Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$fdfile" >/dev/null 2>&1 &
     WINE_ENV_XVFB_PID=$!
     local i
-    for i in $(seq 100); do [ -s "$fdfile" ] && break; sleep 0.1; done
+    # A busy machine can take many seconds to start the server.
+    for i in $(seq 600); do [ -s "$fdfile" ] && break; sleep 0.1; done
+    if [ ! -s "$fdfile" ]; then
+        echo "wine_env_start: Xvfb did not start" >&2
+        rm -f "$fdfile"
+        return 1
+    fi
     export DISPLAY=":$(head -n1 "$fdfile")"
     rm -f "$fdfile"
     trap wine_env_stop EXIT

@@ -18,10 +18,14 @@ const Command commands[] = {
     {"parse", "parse FILE      print the items of an update document as JSON", runParseCommand},
     {"settings", "settings FILE   print the settings that a settings file gives",
      runSettingsCommand},
+    {"check",
+     "check [--json] [--images DIR] FILE\n"
+     "                  report what an update document will not do as meant",
+     runCheckCommand},
 };
 
 int usage() {
-    std::fputs("usage: heralder-tool COMMAND FILE\n", stderr);
+    std::fputs("usage: heralder-tool COMMAND [OPTIONS] FILE\n", stderr);
     for (const Command& c : commands) std::fprintf(stderr, "  %s\n", c.usage);
     return 2;
 }

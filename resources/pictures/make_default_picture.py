@@ -4,7 +4,7 @@ ringing, 64 x 64 pixels, written as a 32-bit bitmap file (blue, green, red,
 alpha; straight alpha; bottom-up) that the program embeds as raw data and
 lays over the alert window's background colour.
 
-Each pixel is the average of 4 x 4 samples, so edges and the soft shadow fade
+Each pixel is the average of 6 x 6 samples, so edges and the soft shadow fade
 into transparency. Run it from anywhere; it rewrites default_picture.bmp
 beside itself."""
 import math
@@ -12,7 +12,11 @@ import os
 import struct
 
 SIZE = 64
-SAMPLES = 4
+SAMPLES = 6
+# The bell is drawn on a 64-pixel grid and shown at this many pixels, at the
+# top of the picture: an alert window of the smallest height shows only about
+# the top 35 rows of its picture, and the bell must be whole there.
+SHOWN = 34
 CX = 32.0
 OUTLINE = 1.1  # pixels of darker rim around every part
 
@@ -122,7 +126,10 @@ def pixel(px, py):
     coverage = 0.0
     for sy in range(SAMPLES):
         for sx in range(SAMPLES):
-            colour, alpha = sample(px + (sx + 0.5) / SAMPLES, py + (sy + 0.5) / SAMPLES)
+            scale = SIZE / SHOWN
+            x = CX + (px + (sx + 0.5) / SAMPLES - CX) * scale
+            y = (py + (sy + 0.5) / SAMPLES) * scale
+            colour, alpha = sample(x, y)
             coverage += alpha
             for i in range(3):
                 total[i] += colour[i] * alpha

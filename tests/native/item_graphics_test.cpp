@@ -8,6 +8,7 @@
 
 #include "base/packed_dib.h"
 #include "notify/item_graphics.h"
+#include "tests/native/bmp_file.h"
 
 namespace {
 
@@ -146,26 +147,17 @@ TEST(ItemGraphicsRows, ShortRowsGiveNothingAndAnyAlphaShortOfOpaqueIsTransparenc
     EXPECT_TRUE(bgraRowsHaveTransparency(bgraRows(254), 16, 3, 2));
 }
 
-std::vector<uint8_t> bmpFile(std::vector<uint8_t> dib, bool topDown = false) {
-    if (topDown) {  // the rows are all zero, so only the header changes
-        int32_t height;
-        std::memcpy(&height, &dib[8], 4);
-        height = -height;
-        std::memcpy(&dib[8], &height, 4);
-    }
-    std::vector<uint8_t> file(kFileHeaderSize, 0);
-    file[0] = 'B', file[1] = 'M';
-    const uint32_t size = uint32_t(kFileHeaderSize + dib.size());
-    const uint32_t offBits = kFileHeaderSize + kInfoHeaderSize;
-    std::memcpy(&file[2], &size, 4);
-    std::memcpy(&file[10], &offBits, 4);
-    file.insert(file.end(), dib.begin(), dib.end());
-    return file;
+// A 2 x 2 bitmap file; its rows are all zero, so top-down changes only the header.
+std::vector<uint8_t> bmpFile(int bits, bool topDown = false) {
+    std::vector<uint8_t> dib = makePackedDib(2, 2, bits);
+    const int32_t height = topDown ? -2 : 2;
+    std::memcpy(&dib[8], &height, 4);
+    return bmpFileAround(dib);
 }
 
 TEST(ItemGraphicsBitmapFile, OnlyThirtyTwoBitFilesAreCopiedWithTheirAlpha) {
     for (bool topDown : {false, true}) {
-        std::vector<uint8_t> file = bmpFile(makePackedDib(2, 2, 32), topDown);
+        std::vector<uint8_t> file = bmpFile(32, topDown);
         setDibPixel(file, *readBmpFileInfo(file), 1, 0, 0x80112233);  // top right, half alpha
         const std::optional<std::vector<uint8_t>> picture = pictureFromBitmapFile(file);
         ASSERT_TRUE(picture) << topDown;
@@ -176,8 +168,8 @@ TEST(ItemGraphicsBitmapFile, OnlyThirtyTwoBitFilesAreCopiedWithTheirAlpha) {
         EXPECT_EQ(getDibPixel(*picture, *out, 1, 0), 0x80112233u) << topDown;
         EXPECT_EQ(getDibPixel(*picture, *out, 0, 1), 0u) << topDown;
     }
-    EXPECT_FALSE(pictureFromBitmapFile(bmpFile(makePackedDib(2, 2, 24))));
-    std::vector<uint8_t> truncated = bmpFile(makePackedDib(2, 2, 32));
+    EXPECT_FALSE(pictureFromBitmapFile(bmpFile(24)));
+    std::vector<uint8_t> truncated = bmpFile(32);
     truncated.pop_back();
     EXPECT_FALSE(pictureFromBitmapFile(truncated));
     EXPECT_FALSE(pictureFromBitmapFile({}));

@@ -6,21 +6,9 @@
 #include <cstring>
 
 #include "base/packed_dib.h"
+#include "tests/native/bmp_file.h"
 
 namespace {
-
-// A bitmap file around a packed DIB without colour table.
-std::vector<uint8_t> asBmpFile(const std::vector<uint8_t>& dib) {
-    std::vector<uint8_t> file(kFileHeaderSize);
-    file[0] = 'B';
-    file[1] = 'M';
-    const uint32_t size = static_cast<uint32_t>(kFileHeaderSize + dib.size());
-    const uint32_t offBits = kFileHeaderSize + kInfoHeaderSize;
-    std::memcpy(&file[2], &size, 4);
-    std::memcpy(&file[10], &offBits, 4);
-    file.insert(file.end(), dib.begin(), dib.end());
-    return file;
-}
 
 void put32(std::vector<uint8_t>& b, std::size_t at, uint32_t v) {
     std::memcpy(&b[at], &v, 4);
@@ -100,6 +88,41 @@ TEST(PackedDib, BlendKeepsSizeOrientationAndPadsRows) {
     EXPECT_EQ(dibStride(33, 1), 8u);
 }
 
+TEST(PackedDib, BlendOfAPartIsClippedToThePicture) {
+    // 5 x 4, each pixel opaque with its own x and y: a part's pixels tell
+    // where in the picture they came from.
+    std::vector<uint8_t> src = makePackedDib(5, 4, 32);
+    const DibInfo in = *readPackedDibInfo(src);
+    for (int y = 0; y < 4; ++y)
+        for (int x = 0; x < 5; ++x) setDibPixel(src, in, x, y, 0xFF000000u | y << 8 | x);
+    const struct {
+        PixelRect part;
+        int left, top, width, height;  // what comes out; width 0: nothing
+    } cases[] = {
+        {{1, 2, 3, 2}, 1, 2, 3, 2},
+        {{-2, -1, 4, 3}, 0, 0, 2, 2},  // hangs over the top-left corner
+        {{3, 2, 10, 10}, 3, 2, 2, 2},  // and over the bottom-right one
+        {{5, 0, 2, 2}, 0, 0, 0, 0},    // beside the picture
+        {{0, 0, 0, 4}, 0, 0, 0, 0},    // empty
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(testing::Message() << c.part.x << "," << c.part.y << " " << c.part.width
+                                        << "x" << c.part.height);
+        const std::vector<uint8_t> out = compositeOverColour(src, in, 0x00FFFFFF, c.part);
+        if (c.width == 0) {
+            EXPECT_TRUE(out.empty());
+            continue;
+        }
+        const std::optional<DibInfo> o = readPackedDibInfo(out);
+        ASSERT_TRUE(o);
+        ASSERT_EQ(o->width, c.width);
+        ASSERT_EQ(o->height, c.height);
+        for (int y = 0; y < c.height; ++y)
+            for (int x = 0; x < c.width; ++x)
+                EXPECT_EQ(getDibPixel(out, *o, x, y), uint32_t((c.top + y) << 8 | (c.left + x)));
+    }
+}
+
 TEST(PackedDib, BlendNeedsThirtyTwoBits) {
     std::vector<uint8_t> src = makePackedDib(2, 2, 24);
     EXPECT_TRUE(compositeOverColour(src, *readPackedDibInfo(src), 0).empty());
@@ -119,7 +142,7 @@ TEST(PackedDib, PixelsOutsideThePicture) {
 }
 
 TEST(PackedDib, FileHeaderFields) {
-    std::vector<uint8_t> file = asBmpFile(makePackedDib(16, 16, 32));
+    std::vector<uint8_t> file = bmpFileAround(makePackedDib(16, 16, 32));
     const std::optional<DibInfo> info = readBmpFileInfo(file);
     ASSERT_TRUE(info);
     EXPECT_EQ(info->width, 16);
@@ -135,7 +158,7 @@ TEST(PackedDib, FileHeaderFields) {
 }
 
 TEST(PackedDib, MalformedHeadersFail) {
-    const std::vector<uint8_t> good = asBmpFile(makePackedDib(4, 4, 32));
+    const std::vector<uint8_t> good = bmpFileAround(makePackedDib(4, 4, 32));
     ASSERT_TRUE(readBmpFileInfo(good));
     for (std::size_t n = 0; n < good.size(); ++n)
         EXPECT_FALSE(readBmpFileInfo(std::span(good).first(n))) << "cut to " << n;

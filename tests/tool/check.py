@@ -2,7 +2,9 @@
 """Runs heralder-tool over the kept cases: cases/SUBCOMMAND/NAME.in (or NAME.missing:
 the tool gets a path that does not exist) with NAME.json (compared as JSON) or
 NAME.out (byte for byte), NAME.rc (exit code other than 0), NAME.err (text standard
-error must contain, {PATH} standing for the input). Usage: check.py [--wine] TOOL"""
+error must contain, {PATH} standing for the input), NAME.args (options put before
+the input, separated by blanks, paths relative to the case folder).
+Usage: check.py [--wine] TOOL"""
 import json
 import pathlib
 import subprocess
@@ -14,7 +16,8 @@ def problems_of(tool, case, prefix):
     # Relative to the case folder, so that Wine gets a path it can open and both
     # builds print the same text.
     inp = case.name if case.suffix == ".in" else case.stem + ".does-not-exist"
-    proc = subprocess.run(prefix + [tool, case.parent.name, inp], capture_output=True,
+    args = side(".args").read_text().split() if side(".args").exists() else []
+    proc = subprocess.run(prefix + [tool, case.parent.name] + args + [inp], capture_output=True,
                           timeout=120, cwd=case.parent)
     problems = []
     want_rc = int(side(".rc").read_text()) if side(".rc").exists() else 0

@@ -5,6 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include "resources/resource.h"
+#include "settings/settings.h"
+#include "tests/win/recorder/recording.h"
+
 namespace {
 
 thread_local DialogDriver* activeDriver = nullptr;
@@ -65,4 +69,37 @@ void pressKey(HWND dialog, UINT vk) {
     HWND target = GetFocus();
     if (!target || (target != dialog && !IsChild(dialog, target))) target = dialog;
     PostMessageA(target, WM_KEYDOWN, vk, 1);
+}
+
+bool itemEnabled(HWND dialog, int id) {
+    return IsWindowEnabled(GetDlgItem(dialog, id)) != FALSE;
+}
+
+void pumpDialog(HWND dialog, DWORD ms) {
+    const DWORD start = GetTickCount();
+    do {
+        MSG msg;
+        while (IsWindow(dialog) && PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE))
+            if (!IsDialogMessageA(dialog, &msg)) {
+                TranslateMessage(&msg);
+                DispatchMessageA(&msg);
+            }
+        if (ms) Sleep(5);
+    } while (GetTickCount() - start < ms);
+}
+
+void expectHelpOpensTopic(HWND dialog, const std::string& topic) {
+    const Settings saved = settings();
+    settings().DocumentBrowserPath = recorderPath();
+    settings().DocumentBrowserFlags = 0;
+    settings().ApplicationPath = "C:\\Heralder\\";
+    Recording recording(scratchFolder("heralder_help_test") + "record.txt");
+    clickItem(dialog, IDC_HELPBUTTON);
+    const std::vector<Recorded> records = recording.wait();
+    settings() = saved;
+    ASSERT_EQ(records.size(), 1u) << topic;
+    EXPECT_EQ(
+        records[0].commandLine,
+        shellCommandLine(recorderPath(), "file:///C:\\Heralder\\html\\referenc.html#" + topic));
+    EXPECT_TRUE(IsWindowVisible(dialog)) << topic;
 }

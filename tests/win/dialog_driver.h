@@ -41,3 +41,11 @@ void clickItem(HWND dialog, int id);
 // Posts a key press to the focused control, so that it goes through the
 // dialog's own keyboard handling (Escape cancels, Enter presses the default).
 void pressKey(HWND dialog, UINT vk);
+bool itemEnabled(HWND dialog, int id);
+// Handles what is queued (keys included) as the dialog's own modal loop
+// would, for at least ms milliseconds.
+void pumpDialog(HWND dialog, DWORD ms = 0);
+
+// Clicks Help and checks that the manual opened at referenc.html#topic (a
+// recorder stands in for the browser) and that the dialog stayed open.
+void expectHelpOpensTopic(HWND dialog, const std::string& topic);

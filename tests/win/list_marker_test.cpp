@@ -4,62 +4,12 @@
 // had. A magnified sheet of all of them is saved for people to look at.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdio>
-
 #include "base/packed_dib.h"
 #include "base/win_handles.h"
 #include "tests/win/test_support.h"
 #include "ui/list_marker_win.h"
 
 namespace {
-
-using UniqueBitmap = UniqueHandle<NullHandleTraits<HBITMAP, DeleteObject>>;
-using UniqueDc = UniqueHandle<NullHandleTraits<HDC, DeleteDC>>;
-using UniqueBrush = UniqueHandle<NullHandleTraits<HBRUSH, DeleteObject>>;
-
-// A 32-bit top-down memory canvas filled with one colour.
-class Canvas {
-  public:
-    Canvas(int width, int height, COLORREF colour) : width_(width), height_(height) {
-        BITMAPINFOHEADER info = {sizeof info, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        dc_.reset(CreateCompatibleDC(nullptr));
-        bitmap_.reset(CreateDIBSection(dc_.get(), reinterpret_cast<BITMAPINFO*>(&info),
-                                       DIB_RGB_COLORS, &bits_, nullptr, 0));
-        old_ = SelectObject(dc_.get(), bitmap_.get());
-        fill({0, 0, width, height}, colour);
-    }
-    ~Canvas() { SelectObject(dc_.get(), old_); }
-    HDC dc() const { return dc_.get(); }
-    COLORREF at(int x, int y) const { return GetPixel(dc_.get(), x, y); }
-    void fill(const RECT& r, COLORREF colour) {
-        UniqueBrush brush(CreateSolidBrush(colour));
-        FillRect(dc_.get(), &r, brush.get());
-    }
-    // As a 24-bit bitmap file in the screenshot folder.
-    void save(const std::string& name) const {
-        const std::string dir = testEnv("HERALDER_SHOT_DIR");
-        if (dir.empty()) return;
-        std::vector<uint8_t> dib = makePackedDib(width_, height_, 24);
-        const DibInfo info = *readPackedDibInfo(dib);
-        for (int y = 0; y < height_; ++y)
-            for (int x = 0; x < width_; ++x) setDibPixel(dib, info, x, y, at(x, y));
-        BITMAPFILEHEADER file = {0x4D42, DWORD(sizeof(BITMAPFILEHEADER) + dib.size()), 0, 0,
-                                 DWORD(sizeof(BITMAPFILEHEADER) + kInfoHeaderSize)};
-        if (std::FILE* f = std::fopen((dir + "\\" + name + ".bmp").c_str(), "wb")) {
-            std::fwrite(&file, sizeof file, 1, f);
-            std::fwrite(dib.data(), 1, dib.size(), f);
-            std::fclose(f);
-        }
-    }
-
-  private:
-    int width_, height_;
-    UniqueDc dc_;
-    UniqueBitmap bitmap_;
-    HGDIOBJ old_ = nullptr;
-    void* bits_ = nullptr;
-};
 
 // The blend written out again, independently of the code under test.
 COLORREF blend(uint32_t pixel, COLORREF background) {

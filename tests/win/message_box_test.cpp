@@ -187,18 +187,6 @@ TEST(MessageBoxes, WhileOpenHelpCallsBackAndNoSecondBoxOpens) {
     EXPECT_EQ(second.result, 42);
 }
 
-std::string clipboardText() {
-    std::string text;
-    if (!OpenClipboard(nullptr)) return text;
-    if (HANDLE data = GetClipboardData(CF_TEXT))
-        if (const char* p = static_cast<const char*>(GlobalLock(data))) {
-            text = p;
-            GlobalUnlock(data);
-        }
-    CloseClipboard();
-    return text;
-}
-
 // Ctrl+C copies the message with CR LF line ends, as the system's box does;
 // the box stays open until it is answered.
 TEST(MessageBoxes, CtrlCCopiesTheText) {

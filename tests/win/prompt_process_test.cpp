@@ -19,16 +19,8 @@ namespace {
 
 // What a run leaves in the user's folders: settings, backups, seen list.
 void clearUserData() {
-    for (const std::string& folder : {getUserHeralderPath(""), getUserDataPath("")}) {
-        WIN32_FIND_DATAA found;
-        HANDLE h = FindFirstFileA((folder + "*").c_str(), &found);
-        if (h == INVALID_HANDLE_VALUE) continue;
-        do
-            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
-                DeleteFileA((folder + found.cFileName).c_str());
-        while (FindNextFileA(h, &found));
-        FindClose(h);
-    }
+    deleteFilesIn(getUserHeralderPath(""));
+    deleteFilesIn(getUserDataPath(""));
 }
 
 // A feed of count alerts numbered from 5101, in a folder of its own.

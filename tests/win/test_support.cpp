@@ -9,37 +9,93 @@ std::string testEnv(const char* name) {
     return n > 0 && n < sizeof value ? std::string(value, n) : std::string();
 }
 
+Canvas::Canvas(int width, int height, COLORREF colour) : width_(width), height_(height) {
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    dc_ = CreateCompatibleDC(nullptr);
+    bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits_, nullptr, 0);
+    old_ = SelectObject(dc_, bitmap_);
+    fill({0, 0, width, height}, colour);
+}
+
+Canvas::~Canvas() {
+    SelectObject(dc_, old_);
+    DeleteObject(bitmap_);
+    DeleteDC(dc_);
+}
+
+void Canvas::fill(const RECT& r, COLORREF colour) {
+    HBRUSH brush = CreateSolidBrush(colour);
+    FillRect(dc_, &r, brush);
+    DeleteObject(brush);
+}
+
+std::vector<uint32_t> Canvas::pixels(const RECT& r) const {
+    GdiFlush();
+    std::vector<uint32_t> out;
+    if (!bits_) return out;
+    for (int y = r.top; y < r.bottom; ++y)
+        for (int x = r.left; x < r.right; ++x)
+            out.push_back(static_cast<const uint32_t*>(bits_)[y * width_ + x] & 0xFFFFFF);
+    return out;
+}
+
+void Canvas::save(const std::string& name) const {
+    const std::string dir = testEnv("HERALDER_SHOT_DIR");
+    if (dir.empty() || !bits_) return;
+    const std::vector<uint32_t> all = pixels();
+    const int stride = (width_ * 3 + 3) & ~3;  // rows padded to 4 bytes, bottom row first
+    std::vector<unsigned char> rows(stride * height_);
+    for (int y = 0; y < height_; ++y)
+        for (int x = 0; x < width_; ++x) {
+            const uint32_t p = all[(height_ - 1 - y) * width_ + x];
+            unsigned char* out = &rows[y * stride + x * 3];
+            out[0] = p & 0xFF, out[1] = (p >> 8) & 0xFF, out[2] = (p >> 16) & 0xFF;
+        }
+    BITMAPINFOHEADER info = {sizeof info, width_, height_, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+    BITMAPFILEHEADER file = {0x4D42, 0, 0, 0, sizeof file + sizeof info};
+    file.bfSize = file.bfOffBits + rows.size();
+    if (std::FILE* f = std::fopen((dir + "\\" + name + ".bmp").c_str(), "wb")) {
+        std::fwrite(&file, sizeof file, 1, f);
+        std::fwrite(&info, sizeof info, 1, f);
+        std::fwrite(rows.data(), 1, rows.size(), f);
+        std::fclose(f);
+    }
+}
+
 void saveWindowScreenshot(HWND hwnd, const std::string& name) {
-    std::string dir = testEnv("HERALDER_SHOT_DIR");
     RECT r;
-    if (dir.empty() || !GetWindowRect(hwnd, &r)) return;
+    if (testEnv("HERALDER_SHOT_DIR").empty() || !GetWindowRect(hwnd, &r)) return;
     // Let the window finish painting before the screen is copied.
     RedrawWindow(hwnd, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);
     MSG msg;
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
-    const int w = r.right - r.left, h = r.bottom - r.top;
-
-    BITMAPINFOHEADER info = {sizeof info, w, h, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
-    void* bits = nullptr;
+    Canvas shot(r.right - r.left, r.bottom - r.top, 0);
     HDC screen = GetDC(nullptr);
-    HDC mem = CreateCompatibleDC(screen);
-    HBITMAP dib = CreateDIBSection(screen, reinterpret_cast<BITMAPINFO*>(&info), DIB_RGB_COLORS,
-                                   &bits, nullptr, 0);
-    HGDIOBJ old = SelectObject(mem, dib);
-    BitBlt(mem, 0, 0, w, h, screen, r.left, r.top, SRCCOPY);
-    SelectObject(mem, old);
-    GdiFlush();
-
-    const DWORD imageSize = ((w * 3 + 3) & ~3u) * h;  // rows padded to 4 bytes
-    BITMAPFILEHEADER file = {0x4D42, 0, 0, 0, sizeof file + sizeof info};
-    file.bfSize = file.bfOffBits + imageSize;
-    if (std::FILE* f = bits ? std::fopen((dir + "\\" + name + ".bmp").c_str(), "wb") : nullptr) {
-        std::fwrite(&file, sizeof file, 1, f);
-        std::fwrite(&info, sizeof info, 1, f);
-        std::fwrite(bits, 1, imageSize, f);
-        std::fclose(f);
-    }
-    DeleteObject(dib);
-    DeleteDC(mem);
+    BitBlt(shot.dc(), 0, 0, shot.width(), shot.height(), screen, r.left, r.top, SRCCOPY);
     ReleaseDC(nullptr, screen);
+    shot.save(name);
+}
+
+void deleteFilesIn(const std::string& folder) {
+    WIN32_FIND_DATAA found;
+    HANDLE search = FindFirstFileA((folder + "*").c_str(), &found);
+    if (search == INVALID_HANDLE_VALUE) return;
+    do
+        if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+            DeleteFileA((folder + found.cFileName).c_str());
+    while (FindNextFileA(search, &found));
+    FindClose(search);
+}
+
+std::string clipboardText() {
+    std::string text;
+    if (!OpenClipboard(nullptr)) return text;
+    if (HANDLE data = GetClipboardData(CF_TEXT))
+        if (const char* p = static_cast<const char*>(GlobalLock(data))) {
+            text = p;
+            GlobalUnlock(data);
+        }
+    CloseClipboard();
+    return text;
 }

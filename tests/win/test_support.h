@@ -1,13 +1,50 @@
 #pragma once
 // Shared helpers of the Windows tests: the settings made by the test script,
-// and screenshots of windows for people to look at.
+// memory canvases read back pixel by pixel, and screenshots of windows and
+// canvases for people to look at. Plain Win32 only: the autopilot links it too.
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "base/win_headers.h"
 
 // The value of an environment variable set by scripts/test_wine.sh, or "".
 std::string testEnv(const char* name);
 
-// Saves what the screen shows of window hwnd as NAME.bmp in the screenshot
-// folder, if the test script named one (it turns them into PNG files).
+// A 32-bit top-down memory bitmap filled with one colour, to draw into and
+// read back.
+class Canvas {
+  public:
+    Canvas(int width, int height, COLORREF colour);
+    ~Canvas();
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+
+    HDC dc() const { return dc_; }
+    int width() const { return width_; }
+    int height() const { return height_; }
+    COLORREF at(int x, int y) const { return GetPixel(dc_, x, y); }
+    void fill(const RECT& r, COLORREF colour);
+    // Pixels of r row by row as 0x00RRGGBB; the whole canvas by default.
+    std::vector<uint32_t> pixels() const { return pixels({0, 0, width_, height_}); }
+    std::vector<uint32_t> pixels(const RECT& r) const;
+    // Saves the canvas as NAME.bmp in the screenshot folder, if the test
+    // script named one (it turns them into PNG files).
+    void save(const std::string& name) const;
+
+  private:
+    int width_, height_;
+    void* bits_ = nullptr;
+    HBITMAP bitmap_ = nullptr;
+    HDC dc_ = nullptr;
+    HGDIOBJ old_ = nullptr;
+};
+
+// What the screen shows of window hwnd, saved as by Canvas::save.
 void saveWindowScreenshot(HWND hwnd, const std::string& name);
+
+// Deletes the files (not the subfolders) of folder, which ends in a backslash.
+void deleteFilesIn(const std::string& folder);
+
+// The clipboard's text, or "".
+std::string clipboardText();

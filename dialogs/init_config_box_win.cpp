@@ -1,0 +1,129 @@
+// The first-run sign-up (see init_config_box_win.h). The window is topmost:
+// it is started from the installer or a logon, when nothing of ours is on
+// screen to own it, and must not open behind whatever the user is doing.
+#include "dialogs/init_config_box_win.h"
+
+#include <optional>
+
+#include "base/win_handles.h"
+#include "dialogs/init_config.h"
+#include "dialogs/manual_win.h"
+#include "dialogs/startup_manager_win.h"
+#include "feed/http_win.h"
+#include "notify/item_graphics_win.h"
+#include "resources/resource.h"
+#include "settings/file_locations_win.h"
+#include "settings/settings.h"
+#include "ui/dialog_win.h"
+#include "ui/icon_button_win.h"
+#include "ui/message_box_win.h"
+#include "ui/soft_button_win.h"
+
+namespace {
+
+// Checks a radio button without unchecking the others of its group, which an
+// automatic radio button does when it is checked, even by a message.
+void checkRadioAlone(HWND button) {
+    const LONG_PTR style = GetWindowLongPtrA(button, GWL_STYLE);
+    SetWindowLongPtrA(button, GWL_STYLE, (style & ~LONG_PTR{BS_TYPEMASK}) | BS_RADIOBUTTON);
+    SendMessageA(button, BM_SETCHECK, BST_CHECKED, 0);
+    SetWindowLongPtrA(button, GWL_STYLE, style);
+}
+
+class InitConfigDialog : public Dialog {
+  public:
+    InitConfigDialog(uint32_t option, uint32_t softButtons)
+        : option_(option), softButtons_(softButtons) {}
+    uint32_t option() const { return option_; }
+
+  protected:
+    BOOL onInitDialog() override {
+        // Only Automatic can be marked from the stored choice; Manual is
+        // checked below whatever it was, and stays the choice unless the user
+        // clicks Automatic, even though both then show as checked.
+        if (option_ == kStartupAutomatic)
+            CheckDlgButton(hwnd(), IDC_INITCONFIG_AUTOMATIC, BST_CHECKED);
+        if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_HELPBUTTON});
+        SetFocus(item(IDC_BUTTON1));
+        checkRadioAlone(item(IDC_INITCONFIG_MANUAL));
+
+        headingFont_.reset(CreateFontA(20, 0, 0, 0, FW_BOLD, 0, 0, 0, DEFAULT_CHARSET,
+                                       OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,
+                                       DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
+        SetWindowFont(item(IDC_INITCONFIG_HEADING), headingFont_.get(), FALSE);
+        SetDlgItemTextA(hwnd(), IDC_INITCONFIG_TEXT, kInitConfigText);
+        banner_ = loadBitmapResourceDib(IDR_INITCONFIG_BANNER);
+
+        SetWindowPos(hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+        centreWindow(hwnd());
+        return FALSE;
+    }
+
+    void onCommand(int id, UINT code, HWND) override {
+        switch (id) {
+            case IDC_BUTTON1:
+                if (code != BN_CLICKED) return;
+                option_ = IsDlgButtonChecked(hwnd(), IDC_INITCONFIG_MANUAL) == BST_CHECKED
+                              ? kStartupManual
+                              : kStartupAutomatic;
+                if (IsDlgButtonChecked(hwnd(), IDC_INITCONFIG_NEWSLETTER) == BST_CHECKED)
+                    launchBrowser(hwnd(), newsletterAddress(publisherServerHost()), "", true);
+                end(1);
+                break;
+            case IDC_CANCELBUTTON:  // Escape: there is no Cancel button
+                end(0);
+                break;
+            case IDC_HELPBUTTON:
+                if (code == BN_CLICKED) openManualTopic(hwnd(), "STARTUP");
+                break;
+        }
+    }
+
+    bool onDrawItem(const DRAWITEMSTRUCT& item) override {
+        const COLORREF face = GetSysColor(COLOR_BTNFACE);
+        if (item.CtlID == IDC_ICONBUTTON) {
+            drawIconButton(item, face);
+            return true;
+        }
+        if (item.CtlID != IDC_INITCONFIG_BANNER) return false;
+        FillRect(item.hDC, &item.rcItem, GetSysColorBrush(COLOR_BTNFACE));
+        if (banner_) drawPictureOver(item.hDC, item.rcItem.left, item.rcItem.top, *banner_, face);
+        return true;
+    }
+
+  private:
+    uint32_t option_;
+    uint32_t softButtons_;
+    UniqueFont headingFont_;
+    std::optional<Picture> banner_;
+};
+
+}  // namespace
+
+int runInitConfig(HWND owner, uint32_t platformCode) {
+    Settings& s = settings();
+    if (s.InitConfigDone) return 1;
+    InitConfigDialog dialog(s.StartupOptions, s.SoftButtons);
+    const INT_PTR shown = dialog.runModal(owner, "InitConfigBox");
+    // A window that could not be made was never seen: it is offered again.
+    if (shown < 0) return 0;
+    const int result = shown == 1 ? 1 : 0;
+    if (settleInitConfig(s, result, dialog.option())) applyStartupOption(owner, s.StartupOptions);
+    checkOldInstallation(owner, platformCode);
+    return result;
+}
+
+bool checkOldInstallation(HWND owner, uint32_t platformCode) {
+    const std::string ini = getUserDataPath(kOldInstallationFile);
+    if (ini.empty()) return false;  // a bare name would be looked for in the Windows folder
+    char folder[MAX_PATH] = {};
+    GetPrivateProfileStringA(kOldInstallationSection, kOldInstallationKey, "", folder, MAX_PATH,
+                             ini.c_str());
+    const std::string program = oldInstallationProgramPath(folder);
+    if (program.empty()) return false;
+    const DWORD attributes = GetFileAttributesA(program.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_DIRECTORY))
+        return false;
+    showMessage(owner, oldInstallationMessage(platformCode));
+    return true;
+}

@@ -1,0 +1,303 @@
+#!/usr/bin/env python3
+"""Checks the manual pages in html/: each page is well-formed HTML5 with every
+element closed, uses the shared stylesheet, and its links, anchors and pictures
+resolve; every anchor the program opens exists (found in the sources, so a new
+Help button cannot point at nothing); every setting of the settings table and
+every command-line switch is documented; and each page renders in headless
+Chromium (screenshots in build/manual/, for people to look at).
+Closes with "manual cases: N passed, N failed". Usage: check_manual.py [-v] [--no-browser]"""
+import html.parser
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+HTML = ROOT / "html"
+PAGES = ["manual.html", "referenc.html"]
+VOID = {"area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "source",
+        "track", "wbr"}
+# Elements a browser will not keep inside <p>: it closes the paragraph first,
+# and the </p> written after them is then a stray one.
+BLOCK = {"address", "article", "aside", "blockquote", "div", "dl", "fieldset", "figure",
+         "footer", "form", "h1", "h2", "h3", "h4", "h5", "h6", "header", "hr", "main", "nav",
+         "ol", "p", "pre", "section", "table", "ul"}
+MAX_PICTURE_BYTES = 400 * 1024
+
+
+class Page(html.parser.HTMLParser):
+    def __init__(self):
+        super().__init__(convert_charrefs=True)
+        self.problems, self.stack, self.ids, self.links, self.images = [], [], set(), [], []
+        self.doctype = False
+        self.styles = 0
+        self.stylesheets = []
+        self.has = set()
+
+    def where(self):
+        return f"line {self.getpos()[0]}"
+
+    def handle_decl(self, decl):
+        self.doctype |= decl.lower() == "doctype html"
+
+    def handle_starttag(self, tag, attrs):
+        a = dict(attrs)
+        self.has.add(tag)
+        if tag in BLOCK and "p" in self.stack:
+            self.problems.append(f"{self.where()}: <{tag}> inside <p>")
+        if "id" in a:
+            if a["id"] in self.ids:
+                self.problems.append(f"{self.where()}: id {a['id']!r} used twice")
+            self.ids.add(a["id"])
+        if tag == "a" and "href" in a:
+            self.links.append((self.getpos()[0], a["href"]))
+        if tag == "img":
+            if not a.get("alt"):
+                self.problems.append(f"{self.where()}: <img> without alt text")
+            self.images.append((self.getpos()[0], a.get("src", "")))
+        if tag == "link" and a.get("rel") == "stylesheet":
+            self.stylesheets.append(a.get("href", ""))
+        if tag == "style":
+            self.styles += 1
+        if tag == "meta" and a.get("charset", "").lower() == "utf-8":
+            self.has.add("charset")
+        if tag == "html" and a.get("lang"):
+            self.has.add("lang")
+        if tag not in VOID:
+            self.stack.append(tag)
+
+    def handle_startendtag(self, tag, attrs):
+        self.handle_starttag(tag, attrs)
+        if tag not in VOID:
+            self.stack.pop()
+
+    def handle_endtag(self, tag):
+        if tag in VOID:
+            self.problems.append(f"{self.where()}: end tag of void element </{tag}>")
+        elif not self.stack or self.stack[-1] != tag:
+            open_tag = self.stack[-1] if self.stack else "nothing"
+            self.problems.append(f"{self.where()}: </{tag}> closes <{open_tag}>")
+            if tag in self.stack:
+                while self.stack.pop() != tag:
+                    pass
+        else:
+            self.stack.pop()
+
+
+def parse(name):
+    page = Page()
+    page.feed((HTML / name).read_text(encoding="utf-8"))
+    page.close()
+    return page
+
+
+def check_form(name, page):
+    problems = list(page.problems)
+    if page.stack:
+        problems.append(f"unclosed at the end: {', '.join('<' + t + '>' for t in page.stack)}")
+    if not page.doctype:
+        problems.append("no <!DOCTYPE html>")
+    for need in ("lang", "charset", "title", "h1", "nav"):
+        if need not in page.has:
+            problems.append(f"missing {need}")
+    return problems
+
+
+def check_style(name, page):
+    problems = []
+    if page.styles:
+        problems.append(f"{page.styles} <style> block(s): use the shared stylesheet")
+    if not page.stylesheets:
+        problems.append("no stylesheet link")
+    problems += [f"stylesheet {s} not found" for s in page.stylesheets if not (HTML / s).is_file()]
+    return problems
+
+
+def check_links(name, page, pages):
+    problems = []
+    for line, href in page.links:
+        if re.match(r"^(https?|mailto):", href):
+            continue
+        target, _, anchor = href.partition("#")
+        target = target or name
+        if "/" in target or "\\" in target or not (HTML / target).is_file():
+            problems.append(f"line {line}: {href} names no page beside this one")
+        elif anchor and target in pages and anchor not in pages[target].ids:
+            problems.append(f"line {line}: {href}: no anchor {anchor!r} in {target}")
+    return problems
+
+
+def picture_table():
+    """{picture file name: state} from scripts/manual_pictures.sh."""
+    out = subprocess.run(["bash", str(ROOT / "scripts/manual_pictures.sh"), "--table"],
+                         capture_output=True, text=True, check=True).stdout
+    rows = [line.split() for line in out.splitlines() if line.strip()]
+    return {f"pictures/{r[1]}.png": r[3] for r in rows}
+
+
+def check_images(name, page, table, warnings):
+    problems = []
+    for line, src in page.images:
+        path = HTML / src
+        if not path.is_file():
+            if table.get(src) == "pending":
+                warnings.append(f"{name} line {line}: {src} not made yet (pending in manual_pictures.sh)")
+            else:
+                problems.append(f"line {line}: picture {src} not found")
+            continue
+        data = path.read_bytes()
+        if not data.startswith(b"\x89PNG\r\n\x1a\n"):
+            problems.append(f"line {line}: {src} is not a PNG file")
+        if len(data) > MAX_PICTURE_BYTES:
+            problems.append(f"line {line}: {src} is {len(data)} bytes; crop or reduce it")
+        if src not in table:
+            problems.append(f"line {line}: {src} has no row in scripts/manual_pictures.sh")
+    return problems
+
+
+def source_files():
+    for folder in ("app", "dialogs", "notify", "ui", "feed", "settings"):
+        yield from sorted((ROOT / folder).rglob("*.cpp"))
+        yield from sorted((ROOT / folder).rglob("*.h"))
+
+
+def program_anchors():
+    """[(page, anchor, where)] for every manual address the program opens."""
+    texts = {p: p.read_text(encoding="utf-8", errors="replace") for p in source_files()}
+    topic_page = None
+    for text in texts.values():
+        m = re.search(r"int\s+openManualTopic\s*\([^)]*\)\s*\{[^}]*?\"(\w+\.html)\"", text)
+        if m:
+            topic_page = m.group(1)
+    found, problems = [], []
+    if topic_page is None:
+        problems.append("cannot find which page openManualTopic opens")
+    for path, text in texts.items():
+        rel = path.relative_to(ROOT)
+        # char kTopic[] = "X", const char* kTopic = "X", std::string_view kTopic = "X"
+        constants = dict(re.findall(r"\b(\w+)\s*(?:\[\])?\s*=\s*\"([^\"]*)\"", text))
+        for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*([^)]+?)\s*\)",
+                             text):
+            arg = m.group(1)
+            if arg in ("const char* topic", "topic"):
+                continue  # the declaration and the definition
+            line = text.count("\n", 0, m.start()) + 1
+            literal = re.fullmatch(r"\"([^\"]*)\"", arg)
+            topic = literal.group(1) if literal else constants.get(arg)
+            if topic is None:
+                problems.append(f"{rel}:{line}: cannot tell the topic {arg}")
+            elif topic_page:
+                found.append((topic_page, topic, f"{rel}:{line}"))
+        for m in re.finditer(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\"([^\"]+)\"\s*,\s*\"#([^\"]+)\"",
+                             text):
+            line = text.count("\n", 0, m.start()) + 1
+            found.append((m.group(1), m.group(2), f"{rel}:{line}"))
+    if not found:
+        problems.append("no manual topic found in the sources")
+    return found, problems
+
+
+def documented_names():
+    """Settings and switches the program has, each of which the reference must name."""
+    table = (ROOT / "settings/settings_table.cpp").read_text()
+    settings = re.findall(r"^\s*(?:NUM|TXT)\((\w+)", table, re.M)
+    switches = re.findall(r"\{\"(/[A-Z/]+)\"", (ROOT / "app/command_line.cpp").read_text())
+    return settings, switches
+
+
+def render(names, out_dir):
+    """{page: problems} after rendering every page at once in headless Chromium;
+    None without a browser. Tall enough for the whole page, so that a look at
+    the picture shows everything."""
+    browser = shutil.which("chromium") or shutil.which("chromium-browser")
+    if not browser:
+        return None
+    runs = {}
+    with tempfile.TemporaryDirectory() as profiles:
+        for i, name in enumerate(names):
+            out = out_dir / (pathlib.Path(name).stem + ".png")
+            out.unlink(missing_ok=True)
+            runs[name] = (out, subprocess.Popen(
+                [browser, "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic",
+                 "--no-first-run", "--disable-background-networking",
+                 "--disable-component-update", "--disable-sync",
+                 f"--user-data-dir={profiles}/{i}", f"--screenshot={out}",
+                 "--window-size=1200,16000", "--hide-scrollbars", (HTML / name).as_uri()],
+                stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True))
+        results = {}
+        for name, (out, proc) in runs.items():
+            try:
+                _, err = proc.communicate(timeout=180)
+            except subprocess.TimeoutExpired:
+                proc.kill()
+                _, err = proc.communicate()
+            ok = proc.returncode == 0 and out.is_file() and out.stat().st_size > 10000
+            results[name] = [] if ok else [f"chromium failed ({proc.returncode}): {err[-500:]}"]
+    return results
+
+
+def main():
+    passed = failed = 0
+    warnings = []
+    verbose = "-v" in sys.argv
+
+    def case(title, problems):
+        nonlocal passed, failed
+        if problems:
+            failed += 1
+            print(f"FAIL {title}")
+            for p in problems:
+                print(f"    {p}")
+        else:
+            passed += 1
+            if verbose:
+                print(f"ok   {title}")
+
+    pages = {name: parse(name) for name in PAGES}
+    table = picture_table()
+    for name, page in pages.items():
+        case(f"{name}: well-formed", check_form(name, page))
+        case(f"{name}: shared stylesheet", check_style(name, page))
+        case(f"{name}: links and anchors", check_links(name, page, pages))
+        case(f"{name}: pictures", check_images(name, page, table, warnings))
+
+    used = {src for page in pages.values() for _, src in page.images}
+    case("every file in html/pictures is shown",
+         [f"{p.name} is not used by any page" for p in sorted((HTML / "pictures").glob("*"))
+          if f"pictures/{p.name}" not in used])
+
+    anchors, problems = program_anchors()
+    case("program topics found in the sources", problems)
+    for page, anchor, where in sorted(set(anchors)):
+        missing = page not in pages or anchor not in pages[page].ids
+        case(f"{page}#{anchor} (opened at {where})",
+             [f"no anchor {anchor!r} in {page}"] if missing else [])
+
+    settings, switches = documented_names()
+    reference = (HTML / "referenc.html").read_text(encoding="utf-8")
+    case(f"all {len(settings)} settings documented",
+         [f"{s} missing" for s in settings if f"<code>{s}</code>" not in reference] +
+         ([] if len(settings) == 43 else [f"found {len(settings)} settings in the table, not 43"]))
+    case(f"all {len(switches)} command-line switches documented",
+         [f"{s} missing" for s in switches if f"<code>{s}</code>" not in reference] +
+         ([] if switches else ["no switch found in app/command_line.cpp"]))
+
+    if "--no-browser" not in sys.argv:
+        out_dir = ROOT / "build/manual"
+        out_dir.mkdir(parents=True, exist_ok=True)
+        results = render(PAGES, out_dir)
+        if results is None:
+            print("skip rendering: no chromium")
+        for name, problems in (results or {}).items():
+            case(f"{name}: rendered to build/manual/{pathlib.Path(name).stem}.png", problems)
+
+    for w in warnings:
+        print(f"warn {w}")
+    print(f"manual cases: {passed} passed, {failed} failed")
+    return 1 if failed else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

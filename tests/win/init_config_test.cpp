@@ -1,0 +1,300 @@
+// The first-run sign-up under Wine: the real window from its template, driven
+// as a user would, what it leaves in the settings and the Startup folder, the
+// newsletter page and the manual it opens through the recorder, the warning
+// about an older installation, and "/INITCONFIG/F" run as a whole process.
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+
+#include "dialogs/init_config.h"
+#include "dialogs/init_config_box_win.h"
+#include "dialogs/startup_manager_win.h"
+#include "feed/http_win.h"
+#include "resources/resource.h"
+#include "settings/file_locations_win.h"
+#include "settings/settings.h"
+#include "settings/settings_file.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/process_driver.h"
+#include "tests/win/recorder/recording.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+constexpr char kAutomaticText[] =
+    "Automatic: Enable this option to have Heralder run once per day to check for news. A "
+    "full-time Internet connection is required to use this feature.";
+constexpr char kManualText[] =
+    "Manual: Select this option to have Heralder do nothing until you explicitly run it. If you "
+    "choose not to run it, you'll never hear from it again.";
+constexpr char kNewsletterText[] =
+    "E-mail Update List: Enable this option to add your e-mail address to the Quenmark e-mail "
+    "update list. The e-mail update list posts one message per week with news about Quenmark' "
+    "software and other products. There's no cost to use it, and you can remove your address "
+    "from the list at any time. If you enable this option, your web browser will open once "
+    "you've clicked on Close, above.";
+constexpr char kWarningStart[] =
+    "There is an earlier installation of Heralder installed on your system.\n\nPlease open the ";
+
+bool fileExists(const std::string& path) {
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+class InitConfig : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(ensureDataFolders());
+        std::string startup = getSpecialFolderPath(CSIDL_STARTUP).value_or("");
+        ASSERT_FALSE(startup.empty());
+        if (startup.back() != '\\') startup += '\\';
+        link_ = startup + "Heralder.lnk";
+        oldIni_ = getUserDataPath(kOldInstallationFile);
+        oldFolder_ = scratchFolder("heralder_init_config_test");
+        removeFiles();
+        settings().InitConfigDone = 0;
+    }
+    void TearDown() override {
+        removeFiles();
+        settings() = saved_;
+    }
+    void removeFiles() {
+        DeleteFileA(link_.c_str());
+        DeleteFileA(oldIni_.c_str());
+        DeleteFileA((oldFolder_ + kOldInstallationProgram).c_str());
+    }
+    // The old product's INI naming folder, and its program there when asked.
+    void makeOldInstallation(const std::string& folder, bool withProgram) {
+        WritePrivateProfileStringA(kOldInstallationSection, kOldInstallationKey, folder.c_str(),
+                                   oldIni_.c_str());
+        if (withProgram) {
+            HANDLE file = CreateFileA((oldFolder_ + kOldInstallationProgram).c_str(), GENERIC_WRITE,
+                                      0, nullptr, CREATE_ALWAYS, 0, nullptr);
+            ASSERT_NE(file, INVALID_HANDLE_VALUE);
+            CloseHandle(file);
+        }
+    }
+
+    std::string link_, oldIni_, oldFolder_;
+    Settings saved_ = settings();
+};
+
+TEST_F(InitConfig, ShowsItsTextsTopmostAndCentredWithBothRadiosAsStored) {
+    const struct {
+        uint32_t stored;
+        uint32_t softButtons;
+        UINT automatic;
+    } cases[] = {
+        {kStartupManual, 1, BST_UNCHECKED},
+        {kStartupAutomatic, 0, BST_CHECKED},  // both show as checked; Manual still wins
+        {0, 2, BST_UNCHECKED},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.stored);
+        settings().InitConfigDone = 0;
+        settings().StartupOptions = c.stored;
+        settings().SoftButtons = c.softButtons;
+        DialogDriver driver([&](HWND box) {
+            EXPECT_EQ(windowText(box), "");
+            EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & WS_CAPTION, 0);
+            EXPECT_TRUE(GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST);
+            RECT r;
+            GetWindowRect(box, &r);
+            EXPECT_NEAR(r.left + r.right, GetSystemMetrics(SM_CXSCREEN), 1);
+            EXPECT_NEAR(r.top + r.bottom, GetSystemMetrics(SM_CYSCREEN), 1);
+            EXPECT_EQ(GetFocus(), GetDlgItem(box, IDC_BUTTON1));
+            EXPECT_EQ(IsDlgButtonChecked(box, IDC_INITCONFIG_AUTOMATIC), c.automatic);
+            EXPECT_EQ(IsDlgButtonChecked(box, IDC_INITCONFIG_MANUAL), BST_CHECKED);
+            EXPECT_EQ(IsDlgButtonChecked(box, IDC_INITCONFIG_NEWSLETTER), BST_UNCHECKED);
+
+            EXPECT_EQ(itemText(box, IDC_INITCONFIG_TEXT), kInitConfigText);
+            EXPECT_EQ(itemText(box, IDC_INITCONFIG_HEADING), "Heralder Options");
+            EXPECT_EQ(itemText(box, IDC_INITCONFIG_AUTOMATIC), kAutomaticText);
+            EXPECT_EQ(itemText(box, IDC_INITCONFIG_MANUAL), kManualText);
+            EXPECT_EQ(itemText(box, IDC_INITCONFIG_NEWSLETTER), "E-mail update list");
+            EXPECT_EQ(itemText(box, IDC_INITCONFIG_NEWSLETTER_TEXT), kNewsletterText);
+            EXPECT_EQ(itemText(box, IDC_BUTTON1), "Close");
+            EXPECT_EQ(itemText(box, IDC_HELPBUTTON), "Help");
+            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(box, IDC_ICONBUTTON)));
+            EXPECT_FALSE(IsWindowEnabled(GetDlgItem(box, IDC_INITCONFIG_BANNER)));
+
+            LOGFONTA heading = {};
+            GetObjectA(GetWindowFont(GetDlgItem(box, IDC_INITCONFIG_HEADING)), sizeof heading,
+                       &heading);
+            EXPECT_STREQ(heading.lfFaceName, "Times New Roman");
+            EXPECT_EQ(heading.lfHeight, 20);
+            EXPECT_EQ(heading.lfWeight, FW_BOLD);
+            EXPECT_EQ(heading.lfQuality, ANTIALIASED_QUALITY);
+
+            saveWindowScreenshot(box, "init_config_" + std::to_string(c.stored) + "_soft" +
+                                          std::to_string(c.softButtons));
+            pressKey(box, VK_ESCAPE);
+        });
+        EXPECT_EQ(runInitConfig(nullptr, 18), 0);
+        EXPECT_TRUE(driver.ran());
+    }
+}
+
+TEST_F(InitConfig, CloseStoresAndAppliesTheChoiceEscapeOnlyMarksItDone) {
+    const struct {
+        const char* what;
+        uint32_t stored;
+        bool linkBefore;
+        int radio;   // clicked first; 0 none
+        bool close;  // Close, else Escape
+        int wantResult;
+        uint32_t wantStored;
+        bool wantLink;
+    } cases[] = {
+        {"Automatic stored, untouched: Manual", kStartupAutomatic, true, 0, true, 1, kStartupManual,
+         false},
+        {"Automatic clicked", kStartupManual, false, IDC_INITCONFIG_AUTOMATIC, true, 1,
+         kStartupAutomatic, true},
+        {"Automatic, then Manual again", kStartupManual, false, IDC_INITCONFIG_MANUAL, true, 1,
+         kStartupManual, false},
+        {"Escape keeps the link", kStartupAutomatic, true, IDC_INITCONFIG_MANUAL, false, 0,
+         kStartupAutomatic, true},
+        {"Escape makes none", kStartupManual, false, IDC_INITCONFIG_AUTOMATIC, false, 0,
+         kStartupManual, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        DeleteFileA(link_.c_str());
+        if (c.linkBefore) applyStartupOption(nullptr, kStartupAutomatic);
+        settings().InitConfigDone = 0;
+        settings().StartupOptions = c.stored;
+        DialogDriver driver([&](HWND box) {
+            if (c.radio) clickItem(box, c.radio);
+            if (c.close)
+                clickItem(box, IDC_BUTTON1);
+            else
+                pressKey(box, VK_ESCAPE);
+        });
+        EXPECT_EQ(runInitConfig(nullptr, 18), c.wantResult);
+        EXPECT_TRUE(driver.ran());
+        EXPECT_EQ(settings().InitConfigDone, 1u);
+        EXPECT_EQ(settings().StartupOptions, c.wantStored);
+        EXPECT_EQ(fileExists(link_), c.wantLink);
+    }
+}
+
+TEST_F(InitConfig, DoneBeforeShowsNothingAndSkipsTheOldInstallationCheck) {
+    makeOldInstallation(oldFolder_, true);
+    settings().InitConfigDone = 1;
+    settings().StartupOptions = kStartupAutomatic;
+    DialogDriver driver([](HWND box) { EndDialog(box, 0); });
+    EXPECT_EQ(runInitConfig(nullptr, 18), 1);
+    MSG msg;  // give the driver's timer a chance: nothing may be on screen
+    for (DWORD start = GetTickCount(); GetTickCount() - start < 100;)
+        if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
+    EXPECT_FALSE(driver.ran());
+    EXPECT_FALSE(fileExists(link_));
+    EXPECT_EQ(settings().StartupOptions, kStartupAutomatic);
+}
+
+TEST_F(InitConfig, NewsletterOpensMaximisedOnCloseHelpOpensTheManual) {
+    settings().DocumentBrowserPath = recorderPath();
+    settings().DocumentBrowserFlags = 0;
+    settings().ApplicationPath = "C:\\Heralder\\";
+    Recording recording(oldFolder_ + "record.txt");
+    DialogDriver driver([&](HWND box) {
+        clickItem(box, IDC_HELPBUTTON);
+        std::vector<Recorded> records = recording.wait();
+        ASSERT_EQ(records.size(), 1u);
+        EXPECT_EQ(
+            records[0].commandLine,
+            shellCommandLine(recorderPath(), "file:///C:\\Heralder\\html\\referenc.html#STARTUP"));
+        EXPECT_TRUE(IsWindowVisible(box));
+        clickItem(box, IDC_INITCONFIG_NEWSLETTER);
+        clickItem(box, IDC_BUTTON1);
+    });
+    EXPECT_EQ(runInitConfig(nullptr, 18), 1);
+    const std::vector<Recorded> records = recording.wait();
+    ASSERT_EQ(records.size(), 2u);
+    EXPECT_EQ(records[1].commandLine,
+              shellCommandLine(recorderPath(), newsletterAddress(publisherServerHost())));
+    EXPECT_EQ(records[1].show, SW_SHOWMAXIMIZED);
+}
+
+TEST_F(InitConfig, WarnsAboutAnOldInstallationOnlyWhenItsProgramIsThere) {
+    const std::string noBackslash = oldFolder_.substr(0, oldFolder_.size() - 1);
+    const struct {
+        const char* what;
+        bool ini;
+        std::string folder;
+        bool program;
+        uint32_t platform;
+        const char* wantItem;  // nullptr: no warning
+    } cases[] = {
+        {"no INI file", false, "", true, 18, nullptr},
+        {"empty path", true, "", true, 18, nullptr},
+        {"no program there", true, oldFolder_, false, 18, nullptr},
+        {"XP wording", true, oldFolder_, true, 12, "Add or Remove Programs"},
+        {"later systems, no backslash", true, noBackslash, true, 19, "Programs and Features"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        removeFiles();
+        if (c.ini) makeOldInstallation(c.folder, c.program);
+        std::string shown;
+        DialogDriver driver([&](HWND box) {
+            shown = itemText(box, IDC_MESSAGETEXT);
+            if (c.wantItem && c.platform == 12) saveWindowScreenshot(box, "init_config_old_xp");
+            clickItem(box, IDC_BUTTON1);
+        });
+        EXPECT_EQ(checkOldInstallation(nullptr, c.platform), c.wantItem != nullptr);
+        EXPECT_EQ(shown, c.wantItem ? std::string(kWarningStart) + c.wantItem +
+                                          " option in the Windows Control Panel and uninstall QMK "
+                                          "Heralder."
+                                    : "");
+    }
+}
+
+// Escape still leads to the check, after the window has gone.
+TEST_F(InitConfig, EscapeIsFollowedByTheOldInstallationWarning) {
+    makeOldInstallation(oldFolder_, true);
+    std::optional<DialogDriver> warning;
+    std::string shown;
+    DialogDriver signUp([&](HWND box) {
+        warning.emplace([&](HWND message) {
+            shown = itemText(message, IDC_MESSAGETEXT);
+            clickItem(message, IDC_BUTTON1);
+        });
+        pressKey(box, VK_ESCAPE);
+    });
+    EXPECT_EQ(runInitConfig(nullptr, 18), 0);
+    EXPECT_TRUE(signUp.ran());
+    EXPECT_EQ(shown.rfind(kWarningStart, 0), 0u) << shown;
+}
+
+// "/INITCONFIG/F" on a fresh data folder shows the sign-up twice, then the
+// program saves it as done; "/INITCONFIG" after that shows nothing.
+TEST_F(InitConfig, ForcedSwitchShowsTheSignUpTwiceInOneRun) {
+    const std::string program = testProgramFolder() + "heralder.exe";
+    const std::string settingsFile = getUserDataPath(kSettingsFileName);
+    DeleteFileA(settingsFile.c_str());
+    int signUps = 0;
+    auto answer = [&](HWND dialog, int) {
+        if (GetDlgItem(dialog, IDC_INITCONFIG_HEADING)) ++signUps;
+        SendMessageA(GetDlgItem(dialog, IDC_BUTTON1), BM_CLICK, 0, 0);
+        return true;
+    };
+    ProcessRun run = runProcess(program, "/INITCONFIG/F", answer, 30000);
+    ASSERT_TRUE(run.exited);
+    EXPECT_EQ(signUps, 2);
+    EXPECT_EQ(run.windows.size(), 2u);
+    Settings stored;
+    ASSERT_TRUE(readSettingsFile(stored, settingsFile));
+    EXPECT_EQ(stored.InitConfigDone, 1u);
+    EXPECT_EQ(stored.StartupOptions, kStartupManual);
+
+    signUps = 0;
+    run = runProcess(program, "/INITCONFIG", answer, 30000);
+    ASSERT_TRUE(run.exited);
+    EXPECT_EQ(signUps, 0);
+    for (const std::string& file :
+         {settingsFile, backupPathFor(settingsFile), backupPathFor(backupPathFor(settingsFile))})
+        DeleteFileA(file.c_str());
+}
+
+}  // namespace

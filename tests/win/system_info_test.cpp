@@ -1,0 +1,134 @@
+// System information under Wine: the facts gathered from a data folder the
+// test lays out, the dialog showing the report, Copy putting all of it on the
+// clipboard, and the main window's menu command opening it.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+
+#include "app/app_win.h"
+#include "app/main_window_win.h"
+#include "base/crt_text.h"
+#include "dialogs/system_info_win.h"
+#include "feed/http_win.h"
+#include "resources/resource.h"
+#include "settings/file_locations_win.h"
+#include "settings/settings_file.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/test_support.h"
+#include "ui/dialog_win.h"
+
+namespace {
+
+std::string clipboardText() {
+    std::string text;
+    if (!OpenClipboard(nullptr)) return text;
+    if (HANDLE data = GetClipboardData(CF_TEXT)) {
+        if (const char* p = static_cast<const char*>(GlobalLock(data))) text = p;
+        GlobalUnlock(data);
+    }
+    CloseClipboard();
+    return text;
+}
+
+class SystemInfo : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(ensureDataFolders());
+        settingsFile_ = getUserDataPath(kSettingsFileName);
+        files_ = {settingsFile_, backupPathFor(settingsFile_),
+                  backupPathFor(backupPathFor(settingsFile_)), getUserHeralderPath("Heralder.lst"),
+                  getUserDataPath("SysInfoLedger.ini")};
+        for (const std::string& file : files_) DeleteFileA(file.c_str());
+    }
+    void TearDown() override {
+        for (const std::string& file : files_) DeleteFileA(file.c_str());
+        settings() = saved_;
+    }
+    std::string settingsFile_;
+    std::vector<std::string> files_;
+    Settings saved_ = settings();
+};
+
+TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(writeSettingsFile(settings(), settingsFile_));
+    ASSERT_TRUE(writeFileBytes(files_[3], {"5\r\n7\r\n5\r\n"}));
+    // 4.2c: minor 2 in bits 10-14, major 4 in bits 5-9, letter c.
+    WritePrivateProfileStringA("Ledger", "VersionNumber", "2178", files_[4].c_str());
+    WritePrivateProfileStringA("Ledger", "PatchLevel", "3", files_[4].c_str());
+    WritePrivateProfileStringA("Notes", "Colour", "red", files_[4].c_str());
+
+    Settings record;
+    record.ApplicationPath = "C:\\Program Files\\Heralder\\";
+    const SystemFacts f = gatherSystemFacts(record, 18, "Windows 10");
+    EXPECT_GT(f.dpi, 0);
+    EXPECT_EQ(f.settingsFile.path, settingsFile_);
+    EXPECT_TRUE(f.settingsFile.exists && f.settingsBackup.exists && f.settingsOlderBackup.exists);
+    EXPECT_TRUE(f.settingsFile.modified);
+    EXPECT_EQ(f.settingsFile.size, readFileBytes(settingsFile_).value_or("").size());
+    EXPECT_EQ(f.seenList.size, 9u);
+    EXPECT_EQ(f.seenEntries, 2u);
+    EXPECT_EQ(f.serverHost, publisherServerHost());
+    EXPECT_TRUE(f.proxy.known);
+    const auto ledger = std::find_if(f.products.begin(), f.products.end(),
+                                     [&](const ProductFacts& p) { return p.file == files_[4]; });
+    ASSERT_NE(ledger, f.products.end());
+    EXPECT_EQ(ledger->section, "Ledger");
+    EXPECT_EQ(ledger->version, "4.2c (revision 3)");
+    EXPECT_EQ(std::count_if(f.products.begin(), f.products.end(),
+                            [&](const ProductFacts& p) { return p.file == files_[4]; }),
+              1);
+
+    for (const std::string& file : files_) DeleteFileA(file.c_str());
+    const SystemFacts none = gatherSystemFacts(record, 18, "Windows 10");
+    EXPECT_FALSE(none.settingsFile.exists);
+    EXPECT_FALSE(none.seenList.exists);
+    EXPECT_FALSE(none.seenEntries);
+}
+
+// Opened as the menu opens it; Copy takes the whole report, not a selection.
+TEST_F(SystemInfo, MenuCommandShowsTheReportAndCopyTakesAllOfIt) {
+    // A class this test registers goes with it: the main window's own tests
+    // register it once for their whole run.
+    WNDCLASSEXA known = {};
+    known.cbSize = sizeof known;
+    const bool ownClass = !GetClassInfoExA(GetModuleHandleA(nullptr), kMainWindowClass, &known);
+    if (ownClass) {
+        ASSERT_TRUE(registerMainWindowClass(GetModuleHandleA(nullptr)));
+    }
+    createSharedDrawingObjects(settings());
+    HWND window = createMainWindow(GetModuleHandleA(nullptr));
+    ASSERT_TRUE(window);
+    settings().SoftButtons = 1;
+    ASSERT_TRUE(copyTextToClipboard(nullptr, "before"));
+    std::string shown;
+    DialogDriver driver([&](HWND box) {
+        EXPECT_EQ(windowText(box), "System information");
+        HWND edit = GetDlgItem(box, IDC_SYSINFO_REPORT);
+        shown = windowText(edit);
+        EXPECT_TRUE(GetWindowLongA(edit, GWL_STYLE) & ES_READONLY);
+        EXPECT_EQ(GetFocus(), GetDlgItem(box, IDC_BUTTON1));
+        EXPECT_EQ(itemText(box, IDC_SYSINFO_COPY), "&Copy");
+        EXPECT_EQ(itemText(box, IDC_BUTTON1), "Close");
+        saveWindowScreenshot(box, "system_info");
+        SendMessageA(edit, EM_SETSEL, 0, 5);
+        clickItem(box, IDC_SYSINFO_COPY);
+        EXPECT_EQ(clipboardText(), shown);
+        EXPECT_TRUE(IsWindowVisible(box));
+        clickItem(box, IDC_BUTTON1);
+    });
+    SendMessageA(window, WM_COMMAND, IDM_SYSTEM_INFO, 0);
+    EXPECT_TRUE(driver.ran());
+    EXPECT_EQ(shown.rfind("Quenmark Heralder system information\r\n", 0), 0u) << shown;
+    EXPECT_NE(shown.find("17.0a (Revision 2)"), std::string::npos);
+    DestroyWindow(window);
+    MSG msg;  // the window's quit message must not end a later test's dialog
+    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
+    }
+    if (ownClass) UnregisterClassA(kMainWindowClass, GetModuleHandleA(nullptr));
+
+    DialogDriver escape([](HWND box) { pressKey(box, VK_ESCAPE); });
+    EXPECT_EQ(showSystemInfo(nullptr, shown), 0);
+}
+
+}  // namespace
