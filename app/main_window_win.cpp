@@ -14,6 +14,7 @@
 #include "dialogs/about_box_win.h"
 #include "dialogs/init_config_box_win.h"
 #include "dialogs/manual_win.h"
+#include "dialogs/setup_box_win.h"
 #include "dialogs/startup_manager_win.h"
 #include "dialogs/system_info_win.h"
 #include "feed/document_file.h"
@@ -27,6 +28,7 @@
 #include "ui/dialog_win.h"
 #include "ui/list_marker_win.h"
 #include "ui/message_box_win.h"
+#include "ui/res_string_win.h"
 
 namespace {
 
@@ -182,8 +184,24 @@ void onInitialConfig(MainWindow& w) {
     for (const MSG& m : queued) PostMessageA(w.hwnd, m.message, m.wParam, m.lParam);
 }
 
+// Setup edits the settings in place, and a colour picked there stays even
+// when the user cancels, so whatever the answer the shared font and brush are
+// made again and the settings are written.
+void onSetup(MainWindow& w) {
+    openSetupBox(w.hwnd, settings());
+    recreateAlertBackgroundBrush(settings());
+    RedrawWindow(w.hwnd, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    recreateAlertFont(settings());
+    SetWindowTextA(w.hwnd, loadResString(IDS_APP_NAME).c_str());
+    writeSettings();
+}
+
 void onCommand(MainWindow& w, int id, UINT code) {
     switch (id) {
+        case IDM_SETUP:
+            onSetup(w);
+            return;
         case IDM_EXIT:
             SendMessageA(w.hwnd, WM_CLOSE, 0, 0);
             return;
@@ -219,7 +237,6 @@ void onCommand(MainWindow& w, int id, UINT code) {
         case IDC_ITEMLIST:
             if (code == LBN_DBLCLK) onListDoubleClick(w);
             return;
-            // Setup arrives with its dialog.
     }
 }
 

@@ -10,6 +10,7 @@
 //   1-10      shared buttons              101-108, 997-999  menu commands
 //   60-65     message and platform texts  200               the item list
 //   500-505   message box check boxes and notes
+//   601-616   colour picker (up-downs 10611-10616)
 //   5001      About template              7000-7003         list markers
 //   7771      sign-up banner              7773              default item picture
 //   9898-9992 message box and incompatibility templates
@@ -147,6 +148,54 @@
 //      IDC_BUTTON1 "Close"; Escape closes too.
 #define IDC_SYSINFO_REPORT 101  // read-only edit holding the report
 #define IDC_SYSINFO_COPY 102    // the whole report to the clipboard
+
+// ---- Setup: template "SETUPBOX" -------------------------------------------------
+//      IDC_BUTTON1 "OK", IDC_CANCELBUTTON, IDC_HELPBUTTON; group boxes, their
+//      explanations and the list labels are IDC_STATIC.
+#define IDC_SETUP_ALERT 101           // SetupAlertPopup
+#define IDC_SETUP_TIP 104             // SetupTipPopup
+#define IDC_SETUP_VERSION 106         // SetupVersionPopup
+#define IDC_SETUP_OFFTOPIC 108        // SetupOfftopicPopup
+#define IDC_SETUP_NOTICE 110          // SetupNoticePopup
+#define IDC_SETUP_DATE 113            // CurrentTransactionDate
+#define IDC_SETUP_NEWONLY 114         // OnlyShowNewItems
+#define IDC_SETUP_NOISY 115           // BeNoisy
+#define IDC_SETUP_AUTOMATIC 116       // DoNoticationsAutomatically
+#define IDC_SETUP_TEXTCOLOUR 117      // AlertTextColor, owner-drawn swatch
+#define IDC_SETUP_BACKCOLOUR 118      // AlertBackgroundColor, owner-drawn swatch
+#define IDC_SETUP_SOFTBUTTONS 119     // SoftButtons, owner-drawn list
+#define IDC_SETUP_FONT 120            // AlertFontName, owner-drawn sorted list
+#define IDC_SETUP_BOLD 121            // AlertFontBold
+#define IDC_SETUP_ITALIC 122          // AlertFontItal
+#define IDC_SETUP_ANTIALIAS 123       // AlertFontAntialias
+#define IDC_SETUP_FONTSIZE 124        // AlertFontSize
+#define IDC_SETUP_PREVIEW 125         // disabled owner-drawn font preview
+#define IDC_SETUP_GRAPHICS 126        // DownloadGraphics
+#define IDC_SETUP_FONTSIZE_UPDOWN 10124  // IDC_SETUP_FONTSIZE + 10000, text "4,144,16"
+#define IDC_SETUP_FONTSIZE_LABEL 20124
+
+// ---- Colour picker: template "COMMONColourSelectBox" ------------------------------
+//      IDC_BUTTON1 "OK", IDC_CANCELBUTTON; labels are IDC_STATIC. Each field's
+//      up-down control is the field's id + 10000 with "min,max,start".
+#define IDC_COLOUR_LIST 601           // the table's named colours
+#define IDC_COLOUR_NAME 602           // name for Add
+#define IDC_COLOUR_ADD 603
+#define IDC_COLOUR_DELETE 604
+#define IDC_COLOUR_OPEN 605           // another table file
+#define IDC_COLOUR_SWATCH 606         // owner-drawn: the chosen colour
+#define IDC_COLOUR_FILE 607           // the table's file name
+#define IDC_COLOUR_HUE 611
+#define IDC_COLOUR_SAT 612
+#define IDC_COLOUR_LUM 613
+#define IDC_COLOUR_RED 614
+#define IDC_COLOUR_GREEN 615
+#define IDC_COLOUR_BLUE 616
+#define IDC_COLOUR_HUE_UPDOWN 10611
+#define IDC_COLOUR_SAT_UPDOWN 10612
+#define IDC_COLOUR_LUM_UPDOWN 10613
+#define IDC_COLOUR_RED_UPDOWN 10614
+#define IDC_COLOUR_GREEN_UPDOWN 10615
+#define IDC_COLOUR_BLUE_UPDOWN 10616
 
 // ---- String table ---------------------------------------------------------------
 #define IDS_APP_NAME 109

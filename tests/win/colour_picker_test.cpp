@@ -1,0 +1,298 @@
+// The colour picker under Wine: its six fields kept in step both ways, the
+// colour it gives back, and its table file: entries chosen, added and deleted
+// with every line of the file kept, another table opened, and a table too
+// large to read reported and left untouched.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "dialogs/colour_picker_win.h"
+#include "resources/resource.h"
+#include "tests/win/dialog_driver.h"
+#include "tests/win/recorder/recording.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+std::string readAll(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    return text.str();
+}
+
+void writeAll(const std::string& path, const std::string& bytes) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+struct Fields {
+    int hue, sat, lum, red, green, blue;
+    bool operator==(const Fields&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Fields& f) {
+    return out << "H" << f.hue << " S" << f.sat << " L" << f.lum << " R" << f.red << " G" << f.green
+               << " B" << f.blue;
+}
+
+Fields fieldsOf(HWND box) {
+    auto value = [box](int id) { return std::stoi("0" + itemText(box, id)); };
+    return {value(IDC_COLOUR_HUE), value(IDC_COLOUR_SAT),   value(IDC_COLOUR_LUM),
+            value(IDC_COLOUR_RED), value(IDC_COLOUR_GREEN), value(IDC_COLOUR_BLUE)};
+}
+
+std::vector<std::string> listEntries(HWND box) {
+    std::vector<std::string> entries;
+    HWND list = GetDlgItem(box, IDC_COLOUR_LIST);
+    for (int i = 0; i < ListBox_GetCount(list); ++i) {
+        char text[300] = {};
+        ListBox_GetText(list, i, text);
+        entries.push_back(text);
+    }
+    return entries;
+}
+
+void selectRow(HWND box, int row) {
+    HWND list = GetDlgItem(box, IDC_COLOUR_LIST);
+    ListBox_SetCurSel(list, row);
+    SendMessageA(box, WM_COMMAND, MAKEWPARAM(IDC_COLOUR_LIST, LBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(list));
+}
+
+class ColourPickerTest : public testing::Test {
+  protected:
+    std::string folder_ = scratchFolder("heralder_colour_test");
+};
+
+TEST_F(ColourPickerTest, FieldsFollowEachOtherAndOkGivesTheColour) {
+    std::string table = folder_ + "fields.ccl";
+    DeleteFileA(table.c_str());
+    uint32_t colour = 0x000000FF;  // red
+    DialogDriver driver([&](HWND box) {
+        EXPECT_EQ(windowText(box), "Colour");
+        for (auto [id, text] : {std::pair{IDC_COLOUR_ADD, "&Add"},
+                                {IDC_COLOUR_DELETE, "&Delete"},
+                                {IDC_COLOUR_OPEN, "&Open"},
+                                {IDC_BUTTON1, "OK"},
+                                {IDC_CANCELBUTTON, "Cancel"}})
+            EXPECT_EQ(itemText(box, id), text);
+        EXPECT_EQ(fieldsOf(box), (Fields{0, 240, 120, 255, 0, 0}));
+        EXPECT_EQ(GetFocus(), GetDlgItem(box, IDC_BUTTON1));
+
+        const struct {
+            int field;
+            const char* typed;
+            Fields want;
+        } steps[] = {
+            {IDC_COLOUR_HUE, "80", {80, 240, 120, 0, 255, 0}},
+            {IDC_COLOUR_RED, "255", {40, 240, 120, 255, 255, 0}},
+            {IDC_COLOUR_LUM, "180", {40, 240, 180, 255, 255, 128}},
+            {IDC_COLOUR_SAT, "0", {40, 0, 180, 191, 191, 191}},
+            {IDC_COLOUR_GREEN, "999", {80, 240, 210, 191, 999, 191}},  // read as 255
+        };
+        for (const auto& s : steps) {
+            SCOPED_TRACE(s.typed);
+            SetDlgItemTextA(box, s.field, s.typed);
+            EXPECT_EQ(fieldsOf(box), s.want);
+        }
+        // Leaving a field shows the value it stands for.
+        SendMessageA(box, WM_COMMAND, MAKEWPARAM(IDC_COLOUR_GREEN, EN_KILLFOCUS),
+                     reinterpret_cast<LPARAM>(GetDlgItem(box, IDC_COLOUR_GREEN)));
+        EXPECT_EQ(itemText(box, IDC_COLOUR_GREEN), "255");
+        saveWindowScreenshot(box, "colour_picker");
+        clickItem(box, IDC_BUTTON1);
+    });
+    EXPECT_TRUE(pickColour(nullptr, colour, table, 0));
+    EXPECT_TRUE(driver.ran());
+    EXPECT_EQ(colour, 0x00BFFFBFu);
+    EXPECT_EQ(table, folder_ + "fields.ccl");
+
+    DialogDriver cancel([&](HWND box) {
+        SetDlgItemTextA(box, IDC_COLOUR_RED, "1");
+        clickItem(box, IDC_CANCELBUTTON);
+    });
+    EXPECT_FALSE(pickColour(nullptr, colour, table, 1));
+    EXPECT_EQ(colour, 0x00BFFFBFu);
+}
+
+TEST_F(ColourPickerTest, TableEntriesAreChosenAddedAndDeletedAndNoLineIsLost) {
+    const std::string table = folder_ + "named.ccl";
+    writeAll(table, "Sky=135,206,235\r\n; kept by hand\r\nRust=183,65,14\r\nbroken=1,2\r\n");
+    std::string setting = table;
+    uint32_t colour = 0x000E41B7;  // Rust
+    DialogDriver driver([&](HWND box) {
+        EXPECT_EQ(listEntries(box), (std::vector<std::string>{"Sky", "Rust"}));
+        EXPECT_EQ(ListBox_GetCurSel(GetDlgItem(box, IDC_COLOUR_LIST)), 1);
+        EXPECT_EQ(itemText(box, IDC_COLOUR_NAME), "Rust");
+        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(box, IDC_COLOUR_DELETE)));
+
+        selectRow(box, 0);
+        EXPECT_EQ(fieldsOf(box).red, 135);
+        EXPECT_EQ(itemText(box, IDC_COLOUR_NAME), "Sky");
+
+        SetDlgItemTextA(box, IDC_COLOUR_BLUE, "0");
+        SetDlgItemTextA(box, IDC_COLOUR_NAME, "  Moss  ");
+        clickItem(box, IDC_COLOUR_ADD);
+        EXPECT_EQ(listEntries(box), (std::vector<std::string>{"Sky", "Rust", "Moss"}));
+        EXPECT_EQ(readAll(table),
+                  "Sky=135,206,235\nRust=183,65,14\nMoss=135,206,0\n; kept by hand\nbroken=1,2\n");
+
+        SetDlgItemTextA(box, IDC_COLOUR_NAME, "sky");  // same name: the colour changes
+        clickItem(box, IDC_COLOUR_ADD);
+        EXPECT_EQ(listEntries(box).size(), 3u);
+
+        selectRow(box, 1);
+        clickItem(box, IDC_COLOUR_DELETE);
+        EXPECT_EQ(listEntries(box), (std::vector<std::string>{"Sky", "Moss"}));
+        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(box, IDC_COLOUR_DELETE)));
+        saveWindowScreenshot(box, "colour_picker_table");
+        clickItem(box, IDC_CANCELBUTTON);
+    });
+    EXPECT_FALSE(pickColour(nullptr, colour, setting, 2));
+    EXPECT_TRUE(driver.ran());
+    // Cancel keeps the colour; the table's changes were saved as they were made.
+    EXPECT_EQ(colour, 0x000E41B7u);
+    EXPECT_EQ(readAll(table), "Sky=135,206,0\nMoss=135,206,0\n; kept by hand\nbroken=1,2\n");
+    EXPECT_EQ(GetFileAttributesA((table + ".tmp").c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(ColourPickerTest, AddWithoutANameAsksForOne) {
+    std::string table = folder_ + "noname.ccl";
+    DeleteFileA(table.c_str());
+    uint32_t colour = 0;
+    std::string message;
+    DialogDriver driver([&](HWND box) {
+        HWND picker = box;
+        DialogDriver messageBox([&](HWND shown) {
+            message = itemText(shown, IDC_MESSAGETEXT);
+            clickItem(shown, IDC_BUTTON1);
+        });
+        SetDlgItemTextA(picker, IDC_COLOUR_NAME, "   ");
+        clickItem(picker, IDC_COLOUR_ADD);
+        EXPECT_TRUE(listEntries(picker).empty());
+        clickItem(picker, IDC_CANCELBUTTON);
+    });
+    pickColour(nullptr, colour, table, 0);
+    EXPECT_EQ(message, "Type a name for the colour first.");
+    EXPECT_EQ(GetFileAttributesA(table.c_str()), INVALID_FILE_ATTRIBUTES);
+}
+
+TEST_F(ColourPickerTest, EnterInTheNameFieldAddsRatherThanCloses) {
+    std::string table = folder_ + "enter.ccl";
+    DeleteFileA(table.c_str());
+    uint32_t colour = 0x00010203;
+    DialogDriver driver([&](HWND picker) {
+        SetFocus(GetDlgItem(picker, IDC_COLOUR_NAME));
+        SetDlgItemTextA(picker, IDC_COLOUR_NAME, "Night");
+        SendMessageA(picker, WM_COMMAND, IDOK, 0);  // what Enter sends
+        EXPECT_TRUE(IsWindowVisible(picker));
+        EXPECT_EQ(listEntries(picker), std::vector<std::string>{"Night"});
+        clickItem(picker, IDC_CANCELBUTTON);
+    });
+    EXPECT_FALSE(pickColour(nullptr, colour, table, 0));
+    EXPECT_EQ(readAll(table), "Night=3,2,1\n");
+}
+
+// A table that cannot be written keeps its changes in the box: they are saved
+// once the file can be written again, and closing asks before losing them.
+TEST_F(ColourPickerTest, ChangesThatCannotBeSavedAreNotDroppedUnasked) {
+    const std::string table = folder_ + "locked.ccl";
+    // A folder where the save's temporary file would go stops every save.
+    const std::string blocker = table + ".tmp";
+    RemoveDirectoryA(blocker.c_str());
+    writeAll(table, "Sky=135,206,235\n");
+    std::string setting = table;
+    uint32_t colour = 0x00112233;
+    std::string saveMessage, closeQuestion;
+    bool stayedOpen = false;
+    DialogDriver driver([&](HWND picker) {
+        CreateDirectoryA(blocker.c_str(), nullptr);
+        {
+            DialogDriver report([&](HWND box) {
+                saveMessage = itemText(box, IDC_MESSAGETEXT);
+                clickItem(box, IDC_BUTTON1);
+            });
+            SetDlgItemTextA(picker, IDC_COLOUR_NAME, "Moss");
+            clickItem(picker, IDC_COLOUR_ADD);
+        }
+        EXPECT_EQ(readAll(table), "Sky=135,206,235\n");
+        {
+            DialogDriver question([&](HWND box) {
+                closeQuestion = itemText(box, IDC_MESSAGETEXT);
+                clickItem(box, IDC_NOBUTTON);
+            });
+            clickItem(picker, IDC_CANCELBUTTON);
+        }
+        stayedOpen = IsWindowVisible(picker);
+        RemoveDirectoryA(blocker.c_str());
+        clickItem(picker, IDC_CANCELBUTTON);
+    });
+    EXPECT_FALSE(pickColour(nullptr, colour, setting, 0));
+    EXPECT_TRUE(driver.ran());
+    EXPECT_EQ(saveMessage, "The colour table " + table +
+                               " could not be saved. The file has been left as it was; the "
+                               "colours you changed are saved with your next change.");
+    EXPECT_EQ(closeQuestion, "The colour table " + table +
+                                 " still cannot be saved. Leave it and lose the colours you "
+                                 "changed?");
+    EXPECT_TRUE(stayedOpen);
+    EXPECT_EQ(readAll(table), "Sky=135,206,235\nMoss=51,34,17\n");
+}
+
+TEST_F(ColourPickerTest, ATableTooLargeIsReportedAndNeverWrittenOver) {
+    const std::string table = folder_ + "huge.ccl";
+    std::string bytes;
+    while (bytes.size() <= (1u << 20)) bytes += "Colour=1,2,3\n";
+    writeAll(table, bytes);
+    std::string setting = table;
+    uint32_t colour = 0x00102030;
+    std::string message;
+    bool addEnabled = true;
+    DialogDriver driver([&](HWND box) {
+        // The report comes first, owned by the picker.
+        message = itemText(box, IDC_MESSAGETEXT);
+        HWND picker = GetWindow(box, GW_OWNER);
+        addEnabled = IsWindowEnabled(GetDlgItem(picker, IDC_COLOUR_ADD));
+        EXPECT_TRUE(listEntries(picker).empty());
+        clickItem(box, IDC_BUTTON1);
+        PostMessageA(picker, WM_COMMAND, IDC_BUTTON1, 0);
+    });
+    EXPECT_TRUE(pickColour(nullptr, colour, setting, 0));
+    EXPECT_EQ(message, "The colour table " + table +
+                           " is too large to be a colour table. It has been left as it is; its "
+                           "colours are not shown.");
+    EXPECT_FALSE(addEnabled);
+    EXPECT_EQ(colour, 0x00102030u);
+    EXPECT_EQ(readAll(table), bytes);
+}
+
+TEST_F(ColourPickerTest, OpenTakesAnotherTableAndOkKeepsIt) {
+    const std::string first = folder_ + "first.ccl";
+    const std::string second = folder_ + "second.ccl";
+    writeAll(first, "One=1,1,1\n");
+    writeAll(second, "Two=2,2,2\nThree=3,3,3\n");
+    std::string setting = first;
+    uint32_t colour = 0;
+    DialogDriver driver([&](HWND box) {
+        HWND picker = box;
+        DialogDriver open([&](HWND dialog) {
+            // The common dialog's file name field, in either of its forms.
+            const int nameField = GetDlgItem(dialog, 0x47c) ? 0x47c : 0x480;
+            SetDlgItemTextA(dialog, nameField, second.c_str());
+            clickItem(dialog, IDOK);
+        });
+        clickItem(picker, IDC_COLOUR_OPEN);
+        EXPECT_TRUE(open.ran());
+        EXPECT_EQ(listEntries(picker), (std::vector<std::string>{"Two", "Three"}));
+        EXPECT_EQ(itemText(picker, IDC_COLOUR_FILE), second);
+        clickItem(picker, IDC_BUTTON1);
+    });
+    EXPECT_TRUE(pickColour(nullptr, colour, setting, 0));
+    EXPECT_TRUE(driver.ran());
+    EXPECT_EQ(setting, second);
+    EXPECT_EQ(readAll(first), "One=1,1,1\n");
+}
+
+}  // namespace
