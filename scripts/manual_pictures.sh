@@ -27,11 +27,11 @@ windows/prompt_in_daily_job     multiple_items    -   present
 windows/browse_soft0            item_browser      -   present
 windows/startup_manager_soft1   startup_manager   -   present
 windows/run_graphic_error       message_box       -   present
-windows/setup_box_soft0         setup             -   pending
-windows/colour_picker           colour_picker     -   pending
-windows/init_config_101_soft1   init_config       -   pending
-windows/about_soft1             about             -   pending
-windows/system_info             system_info       -   pending
+windows/setup_box_soft0         setup             -   present
+windows/colour_picker           colour_picker     -   present
+windows/init_config_101_soft1   init_config       -   present
+windows/about_soft1             about             -   present
+windows/system_info             system_info       -   present
 TABLE
 }
 

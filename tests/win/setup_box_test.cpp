@@ -426,15 +426,8 @@ TEST_F(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer
     if (testEnv("HERALDER_SOURCE_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
     const std::string file = getUserDataPath(kSettingsFileName);
     DeleteFileA(file.c_str());
-    // The main window's own tests register the class once for the process:
-    // borrow it when it is there, and otherwise leave nothing behind.
-    const HINSTANCE instance = GetModuleHandleA(nullptr);
-    WNDCLASSA existing;
-    const bool ownClass = !GetClassInfoA(instance, kMainWindowClass, &existing);
-    if (ownClass) {
-        ASSERT_TRUE(registerMainWindowClass(instance));
-    }
-    HWND main = createMainWindow(instance);
+    TestMainWindow window;
+    HWND main = window.hwnd();
     ASSERT_TRUE(main);
     settings().ColourTableFile = scratchFolder("heralder_setup_test") + "main.ccl";
     settings().AlertFontName = "Liberation Serif";
@@ -463,11 +456,6 @@ TEST_F(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer
     EXPECT_EQ(read.AlertBackgroundColor, 17u);
     EXPECT_EQ(read.AllowINIUpdates, settings().AllowINIUpdates);
 
-    DestroyWindow(main);
-    MSG msg;  // the window's quit message must not end a later test's dialog
-    while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-    }
-    if (ownClass) UnregisterClassA(kMainWindowClass, instance);
     DeleteFileA(file.c_str());
 }
 
