@@ -98,7 +98,7 @@ class SetupBoxTest : public testing::Test {
 };
 
 TEST_F(SetupBoxTest, ShowsItsTextsAndTheRecordsValues) {
-    for (uint32_t softButtons : {0u, 2u}) {
+    for (uint32_t softButtons : {0u, 1u, 2u, 3u}) {
         SCOPED_TRACE(softButtons);
         Settings record;
         record.SoftButtons = softButtons;
