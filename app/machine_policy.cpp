@@ -7,8 +7,8 @@
 bool applyMachinePolicy(CommandLinePlan& plan, const MachinePolicy& policy) {
     if (!policy.disableUpdateCheck) return true;
     const std::vector<StartupStep> updateSteps = interpretCommandLine("/UPDATE").steps;
-    auto found = std::search(plan.steps.begin(), plan.steps.end(), updateSteps.begin(),
-                             updateSteps.end());
+    auto found =
+        std::search(plan.steps.begin(), plan.steps.end(), updateSteps.begin(), updateSteps.end());
     if (found == plan.steps.end()) return true;
     plan.steps.erase(found, found + static_cast<std::ptrdiff_t>(updateSteps.size()));
     return !plan.steps.empty();

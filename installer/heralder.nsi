@@ -14,7 +14,9 @@
 ; user's own data folder, which the installer only creates and never fills, so
 ; installing over an older copy leaves it alone.
 
-Unicode true
+; A 64-bit installer for a 64-bit program: it needs no 32-bit subsystem and
+; sees the real Program Files folder and registry.
+Target amd64-unicode
 ManifestDPIAware true
 RequestExecutionLevel admin
 SetCompressor /SOLID lzma
@@ -62,6 +64,9 @@ VIAddVersionKey /LANG=1033 "LegalCopyright" "${COPYRIGHT}"
 !define MUI_WELCOMEPAGE_TITLE "Welcome to ${PRODUCT} ${VERSION_DISPLAY}"
 !define MUI_WELCOMEPAGE_TEXT "${PRODUCT} tells you about new versions, fixes and tips for the Quenmark products on this computer, once a day, in a small window.$\r$\n$\r$\nIf an earlier copy is installed, it is replaced; your settings and the list of messages you have already seen are kept.$\r$\n$\r$\nClick Next to continue."
 !insertmacro MUI_PAGE_WELCOME
+!define MUI_PAGE_HEADER_TEXT "Before you install"
+!define MUI_PAGE_HEADER_SUBTEXT "Please read what ${PRODUCT} does and what it keeps."
+!define MUI_LICENSEPAGE_TEXT_TOP "Press Page Down to see the rest of the notice."
 !define MUI_LICENSEPAGE_BUTTON "&Next >"
 !define MUI_LICENSEPAGE_TEXT_BOTTOM "Click Next to continue."
 !insertmacro MUI_PAGE_LICENSE "${ROOT}/installer/notice.txt"

@@ -158,33 +158,37 @@ check "silent uninstall keeps the user's data" diff -r "$keep" "$appdata/Quenmar
 
 # --- Interactive install and uninstall, page by page, with a person's keys.
 rm -rf "$shots" && mkdir -p "$shots"
-setup_window() { xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1; }
+# xdotool can hang when a window goes away during its search: bounded.
+setup_window() { timeout 5 xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -1; }
 shoot() {  # window title, picture name
     local id i
-    for i in $(seq 40); do
+    for i in $(seq 240); do
         id=$(setup_window "$1")
         [ -n "$id" ] && break
         sleep 0.25
     done
-    [ -n "$id" ] || return 1
-    sleep 1.2  # let the page paint
-    import -window "$id" "$shots/$2.png" 2>/dev/null
+    [ -n "$id" ] || { echo "no window \"$1\" for $2"; return 1; }
+    sleep "${3:-1.2}"  # let the page paint
+    # The screen under the window, so that a message box over it shows too.
+    eval "$(timeout 5 xdotool getwindowgeometry --shell "$id")"
+    import -window root -crop "${WIDTH}x${HEIGHT}+${X}+${Y}" +repage "$shots/$2.png" 2>/dev/null
 }
 press() {  # window title, keys...
     local id
     id=$(setup_window "$1") || return 1
-    xdotool windowactivate --sync "$id" 2>/dev/null || xdotool windowfocus "$id" 2>/dev/null
-    xdotool key --window "$id" "${@:2}"
+    [ -n "$id" ] || return 1
+    timeout 5 xdotool windowfocus "$id" 2>/dev/null
+    timeout 5 xdotool key --window "$id" "${@:2}"
 }
 
 if command -v xdotool >/dev/null; then
-    wine "$dist/heralder-setup.exe" &
+    wine "$dist/heralder-setup.exe" >/dev/null 2>&1 &
     installer=$!
     title="Quenmark Heralder Setup"
     shoot "$title" install_1_welcome && press "$title" Return
     shoot "$title" install_2_notice && press "$title" Return
     shoot "$title" install_3_folder && press "$title" Return
-    shoot "$title" install_4_progress && press "$title" Return
+    shoot "$title" install_4_progress 4 && press "$title" Return
     shoot "$title" install_5_finish
     # Leave the sign-up box for the program's own tests: untick it, then Finish.
     press "$title" space
@@ -193,7 +197,7 @@ if command -v xdotool >/dev/null; then
     timeout 60 tail --pid=$installer -f /dev/null
     check "interactive install completes" test -f "$program/heralder.exe"
 
-    wine "$program/uninstall.exe" &
+    wine "$program/uninstall.exe" >/dev/null 2>&1 &
     title="Quenmark Heralder Uninstall"
     shoot "$title" uninstall_1_confirm && press "$title" Return
     # The question about the user's data; Yes removes it.

@@ -15,9 +15,8 @@ namespace {
 
 std::string fourPart() {
     char text[32];
-    std::snprintf(text, sizeof text, "%d.%d.%d.%d", HERALDER_VERSION_MAJOR,
-                  HERALDER_VERSION_MINOR, HERALDER_VERSION_LETTER - 'a',
-                  HERALDER_VERSION_REVISION);
+    std::snprintf(text, sizeof text, "%d.%d.%d.%d", HERALDER_VERSION_MAJOR, HERALDER_VERSION_MINOR,
+                  HERALDER_VERSION_LETTER - 'a', HERALDER_VERSION_REVISION);
     return text;
 }
 
