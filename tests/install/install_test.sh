@@ -196,6 +196,7 @@ if command -v xdotool >/dev/null; then
     press "$title" Return
     timeout 60 tail --pid=$installer -f /dev/null
     check "interactive install completes" test -f "$program/heralder.exe"
+    check "an unticked sign-up is not started" bash -c "! pgrep -f 'Heralder/heralder.exe'"
 
     wine "$program/uninstall.exe" >/dev/null 2>&1 &
     title="Quenmark Heralder Uninstall"
