@@ -151,7 +151,7 @@ Section "Uninstall"
     Delete "$INSTDIR\uninstall.exe"
     ; Only our own files go: the folder stays if the user put anything else there.
     RMDir "$INSTDIR"
-    RMDir "$INSTDIR\.."
+    RMDir "$PROGRAMFILES64\Quenmark"
 
     SetShellVarContext all
     Delete "$SMPROGRAMS\${MENU_FOLDER}\Heralder.lnk"

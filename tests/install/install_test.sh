@@ -52,6 +52,12 @@ password="test-$RANDOM-$RANDOM"
 ) >"$work/pki.log" 2>&1
 check "a throw-away signing certificate is made" test -s "$pki/signer.pfx"
 
+# Without a certificate: built all the same, unsigned, and the script says so.
+env -u HERALDER_SIGN_PFX "$root/scripts/package.sh" "$@" >"$work/package-unsigned.log" 2>&1
+check "package.sh without a certificate builds the installer" test -s "$dist/heralder-setup.exe"
+check "package.sh says it is unsigned" grep -q "UNSIGNED" "$work/package-unsigned.log"
+check "the unsigned installer carries no signature" bash -c "! osslsigncode verify -in '$dist/heralder-setup.exe'"
+
 HERALDER_SIGN_PFX="$pki/signer.pfx" HERALDER_SIGN_PASSWORD="$password" \
     "$root/scripts/package.sh" "$@" >"$work/package.log" 2>&1
 check "package.sh builds the signed installer" test -s "$dist/heralder-setup.exe"
@@ -196,7 +202,7 @@ if command -v xdotool >/dev/null; then
     press "$title" Return
     timeout 60 tail --pid=$installer -f /dev/null
     check "interactive install completes" test -f "$program/heralder.exe"
-    check "an unticked sign-up is not started" bash -c "! pgrep -f 'Heralder/heralder.exe'"
+    check "an unticked sign-up is not started" bash -c "! pgrep -f 'Quenmark.Heralder.heralder[.]exe'"
 
     wine "$program/uninstall.exe" >/dev/null 2>&1 &
     title="Quenmark Heralder Uninstall"
