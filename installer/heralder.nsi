@@ -22,6 +22,7 @@ RequestExecutionLevel admin
 SetCompressor /SOLID lzma
 
 !include MUI2.nsh
+!include x64.nsh
 !include FileFunc.nsh
 !include LogicLib.nsh
 
@@ -87,11 +88,14 @@ VIAddVersionKey /LANG=1033 "LegalCopyright" "${COPYRIGHT}"
 !insertmacro MUI_LANGUAGE "English"
 
 Function .onInit
+    ${IfNot} ${RunningX64}
+        MessageBox MB_OK|MB_ICONSTOP "${PRODUCT} needs a 64-bit edition of Windows." /SD IDOK
+        Abort
+    ${EndIf}
     SetRegView 64
-    ; Installing again goes where the first copy went, unless /D= says otherwise.
+    ; Installing again goes where the first copy went.
     ReadRegStr $0 HKLM "${UNINSTALL_KEY}" "InstallLocation"
     ${If} $0 != ""
-    ${AndIf} $INSTDIR == "$PROGRAMFILES64\Quenmark\Heralder"
         StrCpy $INSTDIR $0
     ${EndIf}
 FunctionEnd

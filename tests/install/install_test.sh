@@ -173,7 +173,11 @@ shoot() {  # window title, picture name
         [ -n "$id" ] && break
         sleep 0.25
     done
-    [ -n "$id" ] || { echo "no window \"$1\" for $2"; return 1; }
+    if [ -z "$id" ]; then
+        echo "no window \"$1\" for $2 (the screen: $2-missing.png)"
+        import -window root "$shots/$2-missing.png" 2>/dev/null
+        return 1
+    fi
     sleep "${3:-1.2}"  # let the page paint
     # The screen under the window, so that a message box over it shows too.
     eval "$(timeout 5 xdotool getwindowgeometry --shell "$id")"
