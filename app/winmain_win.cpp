@@ -6,6 +6,7 @@
 
 #include "app/app_win.h"
 #include "app/command_line.h"
+#include "app/machine_policy_win.h"
 #include "app/main_window_win.h"
 #include "app/platform_win.h"
 #include "app/window_edges.h"
@@ -57,6 +58,11 @@ int messageLoop() {
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showState) {
     AppState& a = app();
     a.instance = instance;
+
+    // Before anything is shown: a daily run that the machine's policy turns
+    // off must not even flash the platform box.
+    CommandLinePlan plan = interpretCommandLine(commandLine ? commandLine : "");
+    if (!applyMachinePolicy(plan, readMachinePolicy())) return 0;
 
     if (!isPlatformSupported(&kPlatformsXpOrLater)) {
         showIncompatiblePlatformBox(nullptr, kProductName);

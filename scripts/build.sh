@@ -7,9 +7,11 @@
 #            asks the tests' loopback server (127.0.0.1:47632) for its feed
 #   run      heralder.exe and the autopilot alone, asking scripts/run.sh's
 #            loopback server (127.0.0.1:47631)
+#   release  heralder.exe, the tool and the manual as they ship (scripts/package.sh),
+#            asking the publisher's own server
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-kind=${1:?usage: build.sh native|asan|fuzz|windows|run}
+kind=${1:?usage: build.sh native|asan|fuzz|windows|run|release}
 targets=()
 out="$root/build/$kind"
 
@@ -25,6 +27,10 @@ case "$kind" in
                    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake"
                    -DHERALDER_BENCH=OFF -DHERALDER_SERVER_HOST=127.0.0.1:47631)
              targets=(--target heralder autopilot heralder-tool) ;;
+    release) args=(-DCMAKE_BUILD_TYPE=Release
+                   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake"
+                   -DHERALDER_BENCH=OFF -DHERALDER_TESTS=OFF -UHERALDER_SERVER_HOST)
+             targets=(--target heralder heralder-tool manual_pages) ;;
     *) echo "unknown build kind: $kind" >&2; exit 2 ;;
 esac
 

@@ -17,6 +17,8 @@ packages=(
     ccache
     # Shipping: the installer, Authenticode signing, the manual in a real browser.
     nsis osslsigncode chromium
+    # The install test presses the installer's keys like a person would.
+    xdotool
 )
 
 missing=()

@@ -95,6 +95,13 @@ if [ -f build/windows/heralder_win_tests.exe ]; then
     echo "screenshots: build/windows/screenshots"
 fi
 
+# The installer: packaged with a throw-away certificate, then installed, installed
+# again, removed and photographed under Wine. Needs no network.
+step "installer" tests/install/install_test.sh
+grep -E 'cases:' "$logs/installer.log"
+count_cases "$logs/installer.log"
+echo "screenshots: build/dist/screenshots"
+
 # The Windows benchmarks: the daily run against a minimal program, and how fast
 # the notification windows open. Figures only.
 if [ -f build/windows/window_timing.exe ]; then

@@ -1,0 +1,117 @@
+// The administrator's switch for the daily run, read from the registry of the
+// test prefix: the reader against the value types an administrator may leave,
+// then heralder.exe as a whole process with the switch on and off.
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "app/machine_policy_win.h"
+#include "base/win_handles.h"
+#include "settings/file_locations_win.h"
+#include "tests/win/loopback_server.h"
+#include "tests/win/process_driver.h"
+#include "tests/win/recorder/recording.h"
+#include "tests/win/test_support.h"
+
+namespace {
+
+constexpr char kPolicyKey[] = "Software\\Policies\\Quenmark\\Heralder";
+constexpr char kMainWindowClass[] = "QuenmarkHeralderApplication";
+
+void clearPolicy() {
+    RegDeleteKeyA(HKEY_LOCAL_MACHINE, kPolicyKey);
+}
+
+void setPolicyValue(DWORD type, const void* data, DWORD size) {
+    HKEY key = nullptr;
+    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kPolicyKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr,
+                              &key, nullptr),
+              ERROR_SUCCESS);
+    RegSetValueExA(key, "DisableUpdateCheck", 0, type, static_cast<const BYTE*>(data), size);
+    RegCloseKey(key);
+}
+
+void setPolicyDword(DWORD value) {
+    setPolicyValue(REG_DWORD, &value, sizeof value);
+}
+
+// The daily run below leaves settings, a seen list and pictures; later tests
+// must not start from them.
+void clearUserData() {
+    for (const std::string& folder :
+         {getUserHeralderPath("images\\"), getUserHeralderPath(""), getUserDataPath("")}) {
+        WIN32_FIND_DATAA found;
+        HANDLE h = FindFirstFileA((folder + "*").c_str(), &found);
+        if (h == INVALID_HANDLE_VALUE) continue;
+        do
+            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
+                DeleteFileA((folder + found.cFileName).c_str());
+        while (FindNextFileA(h, &found));
+        FindClose(h);
+    }
+}
+
+class MachinePolicyTest : public testing::Test {
+  protected:
+    void SetUp() override { clearPolicy(); }
+    void TearDown() override {
+        clearPolicy();
+        clearUserData();
+    }
+};
+
+}  // namespace
+
+TEST_F(MachinePolicyTest, ReaderTakesOnlyANonZeroDword) {
+    EXPECT_FALSE(readMachinePolicy().disableUpdateCheck) << "no key";
+    const struct {
+        const char* name;
+        void (*set)();
+        bool disabled;
+    } cases[] = {
+        {"dword 1", [] { setPolicyDword(1); }, true},
+        {"dword 0", [] { setPolicyDword(0); }, false},
+        {"dword 2", [] { setPolicyDword(2); }, true},
+        {"text 1", [] { setPolicyValue(REG_SZ, "1", 2); }, false},
+        {"qword 1",
+         [] {
+             const unsigned long long one = 1;
+             setPolicyValue(REG_QWORD, &one, sizeof one);
+         },
+         false},
+    };
+    for (const auto& c : cases) {
+        c.set();
+        EXPECT_EQ(readMachinePolicy().disableUpdateCheck, c.disabled) << c.name;
+        clearPolicy();
+    }
+}
+
+TEST_F(MachinePolicyTest, DailyRunEndsAtOnceWithoutTheNetworkOrAWindow) {
+    if (testEnv("HERALDER_SOURCE_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
+    LoopbackServer server(testEnv("HERALDER_SOURCE_DIR") + "\\examples");
+    ASSERT_TRUE(server.listening());
+    const std::string program = testProgramFolder() + "heralder.exe";
+
+    setPolicyDword(1);
+    bool mainWindowSeen = false;
+    const auto start = std::chrono::steady_clock::now();
+    const ProcessRun off = runProcess(program, "/UPDATE", nullptr, 30000, [&](DWORD pid) {
+        mainWindowSeen = mainWindowSeen || findProcessWindow(pid, kMainWindowClass);
+    });
+    const auto took = std::chrono::steady_clock::now() - start;
+    ASSERT_TRUE(off.exited);
+    EXPECT_EQ(off.exitCode, 0u);
+    EXPECT_TRUE(off.windows.empty());
+    EXPECT_FALSE(mainWindowSeen);
+    EXPECT_EQ(server.requests(), 0);
+    EXPECT_LT(took, std::chrono::seconds(10));
+
+    // Without the switch the same command line is the usual daily run.
+    clearPolicy();
+    const ProcessRun on = runProcess(program, "/UPDATE", nullptr, 60000);
+    ASSERT_TRUE(on.exited);
+    EXPECT_EQ(on.exitCode, 0u);
+    EXPECT_GT(server.requests(), 0);
+    EXPECT_FALSE(on.windows.empty());
+}
