@@ -77,7 +77,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
         showMessage(nullptr, "There has been an error registering the application class.");
         return 0;
     }
-    const CommandLinePlan plan = interpretCommandLine(commandLine ? commandLine : "");
     HWND hwnd = createMainWindow(instance, plan.hidden);
     a.mainWindow = hwnd;
     settings().ApplicationPath = programFolder();

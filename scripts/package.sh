@@ -82,7 +82,7 @@ fi
 
 # The welcome and finish pages' picture: our icon on the program's blue.
 convert -size 164x314 gradient:'#1d4f91'-'#0b2447' \
-    \( "$root/resources/heralder.ico[6]" -resize 112x112 \) \
+    \( -background none "mvg:$root/resources/heralder_icon.mvg" -resize 112x112 \) \
     -gravity north -geometry +0+48 -composite -type TrueColor "BMP3:$work/wizard.bmp"
 
 makensis -V2 -NOCD \
