@@ -81,8 +81,8 @@ EOF
 fi
 
 # The welcome and finish pages' picture: our icon on the program's blue.
-convert -size 164x314 gradient:'#1d4f91'-'#0b2447' \
-    \( -background none "mvg:$root/resources/heralder_icon.mvg" -resize 112x112 \) \
+convert -background none "mvg:$root/resources/heralder_icon.mvg" -resize 112x112 "$work/icon.png"
+convert -size 164x314 gradient:'#1d4f91'-'#0b2447' "$work/icon.png" \
     -gravity north -geometry +0+48 -composite -type TrueColor "BMP3:$work/wizard.bmp"
 
 makensis -V2 -NOCD \

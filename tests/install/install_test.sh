@@ -88,8 +88,15 @@ startup=$(winepath -u "$(wine cmd /c echo %APPDATA%\\Microsoft\\Windows\\Start M
 uninstall_key='HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quenmark Heralder'
 
 reg_value() {  # name: the value's data as "wine reg query" prints it
-    wine reg query "$uninstall_key" /v "$1" 2>/dev/null | tr -d '\r' |
-        sed -nE "s/^ +$1 +REG_[A-Z_]+ +(.*)$/\1/p"
+    # "wine reg" on a busy machine now and then prints nothing: ask again.
+    local value try
+    for try in 1 2 3; do
+        value=$(wine reg query "$uninstall_key" /v "$1" 2>/dev/null | tr -d '\r' |
+            sed -nE "s/^ +$1 +REG_[A-Z_]+ +(.*)$/\1/p")
+        [ -n "$value" ] && break
+        sleep 1
+    done
+    printf '%s\n' "$value"
 }
 
 # Waits for the uninstaller, which runs a copy of itself from the temporary
