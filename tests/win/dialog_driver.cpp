@@ -8,8 +8,10 @@
 #include "app/app_win.h"
 #include "app/main_window_win.h"
 #include "resources/resource.h"
+#include "settings/file_locations_win.h"
 #include "settings/settings.h"
 #include "tests/win/recorder/recording.h"
+#include "tests/win/test_support.h"
 
 namespace {
 
@@ -122,4 +124,10 @@ TestMainWindow::~TestMainWindow() {
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
     }
     if (ownClass_) UnregisterClassA(kMainWindowClass, GetModuleHandleA(nullptr));
+}
+
+void clearUserData() {
+    deleteFilesIn(getUserHeralderPath("images\\"));
+    deleteFilesIn(getUserHeralderPath(""));
+    deleteFilesIn(getUserDataPath(""));
 }

@@ -66,3 +66,7 @@ class TestMainWindow {
     bool ownClass_ = false;
     HWND hwnd_ = nullptr;
 };
+
+// Everything a run leaves in the user's folders, gone: settings, backups, seen
+// list, pictures.
+void clearUserData();

@@ -8,6 +8,7 @@
 #include "app/machine_policy_win.h"
 #include "base/win_handles.h"
 #include "settings/file_locations_win.h"
+#include "tests/win/dialog_driver.h"
 #include "tests/win/loopback_server.h"
 #include "tests/win/process_driver.h"
 #include "tests/win/recorder/recording.h"
@@ -33,22 +34,6 @@ void setPolicyValue(DWORD type, const void* data, DWORD size) {
 
 void setPolicyDword(DWORD value) {
     setPolicyValue(REG_DWORD, &value, sizeof value);
-}
-
-// The daily run below leaves settings, a seen list and pictures; later tests
-// must not start from them.
-void clearUserData() {
-    for (const std::string& folder :
-         {getUserHeralderPath("images\\"), getUserHeralderPath(""), getUserDataPath("")}) {
-        WIN32_FIND_DATAA found;
-        HANDLE h = FindFirstFileA((folder + "*").c_str(), &found);
-        if (h == INVALID_HANDLE_VALUE) continue;
-        do
-            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
-                DeleteFileA((folder + found.cFileName).c_str());
-        while (FindNextFileA(h, &found));
-        FindClose(h);
-    }
 }
 
 class MachinePolicyTest : public testing::Test {

@@ -13,6 +13,7 @@
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
+#include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
 #include "tests/win/loopback_server.h"
 #include "tests/win/process_driver.h"
@@ -34,21 +35,6 @@ std::string examplesFolder() {
 
 std::string settingsPath() {
     return getUserDataPath(kSettingsFileName);
-}
-
-// Everything a run leaves behind, gone: settings, backups, seen list, pictures.
-void clearUserData() {
-    for (const std::string& folder :
-         {getUserHeralderPath("images\\"), getUserHeralderPath(""), getUserDataPath("")}) {
-        WIN32_FIND_DATAA found;
-        HANDLE h = FindFirstFileA((folder + "*").c_str(), &found);
-        if (h == INVALID_HANDLE_VALUE) continue;
-        do
-            if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY))
-                DeleteFileA((folder + found.cFileName).c_str());
-        while (FindNextFileA(h, &found));
-        FindClose(h);
-    }
 }
 
 std::set<std::string> seenEntries() {

@@ -10,18 +10,13 @@
 #include "feed/seen_list.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
+#include "tests/win/dialog_driver.h"
 #include "tests/win/loopback_server.h"
 #include "tests/win/process_driver.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
 namespace {
-
-// What a run leaves in the user's folders: settings, backups, seen list.
-void clearUserData() {
-    deleteFilesIn(getUserHeralderPath(""));
-    deleteFilesIn(getUserDataPath(""));
-}
 
 // A feed of count alerts numbered from 5101, in a folder of its own.
 std::string writeFeed(int count) {
