@@ -108,7 +108,7 @@ if [ -f build/windows/window_timing.exe ]; then
     echo "== wine_update"
     bench/wine_update.sh 2>&1 | tail -6 || true
     echo "== wine_windows"
-    bench/wine_windows.sh 2>&1 | tail -6 || true
+    bench/wine_windows.sh 2>&1 | tail -12 || true
 fi
 
 for bench in build/native/bench_*; do
