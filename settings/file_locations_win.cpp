@@ -2,9 +2,14 @@
 // returned by value, so a caller may hold several at once.
 #include "settings/file_locations_win.h"
 
+#include <map>
+#include <mutex>
+
 #include "base/win_headers.h"
 
-std::optional<std::string> getSpecialFolderPath(int csidl) {
+namespace {
+
+std::optional<std::string> askShellForFolder(int csidl) {
     LPITEMIDLIST idList = nullptr;
     if (FAILED(SHGetSpecialFolderLocation(nullptr, csidl, &idList)) || !idList) return std::nullopt;
     char path[MAX_PATH] = "";
@@ -16,6 +21,25 @@ std::optional<std::string> getSpecialFolderPath(int csidl) {
     }
     if (!ok) return std::string();
     return std::string(path);
+}
+
+}  // namespace
+
+// A folder the shell found stays where it is for the life of the process;
+// asking again costs a walk over its parents each time, several times a run.
+std::optional<std::string> getSpecialFolderPath(int csidl) {
+    static std::mutex guard;
+    static std::map<int, std::string> found;
+    {
+        std::lock_guard<std::mutex> lock(guard);
+        if (auto it = found.find(csidl); it != found.end()) return it->second;
+    }
+    std::optional<std::string> path = askShellForFolder(csidl);
+    if (path && !path->empty()) {
+        std::lock_guard<std::mutex> lock(guard);
+        found.emplace(csidl, *path);
+    }
+    return path;
 }
 
 std::string getUserDataPath(std::string_view name) {
