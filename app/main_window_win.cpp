@@ -167,10 +167,9 @@ void onListDoubleClick(MainWindow& w) {
         return;
     }
     // Any type, even a setting or graphic update: the alert window shows what
-    // the item says. Its result and its check box mean nothing here.
-    const bool neverShowAgain = item.neverShowAgain;
+    // the item says. Its result means nothing here; a ticked "never show"
+    // stays in the item, so a later Show notifications honours it.
     showAlertBox(w.hwnd, item, notifyLook(), settings());
-    item.neverShowAgain = neverShowAgain;
 }
 
 // "/INITCONFIG/F" sends the sign-up twice and posts Exit after the first one;

@@ -10,6 +10,7 @@
 #include "app/main_window_win.h"
 #include "app/platform_win.h"
 #include "app/window_edges.h"
+#include "notify/sound_win.h"
 #include "resources/resource.h"
 #include "settings/settings_file.h"
 #include "ui/message_box_win.h"
@@ -72,6 +73,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
 
     readSettings();
     createSharedDrawingObjects(settings());
+    setSoundMute(0);
 
     if (!registerMainWindowClass(instance)) {
         showMessage(nullptr, "There has been an error registering the application class.");

@@ -4,12 +4,14 @@
 #include <string>
 #include <string_view>
 
-// The version the About box and the system report name. Fixed in the program:
-// the VersionNumber setting describes the settings file, not this build.
-inline constexpr int kProgramMajor = 17;
-inline constexpr int kProgramMinor = 0;
-inline constexpr char kProgramLetter = 'a';
-inline constexpr int kProgramRevision = 2;
+#include "base/version.h"
+
+// The version the About box and the system report name: this build's, not
+// the VersionNumber setting, which describes the settings file.
+inline constexpr int kProgramMajor = HERALDER_VERSION_MAJOR;
+inline constexpr int kProgramMinor = HERALDER_VERSION_MINOR;
+inline constexpr char kProgramLetter = HERALDER_VERSION_LETTER;
+inline constexpr int kProgramRevision = HERALDER_VERSION_REVISION;
 
 // " (Revision 2)".
 std::string revisionText(int revision);

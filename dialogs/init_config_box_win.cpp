@@ -38,11 +38,11 @@ class InitConfigDialog : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
-        // Only Automatic can be marked from the stored choice; Manual is
+        // The stored choice marks the control of its number: Automatic for
+        // 102, nothing visible for Manual's 101 (the banner). Manual is
         // checked below whatever it was, and stays the choice unless the user
         // clicks Automatic, even though both then show as checked.
-        if (option_ == kStartupAutomatic)
-            CheckDlgButton(hwnd(), IDC_INITCONFIG_AUTOMATIC, BST_CHECKED);
+        if (option_ <= 0xFFFF) CheckDlgButton(hwnd(), static_cast<int>(option_), BST_CHECKED);
         if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_HELPBUTTON});
         SetFocus(item(IDC_BUTTON1));
         checkRadioAlone(item(IDC_INITCONFIG_MANUAL));

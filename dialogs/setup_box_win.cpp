@@ -116,7 +116,7 @@ class SetupBox : public Dialog {
         fillFontList();
 
         initSpinEdit(hwnd(), IDC_SETUP_FONTSIZE);
-        setSpinEditValue(hwnd(), IDC_SETUP_FONTSIZE, s_.AlertFontSize);
+        showSpinEditSetting(hwnd(), IDC_SETUP_FONTSIZE, s_.AlertFontSize);
         for (const auto& box : kFontSwitches)
             CheckDlgButton(hwnd(), box.id, s_.*box.value ? BST_CHECKED : BST_UNCHECKED);
 

@@ -40,7 +40,7 @@ class MultipleItemPrompt : public Dialog {
             makeSoftButtons(hwnd(), settings_.SoftButtons, {IDC_BUTTON1, IDC_HELPBUTTON});
         fillExplanation();
         initSpinEdit(hwnd(), IDC_PROMPT_COUNT);
-        setSpinEditValue(hwnd(), IDC_PROMPT_COUNT, settings_.PromptMultipleCount);
+        showSpinEditSetting(hwnd(), IDC_PROMPT_COUNT, settings_.PromptMultipleCount);
         updateOk();
         centreWindow(hwnd());
         return TRUE;

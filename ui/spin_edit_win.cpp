@@ -44,6 +44,11 @@ void setSpinEditValue(HWND dialog, int id, long long value) {
     SetDlgItemInt(dialog, id, static_cast<UINT>(clamped), clamped < 0);
 }
 
+void showSpinEditSetting(HWND dialog, int id, uint32_t value) {
+    setSpinEditValue(dialog, id, value);
+    SetDlgItemInt(dialog, id, value, FALSE);
+}
+
 int getSpinEditValue(HWND dialog, int id) {
     const SpinRange range = spinEditRange(dialog, id);
     int last = range.start;

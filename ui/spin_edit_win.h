@@ -1,8 +1,10 @@
 #pragma once
 // Numeric fields in dialogs: an edit control with id N and an up-down control
 // ("msctls_updown32") with id N + 10000 whose template text is "min,max,start"
-// (see spin_edit.h for how that text and typed values are read). Values that
-// come in or go out are always kept inside the range.
+// (see spin_edit.h for how that text and typed values are read). Values read
+// from a field are always kept inside the range.
+#include <cstdint>
+
 #include "base/win_headers.h"
 #include "ui/spin_edit.h"
 
@@ -19,6 +21,11 @@ void initSpinEdit(HWND dialog, int id);
 
 // Shows value, clamped to the range, in the edit and as the up-down position.
 void setSpinEditValue(HWND dialog, int id, long long value);
+
+// Shows a stored setting as it is, even outside the range: a hand-edited
+// value is still the one in effect. The up-down steps from the nearest value
+// in range, and reading the field clamps it.
+void showSpinEditSetting(HWND dialog, int id, uint32_t value);
 
 // The number the user typed, clamped to the range. Text that is not a number
 // (empty, letters, "12ab") gives the up-down control's position instead, the
