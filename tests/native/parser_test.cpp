@@ -1,0 +1,82 @@
+// The update document reader: the one-walk reader against the plain per-key
+// reader on generated documents, documents that would make a careless reader
+// slow, line-end normalising and the sample shipped in examples/. The reading
+// rules themselves are pinned by the tool's kept cases.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <random>
+#include <string>
+
+#include "feed/document_parser.h"
+#include "parser_reference.h"
+
+namespace {
+
+std::string repeat(std::string_view piece, std::size_t times) {
+    std::string s;
+    for (std::size_t i = 0; i < times; ++i) s += piece;
+    return s;
+}
+
+}  // namespace
+
+TEST(ParserDifferential, OneWalkEqualsPerKeySearch) {
+    std::mt19937 rng(20261120);
+    std::size_t items = 0;
+    for (int i = 0; i < 3000; ++i) {
+        const std::string doc = reference::randomDocument(rng, 1 + rng() % 300);
+        const auto fast = parseUpdateDocument(doc);
+        ASSERT_EQ(fast, reference::parse(doc)) << "document #" << i << ": " << doc;
+        items += fast.size();
+    }
+    EXPECT_GT(items, 1000u) << "the comparison means little unless the generator makes blocks";
+}
+
+TEST(ParserDifferential, StaysLinearOnHostileShapes) {
+    const struct {
+        std::string document;
+        std::size_t items;
+    } cases[] = {
+        {":BEGINALERT\r\nTITLE=" + std::string(10 << 20, 'a') + "\r\n:END\r\n", 1},
+        {repeat(":BEGINALERT\r\nNUMBER=1\r\n", 200000), 1},  // no :END
+        {":BEGINALERT\r\nTITLE=" + repeat("{\r\n", 1000000), 1},
+        {":BEGINALERT\r\n" + repeat("}\r\n", 1000000) + ":END\r\n", 1},
+        {repeat(":BEGINTIP\r\n:END\r\n", 300000), 300000},
+    };
+    for (const auto& c : cases) {
+        const auto start = std::chrono::steady_clock::now();
+        EXPECT_EQ(parseUpdateDocument(c.document).size(), c.items) << c.document.substr(0, 40);
+        // Generous even under the sanitizers on a busy machine; a quadratic
+        // walk over these sizes takes hours.
+        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60))
+            << c.document.substr(0, 40);
+    }
+}
+
+// The reference reader relies on atoi as the C runtime reads it, beyond the
+// tool's kept number cases.
+TEST(AtoiLike, ReadsAsTheRuntimeDoes) {
+    const std::pair<const char*, int32_t> cases[] = {{"\t\r\n-17x", -17},
+                                                     {"- 5", 0},
+                                                     {"--5", 0},
+                                                     {"-99999999999999999999", INT32_MIN},
+                                                     {"0000000000000000000000012", 12}};
+    for (const auto& [text, want] : cases) EXPECT_EQ(atoiLike(text), want) << '"' << text << '"';
+}
+
+TEST(NormalizeLineEnds, WritesEveryBreakAsCrLfAndStopsAtNul) {
+    EXPECT_EQ(normalizeLineEnds("a\nb\r\nc\rd\r\n"), "a\r\nb\r\ncd\r\n");
+    EXPECT_EQ(normalizeLineEnds(std::string("\xe9{\nb\0c\n", 7)), "\xe9{\r\nb");
+}
+
+TEST(ParseUpdateDocument, SampleDocumentGivesEveryItemType) {
+    const auto document = readFileBytes(HERALDER_SOURCE_DIR "/examples/update.txt");
+    std::string summary;
+    for (const UpdateItem& item : parseUpdateDocument(normalizeLineEnds(document.value_or(""))))
+        summary += itemTypeTag(item.type) + ":" + std::to_string(item.number) + " ";
+    EXPECT_EQ(
+        summary,
+        "ALRT:2101 VERS:2102 VERS:2103 TIP_:2104 NOTC:2105 OFFT:2106 CINI:2107 CINI:2108 CINI:2110 "
+        "GRPN:2109 ");
+}
