@@ -17,15 +17,12 @@ SystemFacts sampleFacts() {
     SystemFacts f;
     f.programVersion = "17.0a (Revision 2)";
     f.buildDate = "Sep 17 2025";
-    f.programFile = "C:\\Heralder\\heralder.exe";
     f.platformName = "Windows 10";
     f.platformCode = 18;
     f.screenWidth = 1920;
     f.screenHeight = 1080;
     f.dpi = 120;
     f.programFolder = "C:\\Heralder\\";
-    f.dataFolder = "C:\\Data\\Quenmark";
-    f.productFolder = "C:\\Data\\Quenmark\\Heralder";
     f.settingsFile = {"C:\\Data\\Quenmark\\Heralder17.ini", true, 1234,
                       ReportTime{2026, 1, 2, 3, 4, 5}};
     f.settingsBackup = {"C:\\Data\\Quenmark\\Backup of Heralder17.ini", true, 99, std::nullopt};
