@@ -13,20 +13,17 @@
 #include "tests/native/feed_test_support.h"
 
 TEST(ColourModel, KnownColoursHaveTheirUsualFigures) {
-    const struct {
-        Rgb rgb;
-        Hls hls;
-    } cases[] = {
+    const std::pair<Rgb, Hls> cases[] = {
         {{0, 0, 0}, {160, 0, 0}},         {{255, 255, 255}, {160, 240, 0}},
         {{128, 128, 128}, {160, 120, 0}}, {{255, 0, 0}, {0, 120, 240}},
         {{0, 255, 0}, {80, 120, 240}},    {{0, 0, 255}, {160, 120, 240}},
         {{255, 255, 0}, {40, 120, 240}},  {{0, 255, 255}, {120, 120, 240}},
         {{255, 0, 255}, {200, 120, 240}}, {{128, 0, 0}, {0, 60, 240}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.rgb.red << "," << c.rgb.green << "," << c.rgb.blue);
-        EXPECT_EQ(rgbToHls(c.rgb), c.hls);
-        EXPECT_EQ(hlsToRgb(c.hls), c.rgb);
+    for (const auto& [rgb, hls] : cases) {
+        SCOPED_TRACE(testing::Message() << rgb.red << "," << rgb.green << "," << rgb.blue);
+        EXPECT_EQ(rgbToHls(rgb), hls);
+        EXPECT_EQ(hlsToRgb(hls), rgb);
     }
     // Out-of-range figures are brought in.
     EXPECT_EQ(hlsToRgb({-5, 999, 999}), hlsToRgb({0, 240, 240}));

@@ -86,10 +86,7 @@ TEST(SeenList, MarkingAppendsCrLfLinesAndFollowsOtherWriters) {
 // importance 0 (version number 0) and 3 (no file), installed and current at 2,
 // installed and out of date at 1. The last index of each row is out of range.
 TEST(Selection, ChoiceIndexPerType) {
-    const struct {
-        int32_t importance;
-        std::optional<InstalledVersion> installed;
-    } probes[] = {
+    const std::pair<int32_t, std::optional<InstalledVersion>> probes[] = {
         {0, InstalledVersion{}}, {3, std::nullopt}, {2, installedAt(5, 0)}, {1, installedAt(4, 9)}};
     const std::pair<ItemType, std::vector<std::string>> cases[] = {
         {ItemType::Alert, {"YYYY", "NYNN", "NYYN", "NYYY", "NNYY", "NNNN", "YYYY"}},
@@ -107,9 +104,9 @@ TEST(Selection, ChoiceIndexPerType) {
             for (std::size_t p = 0; p < 4; ++p) {
                 Scenario filter;
                 filter.settings.*(choices->popup) = index;
-                filter.host.installed = probes[p].installed;
+                filter.host.installed = probes[p].second;
                 UpdateItem item = makeItem(type, 1);
-                item.importance = probes[p].importance;
+                item.importance = probes[p].first;
                 item.version = 5;
                 EXPECT_EQ(filter.shows(item), outcomes[index][p] == 'Y')
                     << itemTypeTag(type) << " index " << index << " item " << p;

@@ -85,16 +85,15 @@ TEST(AlertText, HeaderLineKeepsBelow260Characters) {
 
     // " " + name + " 2.1b" is the name and 6; " Released " needs 12 of room, the date its own 10.
     item.patch = 0;
-    struct Case {
-        std::size_t name;
-        const char* tail;
-    };
-    for (const Case& c : {Case{233, " 2.1b Released 07-15-2003"}, Case{234, " 2.1b Released "},
-                          Case{241, " 2.1b Released "},
-                          // the date has its own check, even without " Released "
-                          Case{242, " 2.1b07-15-2003"}, Case{244, " 2.1b"}}) {
-        item.application = std::string(c.name, 'A');
-        EXPECT_EQ(alertHeaderLine(item), " " + std::string(c.name, 'A') + c.tail) << c.name;
+    const std::pair<std::size_t, const char*> cases[] = {
+        {233, " 2.1b Released 07-15-2003"},
+        {234, " 2.1b Released "},
+        {241, " 2.1b Released "},
+        {242, " 2.1b07-15-2003"},  // the date has its own check, even without " Released "
+        {244, " 2.1b"}};
+    for (const auto& [name, tail] : cases) {
+        item.application = std::string(name, 'A');
+        EXPECT_EQ(alertHeaderLine(item), " " + item.application.value() + tail) << name;
     }
 }
 
@@ -115,20 +114,12 @@ TEST(AlertText, CaptionTopAndFit) {
 }
 
 TEST(AlertText, VisibleTextStopsAfterTheScreenful) {
-    const struct {
-        const char* name;
-        std::string text;
-        int lines;
-        std::string shown;
-    } cases[] = {
-        {"short text whole", "one\ntwo\nthree", 10, "one\ntwo\nthree"},
-        {"stops at the last line that can show", "a\nb\nc\nd", 2, "a\nb"},
-        {"a long word keeps one column and a pixel", std::string(600, 'w') + " end", 5,
-         std::string(571, 'w') + " end"},
-        {"characters beyond lines x column", std::string(5000, 'x'), 2, std::string(571, 'x')},
-        {"blank text", std::string(3000, ' '), 2, std::string(1140, ' ')},
-    };
-    for (const auto& c : cases) EXPECT_EQ(alertVisibleText(c.text, c.lines), c.shown) << c.name;
+    EXPECT_EQ(alertVisibleText("one\ntwo\nthree", 10), "one\ntwo\nthree");
+    EXPECT_EQ(alertVisibleText("a\nb\nc\nd", 2), "a\nb");  // the last line that can show
+    // A word wider than the column keeps a column and a pixel of it; blanks fill every line.
+    EXPECT_EQ(alertVisibleText(std::string(600, 'w') + " end", 5), std::string(571, 'w') + " end");
+    EXPECT_EQ(alertVisibleText(std::string(5000, 'x'), 2), std::string(571, 'x'));
+    EXPECT_EQ(alertVisibleText(std::string(3000, ' '), 2), std::string(1140, ' '));
 
     std::string huge;
     for (int i = 0; i < 200000; ++i) huge += "Twenty words of a long notice. ";
@@ -217,26 +208,19 @@ TEST(VersionReport, MarginsNearTheEnd) {
 }
 
 TEST(PromptBox, PendingCountFillsTheFirstFormat) {
-    const struct {
-        const char* text;
-        int waiting;
-        const char* expected;
-    } cases[] = {
-        {"there are %d items pending", 6, "there are 6 items pending"},
-        {"%d", 32760, "32760"},
-        {"%d and %d", 7, "7 and %d"},
-        {"no count", 3, "no count"},
-        {"", 3, ""},
-    };
-    for (const auto& c : cases) EXPECT_EQ(fillPendingCount(c.text, c.waiting), c.expected);
+    EXPECT_EQ(fillPendingCount("there are %d items pending", 6), "there are 6 items pending");
+    EXPECT_EQ(fillPendingCount("%d", 32760), "32760");
+    EXPECT_EQ(fillPendingCount("%d and %d", 7), "7 and %d");
+    EXPECT_EQ(fillPendingCount("no count", 3), "no count");
+    EXPECT_EQ(fillPendingCount("", 3), "");
 }
 
 // The type names are written out here: the browser's caption is where they show.
 TEST(BrowseText, CaptionHasTheTypeNameOnlyWhileItFits) {
     const struct {
         ItemType type;
-        std::size_t titleLength;  // 0: no TITLE
-        const char* suffix;       // nullptr: the title alone
+        std::size_t titleLength;
+        const char* suffix;  // nullptr: the title alone
     } cases[] = {
         {ItemType::Alert, 1, " [Alert]"},
         // "Alert" is 5 characters: title + 5 + 16 must stay below 260.
@@ -260,10 +244,7 @@ TEST(BrowseText, CaptionHasTheTypeNameOnlyWhileItFits) {
 }
 
 TEST(BrowseText, AnnouncedAndInstalledVersions) {
-    const struct {
-        UpdateItem item;
-        const char* expected;
-    } announced[] = {
+    const std::pair<UpdateItem, const char*> announced[] = {
         {{.version = 3, .subVersion = 0, .revision = 'c', .patch = 2, .beta = 1},
          "3.0c (revision 2) (beta 1)"},
         {{.version = 17, .subVersion = 2, .revision = 'a'}, "17.2a"},
@@ -272,19 +253,12 @@ TEST(BrowseText, AnnouncedAndInstalledVersions) {
         {{.patch = -1, .beta = -2}, "0.0"},  // only positive levels show
         {{.version = -1, .subVersion = 12, .revision = 'z'}, "-1.12z"},
     };
-    for (const auto& c : announced) EXPECT_EQ(browseVersionText(c.item), c.expected);
+    for (const auto& [item, text] : announced) EXPECT_EQ(browseVersionText(item), text);
 
     // Bits 5-9 are the major number, 10-14 the minor one; the beta level never shows.
-    const struct {
-        uint32_t versionNumber, patchLevel;
-        const char* expected;
-    } installed[] = {
-        {0x0443, 5, "2.1 revision 5"},
-        {0, 0, "0.0 revision 0"},
-        {0xFFFFFFFF, 0xFFFFFFFF, "31.31 revision -1"},
-    };
-    for (const auto& c : installed)
-        EXPECT_EQ(installedBrowseText(InstalledVersion{c.versionNumber, c.patchLevel, 9, ""}),
-                  c.expected);
+    EXPECT_EQ(installedBrowseText(InstalledVersion{0x0443, 5, 9, ""}), "2.1 revision 5");
+    EXPECT_EQ(installedBrowseText(InstalledVersion{0, 0, 9, ""}), "0.0 revision 0");
+    EXPECT_EQ(installedBrowseText(InstalledVersion{0xFFFFFFFF, 0xFFFFFFFF, 9, ""}),
+              "31.31 revision -1");
     EXPECT_EQ(installedBrowseText(std::nullopt), "");
 }
