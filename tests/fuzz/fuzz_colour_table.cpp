@@ -7,15 +7,10 @@
 
 #include "dialogs/colour_table.h"
 
-namespace {
-
-void require(bool condition) {
-    if (!condition) std::abort();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+    auto require = [](bool condition) {
+        if (!condition) std::abort();
+    };
     const ColourTable first =
         parseColourTable(std::string_view(reinterpret_cast<const char*>(data), size));
     for (const NamedColour& entry : first.colours) {

@@ -1,9 +1,7 @@
 // Arbitrary bytes through the settings reader, then a save and a read of what
-// was saved: the first read must leave skipped keys alone and keep texts short
-// and free of control characters, and the saved file must give back every value
-// it was written from. The one way a value may not survive is a line too long
-// for the reader's 259-character reads (a long text value), which splits it;
-// such files are only read, not compared.
+// was saved: the first read leaves skipped keys alone and keeps texts short and
+// free of control characters; the saved file gives back every value, unless a
+// line is too long for the reader's 259-character reads, which splits it.
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -11,15 +9,10 @@
 
 #include "settings/settings_file.h"
 
-namespace {
-
-void require(bool condition) {
-    if (!condition) std::abort();
-}
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
+    auto require = [](bool condition) {
+        if (!condition) std::abort();
+    };
     Settings first;
     readSettingsText(first, std::string_view(reinterpret_cast<const char*>(data), size));
     for (const SettingDef& def : SettingsTable) {

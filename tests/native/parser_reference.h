@@ -1,9 +1,8 @@
 #pragma once
-// A second reader of update documents, written as plainly as possible: every
-// key is looked for by its own walk from the block's begin line, lines are
-// found byte by byte. The real reader finds all keys in one walk; the tests and
-// the fuzzer compare the two on generated documents. Also the generator of
-// those documents, which favours the bytes that matter to the reader.
+// A second reader of update documents, as plain as possible: each key is looked
+// for by its own walk from the block's begin line, lines are found byte by byte.
+// The tests and the fuzzer compare it with the real one-walk reader, on
+// documents from the generator below.
 #include <cctype>
 #include <optional>
 #include <random>
@@ -56,9 +55,8 @@ inline Line findValue(std::string_view t, std::size_t begin, std::string_view ke
     return std::nullopt;
 }
 
-// The document format's markers and keys, written out here from the format
-// itself rather than taken from the reader, so that a wrong row in the
-// reader's tables makes the two disagree.
+// Written out here rather than taken from the reader, so that a wrong row in
+// the reader's tables makes the two disagree.
 struct Marker {
     const char* text;
     ItemType type;
@@ -137,8 +135,7 @@ inline std::vector<UpdateItem> parse(std::string_view document) {
     return items;
 }
 
-// Documents built from the pieces the reader reacts to: markers and keys in
-// mixed case, ":END", blanks, '=', tabs, line breaks, braces, digits, signs,
+// Documents built from the pieces the reader reacts to, in mixed case, with
 // bytes above 127 and the odd NUL.
 inline std::string randomDocument(std::mt19937& rng, std::size_t pieces) {
     static const std::vector<std::string> vocabulary = [] {

@@ -1,7 +1,10 @@
 // Which sound a notification plays: every form of the sound name with and
-// without the user's override file, the desktop scheme's sound and its
-// fallback, and how the attempts' results become the player's result.
+// without the override file, the desktop scheme's sound and its fallback, and
+// how the attempts' results become the player's result.
 #include <gtest/gtest.h>
+
+// GCC 12 warns about every member a designated initializer leaves to its default.
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
 #include <string>
 #include <vector>
@@ -13,35 +16,36 @@ namespace {
 using Kind = SoundAttempt::Kind;
 
 SoundAttempt file(std::string path, bool forceOne = false) {
-    SoundAttempt a;
-    a.path = std::move(path);
-    a.forceOne = forceOne;
-    return a;
+    return {.path = std::move(path), .forceOne = forceOne};
 }
 
 SoundAttempt resource(int32_t id, std::optional<intptr_t> module = std::nullopt) {
-    SoundAttempt a;
-    a.kind = Kind::Resource;
-    a.resourceId = id;
-    a.module = module;
-    return a;
+    return {.kind = Kind::Resource, .resourceId = id, .module = module};
 }
 
 const std::string kOverride = "C:\\Users\\me\\AppData\\Roaming\\Quenmark\\Notify.wav";
 const std::string kFallback = "C:\\windows\\media\\Windows Navigation Start.wav";
 
 SoundFacts facts(bool withOverride, bool keyOpened = false, std::string scheme = "") {
-    SoundFacts f;
-    if (withOverride) f.overrideFile = kOverride;
-    f.schemeKeyOpened = keyOpened;
-    f.schemeSound = std::move(scheme);
-    f.windowsFolder = "C:\\windows";
-    return f;
+    return {.overrideFile = withOverride ? std::optional(kOverride) : std::nullopt,
+            .schemeKeyOpened = keyOpened,
+            .schemeSound = std::move(scheme),
+            .windowsFolder = "C:\\windows"};
 }
 
+// Answers from a list of results and records what it was asked.
+struct FakePlayer {
+    std::vector<int32_t> results;
+    std::vector<std::string> played;
+    int32_t operator()(const SoundAttempt& a) {
+        played.push_back(a.kind == Kind::File ? a.path : "#" + std::to_string(a.resourceId));
+        return played.size() <= results.size() ? results[played.size() - 1] : 0;
+    }
+};
+
 TEST(SoundChoice, EveryFormOfTheSoundName) {
-    const std::string def(kDefaultSoundName);
-    SoundFacts muted = facts(true, true, "C:\\nav.wav");
+    const std::string def(kDefaultSoundName), ding = "C:\\ding.wav", nav = "C:\\nav.wav";
+    SoundFacts muted = facts(true, true, nav);
     muted.muted = true;
     const struct {
         const char* name;
@@ -49,14 +53,11 @@ TEST(SoundChoice, EveryFormOfTheSoundName) {
         SoundFacts facts;
         std::vector<SoundAttempt> expected;
     } cases[] = {
-        {"empty", "", facts(true, true, "C:\\nav.wav"), {}},
-        {"muted", "C:\\ding.wav", muted, {}},
+        {"empty", "", facts(true, true, nav), {}},
+        {"muted", ding, muted, {}},
         {"muted default", def, muted, {}},
-        {"file", "C:\\ding.wav", facts(false), {file("C:\\ding.wav", true)}},
-        {"file under override",
-         "C:\\ding.wav",
-         facts(true),
-         {file(kOverride), file("C:\\ding.wav", true)}},
+        {"file", ding, facts(false), {file(ding, true)}},
+        {"file under override", ding, facts(true), {file(kOverride), file(ding, true)}},
         {"own resource", "::RSRC::7", facts(false), {resource(7)}},
         {"module taken literally", "::RSRC::7,0", facts(false), {resource(7, 0)}},
         {"module number", "::RSRC::12,4194304", facts(false), {resource(12, 4194304)}},
@@ -64,21 +65,12 @@ TEST(SoundChoice, EveryFormOfTheSoundName) {
         {"no number", "::RSRC::", facts(false), {resource(0)}},
         {"resource under override", "::RSRC::7", facts(true), {file(kOverride), resource(7)}},
         {"prefix is case-sensitive", "::rsrc::7", facts(false), {file("::rsrc::7", true)}},
-        {"default marker is case-sensitive",
-         "~~~default~~~",
-         facts(false),
-         {file("~~~default~~~", true)}},
+        {"marker is case-sensitive", "~~~default~~~", facts(false), {file("~~~default~~~", true)}},
         {"default, no scheme key", def, facts(false), {}},
         {"default, no scheme key, override", def, facts(true), {file(kOverride)}},
-        {"default, scheme sound",
-         def,
-         facts(false, true, "C:\\nav.wav"),
-         {file("C:\\nav.wav"), file(kFallback)}},
+        {"default, scheme sound", def, facts(false, true, nav), {file(nav), file(kFallback)}},
         {"default, key without a sound", def, facts(false, true), {file(kFallback)}},
-        {"default, everything",
-         def,
-         facts(true, true, "C:\\nav.wav"),
-         {file(kOverride), file("C:\\nav.wav"), file(kFallback)}},
+        {"everything", def, facts(true, true, nav), {file(kOverride), file(nav), file(kFallback)}},
     };
     for (const auto& c : cases)
         EXPECT_EQ(chooseNotifySound(c.soundName, c.facts), c.expected) << c.name;
@@ -90,18 +82,6 @@ TEST(SoundChoice, FallbackPathGetsOneSeparatorAndFitsTheBuffer) {
     EXPECT_EQ(fallbackSoundPath(""), "\\media\\Windows Navigation Start.wav");
     EXPECT_EQ(fallbackSoundPath(std::string(250, 'w')).size(), 259u);
 }
-
-// play() answers from a list of results and records what it was asked.
-struct FakePlayer {
-    std::vector<int32_t> results;
-    std::vector<std::string> played;
-    int32_t operator()(const SoundAttempt& a) {
-        played.push_back(a.kind == Kind::File ? a.path : "#" + std::to_string(a.resourceId));
-        const int32_t r = results.empty() ? 0 : results.front();
-        if (!results.empty()) results.erase(results.begin());
-        return r;
-    }
-};
 
 TEST(SoundChoice, FirstSoundThatStartsEndsTheCall) {
     const std::vector<SoundAttempt> overrideThenFile = {file("o.wav"), file("f.wav", true)};

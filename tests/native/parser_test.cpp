@@ -1,5 +1,7 @@
-// The one-walk reader against the plain per-key reader on generated documents,
-// and the documents that would make a careless reader slow.
+// The update document reader: the one-walk reader against the plain per-key
+// reader on generated documents, documents that would make a careless reader
+// slow, and line-end normalising. The reading rules themselves are pinned by
+// the tool's kept cases.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -11,6 +13,14 @@
 
 namespace {
 
+std::string repeat(std::string_view piece, std::size_t times) {
+    std::string s;
+    for (std::size_t i = 0; i < times; ++i) s += piece;
+    return s;
+}
+
+}  // namespace
+
 TEST(ParserDifferential, OneWalkEqualsPerKeySearch) {
     std::mt19937 rng(20261120);
     std::size_t items = 0;
@@ -21,12 +31,6 @@ TEST(ParserDifferential, OneWalkEqualsPerKeySearch) {
         items += fast.size();
     }
     EXPECT_GT(items, 1000u) << "the comparison means little unless the generator makes blocks";
-}
-
-std::string repeat(std::string_view piece, std::size_t times) {
-    std::string s;
-    for (std::size_t i = 0; i < times; ++i) s += piece;
-    return s;
 }
 
 TEST(ParserDifferential, StaysLinearOnHostileShapes) {
@@ -43,11 +47,25 @@ TEST(ParserDifferential, StaysLinearOnHostileShapes) {
     for (const auto& c : cases) {
         const auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(parseUpdateDocument(c.document).size(), c.items) << c.document.substr(0, 40);
-        // Generous even under the sanitizers on a machine busy with other
-        // builds; a quadratic walk over these sizes takes hours.
+        // Generous even under the sanitizers on a busy machine; a quadratic
+        // walk over these sizes takes hours.
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60))
             << c.document.substr(0, 40);
     }
 }
 
-}  // namespace
+// The reference reader relies on atoi as the C runtime reads it, beyond the
+// tool's kept number cases.
+TEST(AtoiLike, ReadsAsTheRuntimeDoes) {
+    const std::pair<const char*, int32_t> cases[] = {{"\t\r\n-17x", -17},
+                                                     {"- 5", 0},
+                                                     {"--5", 0},
+                                                     {"-99999999999999999999", INT32_MIN},
+                                                     {"0000000000000000000000012", 12}};
+    for (const auto& [text, want] : cases) EXPECT_EQ(atoiLike(text), want) << '"' << text << '"';
+}
+
+TEST(NormalizeLineEnds, WritesEveryBreakAsCrLfAndStopsAtNul) {
+    EXPECT_EQ(normalizeLineEnds("a\nb\r\nc\rd\r\n"), "a\r\nb\r\ncd\r\n");
+    EXPECT_EQ(normalizeLineEnds(std::string("\xe9{\nb\0c\n", 7)), "\xe9{\r\nb");
+}

@@ -1,0 +1,228 @@
+// Start-up's portable decisions: what each command line makes it do, what the
+// machine policy leaves of that, the platform's code and name, and where the
+// remembered rectangle puts the main window.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "app/command_line.h"
+#include "app/machine_policy.h"
+#include "app/platform.h"
+#include "app/window_edges.h"
+#include "resources/resource.h"
+
+namespace {
+
+using enum StartupAction;
+using Steps = std::vector<StartupStep>;
+
+const Steps kUpdate = {
+    {SetUpdateMode}, {Send, IDM_GO}, {Send, IDM_SHOW_NOTIFICATIONS}, {Post, IDM_EXIT}};
+const Steps kStartup = {{Send, IDM_STARTUP_MANAGER}, {Post, IDM_EXIT}};
+const Steps kInitConfig = {{Send, IDM_INITIAL_CONFIG}, {Post, IDM_EXIT}};
+
+Steps join(const Steps& first, const Steps& second) {
+    Steps all = first;
+    all.insert(all.end(), second.begin(), second.end());
+    return all;
+}
+
+// Stored edges are unsigned: negative coordinates come back as huge numbers.
+constexpr uint32_t stored(int32_t coordinate) {
+    return static_cast<uint32_t>(coordinate);
+}
+
+Settings withEdges(uint32_t left, uint32_t top, uint32_t right, uint32_t bottom) {
+    Settings record;
+    record.StickyWindowLeft = left;
+    record.StickyWindowTop = top;
+    record.StickyWindowRight = right;
+    record.StickyWindowBottom = bottom;
+    return record;
+}
+
+}  // namespace
+
+TEST(CommandLine, SwitchesRowsAndPath) {
+    const std::string longPath(300, 'p');
+    const Steps forced = {{ResetInitConfig}, {Send, IDM_INITIAL_CONFIG}, {Post, IDM_EXIT}};
+    const struct {
+        std::string line;
+        bool hidden;
+        std::optional<std::string> path;
+        Steps steps;
+    } cases[] = {
+        {"", false, std::nullopt, {}},
+        {"/UPDATE", true, std::nullopt, kUpdate},
+        {"/STARTUP", true, std::nullopt, kStartup},
+        {"/INITCONFIG", true, std::nullopt, kInitConfig},
+        // Contains "/INITCONFIG" too: the sign-up runs twice, two Exits posted.
+        {"/INITCONFIG/F", true, std::nullopt, join(kInitConfig, forced)},
+        // Table order, not the order on the line.
+        {"/STARTUP /UPDATE", true, std::nullopt, join(kUpdate, kStartup)},
+        {"x/UPDATE/STARTUP", true, "x", join(kUpdate, kStartup)},
+        {"/update", false, std::nullopt, {}},
+        {"C:/dir/file", false, "C:", {}},
+        {"C:\\feeds\\update.txt", false, "C:\\feeds\\update.txt", {}},
+        {"C:\\feeds\\update.txt /UPDATE", true, "C:\\feeds\\update.txt ", kUpdate},
+        {"   ", false, "   ", {}},
+        {"\\server\\share\\x/UPDATER", true, "\\server\\share\\x", kUpdate},
+        // The path buffer keeps 259 characters; a switch beyond them still counts.
+        {longPath + "/STARTUP", true, longPath.substr(0, kMaxDocumentPath), kStartup},
+        {longPath.substr(0, 100) + "/" + longPath, false, longPath.substr(0, 100), {}},
+        {std::string("doc\0/UPDATE", 11), false, "doc", {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE('"' + c.line + '"');
+        const CommandLinePlan plan = interpretCommandLine(c.line);
+        EXPECT_EQ(plan.hidden, c.hidden);
+        EXPECT_EQ(plan.documentPath, c.path);
+        EXPECT_EQ(plan.steps, c.steps);
+    }
+}
+
+// Only the daily run is switched off, and a run left with nothing to do ends at once.
+TEST(MachinePolicy, UpdateCheckSwitchedOff) {
+    const struct {
+        std::string line;
+        bool disabled, goesOn;
+        Steps steps;
+    } cases[] = {
+        {"/UPDATE", true, false, {}},
+        {"/UPDATE", false, true, kUpdate},
+        // A document with the switch would stay hidden with nobody to close it.
+        {"C:\\feeds\\update.txt /UPDATE", true, false, {}},
+        {"/STARTUP /UPDATE", true, true, kStartup},
+        {"/INITCONFIG", true, true, kInitConfig},
+        // The main window is the user asking: Go still works there.
+        {"", true, true, {}},
+        {"C:\\feeds\\update.txt", true, true, {}},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.line + (c.disabled ? " disabled" : ""));
+        CommandLinePlan plan = interpretCommandLine(c.line);
+        const bool hidden = plan.hidden;
+        EXPECT_EQ(applyMachinePolicy(plan, MachinePolicy{c.disabled}), c.goesOn);
+        EXPECT_EQ(plan.steps, c.steps);
+        EXPECT_EQ(plan.hidden, hidden);
+    }
+}
+
+// The registry's CurrentBuild is asked for from Windows 10 on only.
+TEST(Platform, CodeAndNameByVersion) {
+    const struct {
+        std::optional<OsVersion> version;
+        const char* build;
+        uint32_t code;
+        const char* name;
+    } cases[] = {
+        {std::nullopt, "22631", 0, "Windows (unknown version)"},
+        {OsVersion{5, 0, 4}, "", 0, "Windows (unknown version)"},
+        {OsVersion{5, 1, 0}, "", 12, "Windows XP"},
+        {OsVersion{5, 1, 1}, "", 12, "Windows XP SP1"},
+        {OsVersion{5, 1, 4}, "", 12, "Windows XP SP3"},
+        {OsVersion{5, 2, 0}, "", 12, "Windows XP SP3"},
+        {OsVersion{6, 0, 0}, "", 14, "Windows Vista"},
+        {OsVersion{6, 0, 2}, "", 14, "Windows Vista SP2"},
+        {OsVersion{6, 1, 1}, "", 15, "Windows 7 SP1"},
+        {OsVersion{6, 2, 0}, "", 16, "Windows 8"},
+        {OsVersion{6, 3, 0}, "22000", 17, "Windows 8"},
+        {OsVersion{10, 0, 0}, "", 18, "Windows 10"},
+        {OsVersion{10, 0, 0}, "21999", 18, "Windows 10"},
+        {OsVersion{10, 0, 0}, "22000", 19, "Windows 11"},
+        {OsVersion{10, 0, 0}, " 26100\n", 19, "Windows 11"},
+        {OsVersion{11, 0, 3}, "30000", 19, "Windows 11"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        int asked = 0;
+        const Platform p = platformFromVersion(c.version, [&] {
+            ++asked;
+            return std::string(c.build);
+        });
+        EXPECT_EQ(p.code, c.code);
+        EXPECT_EQ(p.name, c.name);
+        EXPECT_EQ(asked, c.code >= 18 ? 1 : 0);
+    }
+}
+
+TEST(Platform, Selectors) {
+    const uint32_t none[] = {0};
+    const uint32_t vistaAnd10[] = {14, 18, 0, 12};
+    uint32_t twentyOne[21];
+    for (uint32_t i = 0; i < 21; ++i) twentyOne[i] = 100 + i;  // no terminator within 20
+    twentyOne[20] = 12;
+    const struct {
+        const char* name;
+        const uint32_t* selector;
+        std::vector<uint32_t> accepted;  // among 0 to 20
+    } cases[] = {
+        {"null", nullptr, {}},
+        {"empty list", none, {}},
+        {"all known", &kPlatformsAllKnown, {7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19}},
+        {"XP or later", &kPlatformsXpOrLater, {12, 13, 14, 15, 16, 17, 18, 19}},
+        {"list stops at 0", vistaAnd10, {14, 18}},
+        {"at most 20 read", twentyOne, {}},
+    };
+    for (const auto& c : cases) {
+        std::vector<uint32_t> accepted;
+        for (uint32_t code = 0; code <= 20; ++code)
+            if (isPlatformSelected(code, c.selector)) accepted.push_back(code);
+        EXPECT_EQ(accepted, c.accepted) << c.name;
+    }
+    EXPECT_TRUE(isPlatformSelected(119, twentyOne));
+    EXPECT_FALSE(isPlatformSelected(kPlatformsAllKnown, vistaAnd10));
+}
+
+TEST(WindowEdges, RestoredPlacement) {
+    constexpr uint32_t kNone = kNoWindowEdge;
+    const struct {
+        const char* name;
+        uint32_t left, top, right, bottom;
+        std::optional<WindowPlacement> want;  // on a 1024 x 768 screen
+    } cases[] = {
+        {"never saved", kNone, kNone, kNone, kNone, std::nullopt},
+        {"one field unsaved", 10, 10, 500, kNone, std::nullopt},
+        {"as stored", 100, 50, 600, 450, WindowPlacement{100, 50, 500, 400}},
+        {"whole screen", 0, 0, 1024, 768, WindowPlacement{0, 0, 1024, 768}},
+        {"raised to the minimum", 100, 50, 200, 100, WindowPlacement{100, 50, 360, 160}},
+        {"cut at the screen's edge", 600, 500, 1500, 1200, WindowPlacement{600, 500, 424, 268}},
+        {"pulled back from the right", 900, 700, 1000, 760, WindowPlacement{664, 608, 360, 160}},
+        {"far off screen", 4000000, 3000000, 4000500, 3000400, WindowPlacement{664, 608, 360, 160}},
+        {"right before left", 500, 400, 100, 50, WindowPlacement{500, 400, 360, 160}},
+        {"negative start", stored(-5), stored(-20), 500, 300, WindowPlacement{0, 0, 505, 320}},
+        {"negative start, wide", stored(-300), 0, 2000, 100, WindowPlacement{0, 0, 1024, 160}},
+        {"all negative", stored(-900), stored(-800), stored(-500), stored(-400),
+         WindowPlacement{0, 0, 400, 400}},
+        {"extremes", 0x80000000u, 0x80000000u, 0x7FFFFFFEu, 0x7FFFFFFEu,
+         WindowPlacement{0, 0, 1024, 768}},
+        {"largest start", 0x7FFFFFFEu, 0x7FFFFFFEu, 0x80000000u, 0x80000000u,
+         WindowPlacement{664, 608, 360, 160}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(restoredWindowPlacement(withEdges(c.left, c.top, c.right, c.bottom), 1024, 768),
+                  c.want)
+            << c.name;
+    // A screen smaller than the minimum keeps the window at its corner.
+    EXPECT_EQ(restoredWindowPlacement(withEdges(50, 40, 250, 140), 320, 120),
+              (WindowPlacement{0, 0, 360, 160}));
+}
+
+TEST(WindowEdges, StoredRectangleIsClippedToTheScreen) {
+    const struct {
+        ScreenRect window;
+        uint32_t left, top, right, bottom;
+    } cases[] = {
+        {{100, 50, 600, 450}, 100, 50, 600, 450},
+        {{-8, -8, 1032, 776}, 0, 0, 1024, 768},  // maximised frames overhang
+        {{-500, -400, -100, -50}, 0, 0, stored(-100), stored(-50)},
+    };
+    for (const auto& c : cases) {
+        Settings record;
+        storeWindowEdges(record, c.window, 1024, 768);
+        EXPECT_EQ(record.StickyWindowLeft, c.left);
+        EXPECT_EQ(record.StickyWindowTop, c.top);
+        EXPECT_EQ(record.StickyWindowRight, c.right);
+        EXPECT_EQ(record.StickyWindowBottom, c.bottom);
+    }
+}

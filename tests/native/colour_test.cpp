@@ -1,0 +1,139 @@
+// The colour picker's portable half: the two forms of a colour, and the colour
+// table file, whose lines the user may have written by hand and which must
+// survive a save, and which is refused when huge or unreadable rather than
+// taken for an empty table.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+
+#include "dialogs/colour_model.h"
+#include "dialogs/colour_table.h"
+#include "tests/native/feed_test_support.h"
+
+TEST(ColourModel, KnownColoursHaveTheirUsualFigures) {
+    const std::pair<Rgb, Hls> cases[] = {
+        {{0, 0, 0}, {160, 0, 0}},         {{255, 255, 255}, {160, 240, 0}},
+        {{128, 128, 128}, {160, 120, 0}}, {{255, 0, 0}, {0, 120, 240}},
+        {{0, 255, 0}, {80, 120, 240}},    {{0, 0, 255}, {160, 120, 240}},
+        {{255, 255, 0}, {40, 120, 240}},  {{0, 255, 255}, {120, 120, 240}},
+        {{255, 0, 255}, {200, 120, 240}}, {{128, 0, 0}, {0, 60, 240}},
+    };
+    for (const auto& [rgb, hls] : cases) {
+        SCOPED_TRACE(testing::Message() << rgb.red << "," << rgb.green << "," << rgb.blue);
+        EXPECT_EQ(rgbToHls(rgb), hls);
+        EXPECT_EQ(hlsToRgb(hls), rgb);
+    }
+    // Out-of-range figures are brought in.
+    EXPECT_EQ(hlsToRgb({-5, 999, 999}), hlsToRgb({0, 240, 240}));
+    EXPECT_EQ(rgbToHls({300, -1, 0}), rgbToHls({255, 0, 0}));
+}
+
+// Hue, saturation and luminance have fewer steps than red, green and blue, so
+// a colour may move a little once; after that it must stay where it is.
+TEST(ColourModel, RoundTripsStayCloseAndSettle) {
+    int worst = 0;
+    for (int r = 0; r < 256; r += 3)
+        for (int g = 0; g < 256; g += 5)
+            for (int b = 0; b < 256; b += 7) {
+                const Rgb once = hlsToRgb(rgbToHls({r, g, b}));
+                worst = std::max({worst, std::abs(once.red - r), std::abs(once.green - g),
+                                  std::abs(once.blue - b)});
+                const Rgb twice = hlsToRgb(rgbToHls(once));
+                ASSERT_LE(
+                    std::max({std::abs(twice.red - once.red), std::abs(twice.green - once.green),
+                              std::abs(twice.blue - once.blue)}),
+                    2)
+                    << r << "," << g << "," << b;
+            }
+    EXPECT_LE(worst, 5);
+    for (int h = 0; h < kHlsMax; ++h)
+        EXPECT_EQ(rgbToHls(hlsToRgb({h, 120, 240})).hue, h) << "pure hues keep their hue";
+}
+
+TEST(ColourModel, ColourValuesPackRedLowest) {
+    EXPECT_EQ(rgbOfColourRef(0x00123456), (Rgb{0x56, 0x34, 0x12}));
+    EXPECT_EQ(rgbOfColourRef(0xFF000001), (Rgb{1, 0, 0}));  // the top byte means nothing
+    EXPECT_EQ(colourRefOf({0x56, 0x34, 0x12}), 0x00123456u);
+    EXPECT_EQ(colourRefOf({256, -3, 0}), 0x000000FFu);
+}
+
+TEST(ColourTable, LinesThatAreColoursAndLinesThatAreNot) {
+    const std::pair<const char*, NamedColour> accepted[] = {
+        {"Sky=135,206,235", {"Sky", {135, 206, 235}}},
+        {"  Deep sea  =  0 , 0 ,128 ", {"Deep sea", {0, 0, 128}}},
+        {"a=b=1,2,3", {"a=b", {1, 2, 3}}},  // the name ends at the last "="
+        {"Black=0,0,0", {"Black", {0, 0, 0}}},
+        {"White=255,255,255", {"White", {255, 255, 255}}},
+    };
+    for (const auto& [line, colour] : accepted) EXPECT_EQ(parseColourLine(line), colour) << line;
+    for (const char* line : {"Too bright=256,0,0", "Negative=-1,0,0", "Short=1,2", "Long=1,2,3,4",
+                             "Letters=1,2,x", "Empty=,,", "=1,2,3", "   =1,2,3", "No equals 1,2,3",
+                             "[Section]", "Tab\tname=1,2,3", "Huge=0001,2,3"})
+        EXPECT_FALSE(parseColourLine(line)) << line;
+    EXPECT_FALSE(parseColourLine(std::string(kMaxColourNameChars + 1, 'n') + "=1,2,3"));
+    EXPECT_TRUE(parseColourLine(std::string(kMaxColourNameChars, 'n') + "=1,2,3"));
+}
+
+TEST(ColourTable, SavingKeepsEveryLineItDidNotUnderstand) {
+    const std::string file =
+        "Sky=135,206,235\r\n; my notes\r\n\r\nRust=183,65,14\nbroken=1,2\nlast=9,9,9";
+    ColourTable table = parseColourTable(file);
+    ASSERT_EQ(table.colours.size(), 3u);
+    EXPECT_EQ(table.colours[2], (NamedColour{"last", {9, 9, 9}}));
+    EXPECT_EQ(table.otherLines, (std::vector<std::string>{"; my notes", "broken=1,2"}));
+
+    const std::string written = formatColourTable(table);
+    EXPECT_EQ(written, "Sky=135,206,235\nRust=183,65,14\nlast=9,9,9\n; my notes\nbroken=1,2\n");
+    const ColourTable again = parseColourTable(written);
+    EXPECT_EQ(again.colours, table.colours);
+    EXPECT_EQ(again.otherLines, table.otherLines);
+}
+
+TEST(ColourTable, PutReplacesANameWhateverItsCaseOrAppends) {
+    ColourTable table = parseColourTable("Sky=1,1,1\nSea=2,2,2\n");
+    EXPECT_EQ(table.put("SKY", {7, 8, 9}), 0u);
+    EXPECT_EQ(table.colours[0], (NamedColour{"Sky", {7, 8, 9}}));
+    EXPECT_EQ(table.put("Sand", {3, 3, 3}), 2u);
+    EXPECT_EQ(table.colours.size(), 3u);
+
+    EXPECT_EQ(cleanColourName("  Sand  "), "Sand");
+    EXPECT_FALSE(cleanColourName("   "));
+    EXPECT_FALSE(cleanColourName("a\tb"));
+}
+
+TEST(ColourTable, FilesAreReadMissingOrRefused) {
+    ScratchFolder dir;
+    writeFile(dir.file("table.ccl"), "Sky=135,206,235\r\njunk\r\n");
+    ColourTableFile read = readColourTableFile(dir.file("table.ccl"));
+    EXPECT_EQ(read.status, ColourTableRead::kRead);
+    EXPECT_EQ(read.table.colours.size(), 1u);
+    EXPECT_EQ(read.table.otherLines.size(), 1u);
+
+    EXPECT_EQ(readColourTableFile(dir.file("none.ccl")).status, ColourTableRead::kMissing);
+    std::filesystem::create_directory(dir.file("folder.ccl"));
+    EXPECT_EQ(readColourTableFile(dir.file("folder.ccl")).status, ColourTableRead::kUnreadable);
+
+    // At the limit a file of colours is still read, one byte more is refused.
+    const std::string line = "Colour number ....=1,2,3\n";
+    std::string big;
+    while (big.size() + line.size() <= kMaxColourTableBytes) big += line;
+    big.resize(kMaxColourTableBytes, '\n');
+    writeFile(dir.file("big.ccl"), big);
+    read = readColourTableFile(dir.file("big.ccl"));
+    EXPECT_EQ(read.status, ColourTableRead::kRead);
+    EXPECT_EQ(read.table.colours.size(), kMaxColourTableBytes / line.size());
+    writeFile(dir.file("big.ccl"), "x", true);
+    read = readColourTableFile(dir.file("big.ccl"));
+    EXPECT_EQ(read.status, ColourTableRead::kTooLarge);
+    EXPECT_TRUE(read.table.colours.empty());
+}
+
+TEST(ColourTable, ABinaryFileGivesNoColoursAndNoCrash) {
+    std::string bytes;
+    for (int i = 0; i < 70000; ++i) bytes += static_cast<char>((i * 7919) & 0xFF);
+    const ColourTable table = parseColourTable(bytes);
+    EXPECT_EQ(parseColourTable(formatColourTable(table)).otherLines.size(),
+              table.otherLines.size());
+}

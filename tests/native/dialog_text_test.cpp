@@ -1,0 +1,245 @@
+// The configuration and help windows' decisions and texts without a window:
+// About, the sign-up, Setup's commit, font entry and swatch labels, the system
+// report, and what a browser is handed.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "dialogs/about_text.h"
+#include "dialogs/browser_address.h"
+#include "dialogs/init_config.h"
+#include "dialogs/setup_box.h"
+#include "dialogs/system_report.h"
+
+namespace {
+
+SystemFacts sampleFacts() {
+    SystemFacts f;
+    f.programVersion = "17.0a (Revision 2)";
+    f.buildDate = "Sep 17 2025";
+    f.platformName = "Windows 10";
+    f.platformCode = 18;
+    f.screenWidth = 1920;
+    f.screenHeight = 1080;
+    f.dpi = 120;
+    f.programFolder = "C:\\Heralder\\";
+    f.settingsFile = {"C:\\Data\\Quenmark\\Heralder17.ini", true, 1234,
+                      ReportTime{2026, 1, 2, 3, 4, 5}};
+    f.settingsBackup = {"C:\\Data\\Quenmark\\Backup of Heralder17.ini", true, 99, std::nullopt};
+    f.settingsOlderBackup.path = "C:\\Data\\Quenmark\\Backup of Backup of Heralder17.ini";
+    f.seenList = {"C:\\Data\\Quenmark\\Heralder\\Heralder.lst", true, 40, std::nullopt};
+    f.seenEntries = 7;
+    f.serverHost = "updates.quenmark.com";
+    f.proxy = {true, true, "", ""};
+    return f;
+}
+
+std::string escapedSpaces(int count) {
+    std::string s;
+    for (int i = 0; i < count; ++i) s += "%20";
+    return s;
+}
+
+bool has(const std::string& report, const std::string& line) {
+    return report.find(line + "\r\n") != std::string::npos;
+}
+
+}  // namespace
+
+TEST(AboutText, VersionLineAndGuid) {
+    const std::pair<const char*, const char*> templates[] = {
+        {"Version %d.%d%c%s\n\nNotice.", "Version 17.0a (Revision 2)\n\nNotice."},
+        {"Version %d.%d%c%s, 100%% ours", "Version 17.0a (Revision 2), 100% ours"},
+        // Anything past the four values, or out of their order, stays as written.
+        {"%d.%d%c%s %d %s", "17.0a (Revision 2) %d %s"},
+        {"%s %d", "%s 17"},
+        {"50% off%", "50% off%"},
+        {"", ""},
+    };
+    for (auto [text, want] : templates) EXPECT_EQ(formatAboutText(text), want) << text;
+
+    // The GUID loses its braces and whatever follows them.
+    const std::string guid = "0F1E2D3C-4B5A-6978-8796-A5B4C3D2E1F0";
+    for (const std::string& registry : {"{" + guid + "}", "{" + guid + "}  ", guid})
+        EXPECT_EQ(guidClipboardText(registry), guid) << registry;
+    EXPECT_EQ(guidClipboardText("{}"), "");
+    EXPECT_EQ(guidClipboardText(""), "");
+}
+
+TEST(InitConfig, SignUpTextHasItsEightParagraphsAndFixedPieces) {
+    const std::string text = kInitConfigText;
+    int paragraphs = 1;
+    for (std::size_t at = 0; (at = text.find("\n\n", at)) != std::string::npos; at += 2)
+        ++paragraphs;
+    EXPECT_EQ(paragraphs, 8);
+    EXPECT_EQ(text.find("\n\n\n"), std::string::npos);
+    EXPECT_TRUE(text.starts_with(
+        "Sign up with Heralder...\n\nThe Quenmark Heralder notification agent can alert you when "
+        "new versions of Quenmark' products are available."));
+    EXPECT_NE(text.find("\n\nSelect Start > Programs > Quenmark > Heralder at any time to "
+                        "configure Heralder.\n\n"),
+              std::string::npos);
+    EXPECT_TRUE(text.ends_with(
+        "\n\nIMPORTANT: The first time Heralder runs, it will probably have a lot of news to catch "
+        "up with. It will prompt you to step through these windows, or ignore the pending items, "
+        "as you prefer."));
+}
+
+TEST(InitConfig, OldProgramPathAndClosing) {
+    const std::string folder255(255, 'f');
+    const std::pair<std::string, std::string> paths[] = {
+        {"", ""},
+        {"C:\\Old", "C:\\Old\\QMK-heralder.exe"},
+        {"C:\\Old\\", "C:\\Old\\QMK-heralder.exe"},
+        {"\\", "\\QMK-heralder.exe"},
+        {folder255, (folder255 + "\\QMK-heralder.exe").substr(0, 260)},
+    };
+    for (const auto& [folder, path] : paths) EXPECT_EQ(oldInstallationProgramPath(folder), path);
+
+    // Closing marks the sign-up done; only Close (1) stores the choice.
+    const struct {
+        int result;
+        uint32_t stored, chosen;
+        bool apply;
+        uint32_t want;
+    } closes[] = {
+        {1, 102, 101, true, 101},
+        {1, 101, 102, true, 102},
+        {0, 102, 101, false, 102},
+        {0, 7, 101, false, 7},
+    };
+    for (const auto& c : closes) {
+        Settings record;
+        record.InitConfigDone = 0;
+        record.StartupOptions = c.stored;
+        EXPECT_EQ(settleInitConfig(record, c.result, c.chosen), c.apply);
+        EXPECT_EQ(record.InitConfigDone, 1u);
+        EXPECT_EQ(record.StartupOptions, c.want);
+    }
+}
+
+// What OK stores and resets is checked on the real dialog; here the texts'
+// bound and the keys that no control edits.
+TEST(SetupCommit, CutsTextsAndLeavesKeysWithoutAControlAlone) {
+    Settings record;
+    record.SetupNoticeReport = 5;
+    record.AllowGraphicUpdates = 1;
+    record.NoiseType = 77;
+    record.AlertTextColor = 0x123456;
+    SetupValues v;
+    v.transactionDate = std::string(300, 'd');
+    v.fontName = std::string(260, 'f');
+    commitSetup(record, v);
+    EXPECT_EQ(record.CurrentTransactionDate, std::string(259, 'd'));
+    EXPECT_EQ(record.AlertFontName, std::string(259, 'f'));
+    EXPECT_EQ(record.AllowINIUpdates, 0u);
+    EXPECT_EQ(record.SetupNoticeReport, 5u);
+    EXPECT_EQ(record.AllowGraphicUpdates, 1u);
+    EXPECT_EQ(record.NoiseType, 77u);
+    EXPECT_EQ(record.AlertTextColor, 0x123456u);  // colours are the picker's business
+}
+
+TEST(SetupFontList, OpensOnTheFirstFaceThatBeginsWithTheStoredName) {
+    const std::vector<std::string> faces = {"Arial", "Arial Black", "Courier New", "Georgia",
+                                            "Georgia Pro"};
+    const std::pair<const char*, int> cases[] = {
+        {"Georgia", 3},  {"georgia", 3}, {"Arial Black", 1},       {"Cour", 2},
+        {"Verdana", -1}, {"", -1},       {"Georgia Pro Bold", -1},
+    };
+    for (auto [stored, want] : cases) EXPECT_EQ(initialFontIndex(faces, stored), want) << stored;
+}
+
+TEST(SetupSwatch, DarkColoursGetWhiteLabels) {
+    // Each share is truncated on its own: grey 129 sums to 128 and is dark,
+    // grey 130 to 129 and is not. The top byte means nothing.
+    for (uint32_t dark : {0x000000u, 0x818181u, 0x0000FFu, 0xFF0000u, 0x00DA00u, 0xFF000000u})
+        EXPECT_TRUE(isDarkColour(dark)) << std::hex << dark;
+    for (uint32_t light : {0xFFFFFFu, 0x828282u, 0x00FF00u, 0x00DB00u})
+        EXPECT_FALSE(isDarkColour(light)) << std::hex << light;
+}
+
+TEST(SystemReport, EveryFactOnItsLine) {
+    const std::string report = formatSystemReport(sampleFacts());
+    for (const char* line : {
+             "Quenmark Heralder system information",
+             "  Version:          17.0a (Revision 2)",
+             "  Build date:       Sep 17 2025",
+             "  Platform:         Windows 10 (code 18)",
+             "  Screen:           1920 x 1080 pixels, 120 dpi",
+             "  Program:          C:\\Heralder\\",
+             "  Settings:         C:\\Data\\Quenmark\\Heralder17.ini\r\n"
+             "                    1234 bytes, modified 2026-01-02 03:04:05",
+             "  Backup:           C:\\Data\\Quenmark\\Backup of Heralder17.ini\r\n"
+             "                    99 bytes",
+             "  Older backup:     C:\\Data\\Quenmark\\Backup of Backup of Heralder17.ini\r\n"
+             "                    not present",
+             "  Seen list:        C:\\Data\\Quenmark\\Heralder\\Heralder.lst\r\n"
+             "                    40 bytes, 7 items",
+             "  Server:           updates.quenmark.com",
+             "  Proxy:            none (direct connection)",
+             "  (none found)",
+         })
+        EXPECT_TRUE(has(report, line)) << line << "\n---\n" << report;
+    // Line ends are CR LF throughout: the edit control shows a bare LF as a box.
+    for (std::size_t i = 0; i < report.size(); ++i)
+        ASSERT_TRUE(report[i] != '\n' || (i > 0 && report[i - 1] == '\r')) << i;
+}
+
+TEST(SystemReport, ProxySeenListAndProducts) {
+    const std::pair<ProxyFacts, const char*> proxies[] = {
+        {{}, "(unknown)"},
+        {{true, false, "proxy:8080", ""}, "proxy:8080"},
+        {{true, false, "http=p:80", "<local>"}, "http=p:80 (not for <local>)"},
+    };
+    for (const auto& [proxy, text] : proxies) {
+        SystemFacts f = sampleFacts();
+        f.proxy = proxy;
+        EXPECT_TRUE(has(formatSystemReport(f), std::string("  Proxy:            ") + text)) << text;
+    }
+    SystemFacts f = sampleFacts();
+    f.seenEntries.reset();
+    f.products = {{"C:\\Data\\Quenmark\\Heralder17.ini", "HERALDER", "17.0a"},
+                  {"C:\\All\\Quenmark\\Ledger.ini", "Ledger", "4.2c (revision 3)"}};
+    const std::string report = formatSystemReport(f);
+    EXPECT_TRUE(has(report, "Heralder.lst\r\n                    40 bytes, unreadable")) << report;
+    EXPECT_TRUE(has(report, "  C:\\Data\\Quenmark\\Heralder17.ini [HERALDER]: 17.0a"));
+    EXPECT_TRUE(has(report, "  C:\\All\\Quenmark\\Ledger.ini [Ledger]: 4.2c (revision 3)"));
+    EXPECT_EQ(report.find("(none found)"), std::string::npos);
+}
+
+// Only the exact lower-case "http" prefix makes a web address; nothing but the
+// space is escaped; the cut comes after escaping and does not care about escapes.
+TEST(BrowserAddress, WebAddressesLocalFilesEscapingAndCut) {
+    const struct {
+        std::string target;
+        const char* suffix;
+        std::string want;
+    } cases[] = {
+        {"http://example.com/a b", "#X", "http://example.com/a%20b"},
+        {"https://example.com/", nullptr, "https://example.com/"},
+        {"HTTP://example.com/", "#X", "file:///HTTP://example.com/#X"},
+        {"Http://example.com/", nullptr, "file:///Http://example.com/"},
+        {"htt", nullptr, "file:///htt"},
+        {"", nullptr, "file:///"},
+        {"C:\\Program Files\\Quenmark Heralder\\html\\referenc.html", "#STARTUP",
+         "file:///C:\\Program%20Files\\Quenmark%20Heralder\\html\\referenc.html#STARTUP"},
+        {"C:\\a\\b.html", "#MY TOPIC", "file:///C:\\a\\b.html#MY%20TOPIC"},
+        {"C:\\%20\t#?&\"\xE9.html", nullptr, "file:///C:\\%20\t#?&\"\xE9.html"},
+        // 340 spaces become 1020 characters; "file:///" pushes the total past the cut.
+        {std::string(340, ' '), "#TOPIC", "file:///" + escapedSpaces(338) + "%2"},
+        {"http://x/" + std::string(2000, 'a'), nullptr,
+         "http://x/" + std::string(kBrowserAddressMax - 9, 'a')},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(buildBrowserAddress(c.target, c.suffix), c.want) << c.target.substr(0, 60);
+}
+
+TEST(ManualPagePath, AddsTheSeparatorOnlyWhenMissing) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"C:\\Program Files\\Heralder\\", "C:\\Program Files\\Heralder\\html\\manual.html"},
+        {"C:\\Heralder", "C:\\Heralder\\html\\manual.html"},
+        {"", "html\\manual.html"},
+    };
+    for (auto [folder, want] : cases)
+        EXPECT_EQ(manualPagePath(folder, "manual.html"), want) << folder;
+}

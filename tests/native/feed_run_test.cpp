@@ -1,0 +1,370 @@
+// The feed's run with a scripted user: the seen-item list and its file, the
+// item filter, which windows open in which order and what ends the run, and
+// the setting and graphic updates the feed carries. Every shown or applied item
+// must be in the seen list afterwards, however the run ended.
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+#include "feed/feed_updates.h"
+#include "feed/notification_run.h"
+#include "feed/selection.h"
+#include "tests/native/feed_test_support.h"
+#include "ui/choice_combo.h"
+
+namespace {
+
+InstalledVersion installedAt(uint32_t major, uint32_t minor, char letter = 'a', uint32_t patch = 0,
+                             uint32_t beta = 0) {
+    return {(major << 5) | (minor << 10) | static_cast<uint32_t>(letter - 'a'), patch, beta, ""};
+}
+
+// Its own settings, an empty seen list and a scripted user.
+struct Scenario {
+    ScratchFolder dir;
+    Settings settings;
+    SeenList seen{dir.file("Heralder.lst")};
+    ScriptedHost host;
+    std::vector<UpdateItem> items;
+
+    Scenario() {
+        settings.PromptMultipleItems = 0;
+        host.folder = dir.path;
+    }
+    void addAlerts(int32_t first, int count) {
+        for (int i = 0; i < count; ++i) items.push_back(makeItem(ItemType::Alert, first + i));
+    }
+    bool go() { return runNotifications(items, host, settings, seen); }
+    bool shows(const UpdateItem& item, bool reportMode = false) {
+        SelectionContext context{settings, seen, host};
+        return shouldShowItem(item, reportMode, context);
+    }
+    std::string listFile() { return readFile(seen.path()); }
+};
+
+}  // namespace
+
+// Line splitting and number reading are the runtime's (see parser_test);
+// these cases check that the list reads its file through them.
+TEST(SeenList, ReadsEachLineAsTheRuntimeDid) {
+    struct Case {
+        std::optional<std::string> file;  // nullopt: no file at all
+        int32_t number;
+        bool seen;
+    } cases[] = {
+        {std::nullopt, 0, false},      {"17\r\n", 18, false},        {"\r\n", 0, true},
+        {"  1042abc\r\n", 1042, true}, {"7\r\n7\r\n7\r\n", 7, true},
+    };
+    for (const Case& c : cases) {
+        ScratchFolder dir;
+        if (c.file) writeFile(dir.file("Heralder.lst"), *c.file);
+        EXPECT_EQ(
+            SeenList(dir.file("Heralder.lst")).isItemSeen(makeItem(ItemType::Alert, c.number)),
+            c.seen)
+            << c.file.value_or("(none)");
+    }
+}
+
+TEST(SeenList, MarkingAppendsCrLfLinesAndFollowsOtherWriters) {
+    ScratchFolder dir;
+    SeenList list(dir.file("Heralder.lst"));
+    ASSERT_TRUE(list.markItemSeen(makeItem(ItemType::Alert, 2077)));
+    ASSERT_TRUE(list.markItemSeen(makeItem(ItemType::Tip, -3)));
+    EXPECT_EQ(readFile(list.path()), "2077\r\n-3\r\n");
+
+    writeFile(list.path(), "5\r\n", true);  // another copy of the program appends
+    EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, 5)));
+    std::filesystem::remove(list.path());
+    EXPECT_FALSE(list.isItemSeen(makeItem(ItemType::Alert, 2077)));
+
+    SeenList unwritable(dir.file("no-such-folder/Heralder.lst"));
+    EXPECT_FALSE(unwritable.markItemSeen(makeItem(ItemType::Alert, 5)));
+    EXPECT_FALSE(unwritable.isItemSeen(makeItem(ItemType::Alert, 5)));
+}
+
+// Each index against four items that tell the rules apart: not installed at
+// importance 0 (version number 0) and 3 (no file), installed and current at 2,
+// installed and out of date at 1. The last index of each row is out of range.
+TEST(Selection, ChoiceIndexPerType) {
+    const std::pair<int32_t, std::optional<InstalledVersion>> probes[] = {
+        {0, InstalledVersion{}}, {3, std::nullopt}, {2, installedAt(5, 0)}, {1, installedAt(4, 9)}};
+    const std::pair<ItemType, std::vector<std::string>> cases[] = {
+        {ItemType::Alert, {"YYYY", "NYNN", "NYYN", "NYYY", "NNYY", "NNNN", "YYYY"}},
+        {ItemType::Version, {"YYYY", "NNYY", "NNNY", "NNNN", "YYYY"}},
+        {ItemType::Tip, {"YYYY", "NNYY", "NNNN", "YYYY"}},
+        {ItemType::Notice, {"YYYY", "NNNN", "YYYY"}},
+        {ItemType::OffTopic, {"YYYY", "NNNN", "YYYY"}},
+    };
+    for (const auto& [type, outcomes] : cases) {
+        const TypeChoices* choices = findTypeChoices(type);
+        ASSERT_TRUE(choices);
+        // The combo box offers one entry per rule.
+        EXPECT_EQ(splitChoiceList(choices->choiceList).size(), outcomes.size() - 1);
+        for (uint32_t index = 0; index < outcomes.size(); ++index)
+            for (std::size_t p = 0; p < 4; ++p) {
+                Scenario filter;
+                filter.settings.*(choices->popup) = index;
+                filter.host.installed = probes[p].second;
+                UpdateItem item = makeItem(type, 1);
+                item.importance = probes[p].first;
+                item.version = 5;
+                EXPECT_EQ(filter.shows(item), outcomes[index][p] == 'Y')
+                    << itemTypeTag(type) << " index " << index << " item " << p;
+            }
+    }
+    Scenario report;
+    report.settings.SetupNoticePopup = 1;
+    report.settings.SetupNoticeReport = 0;
+    EXPECT_FALSE(report.shows(makeItem(ItemType::Notice, 1), false));
+    EXPECT_TRUE(report.shows(makeItem(ItemType::Notice, 1), true));
+}
+
+// The first part that differs decides; later parts are not looked at.
+TEST(Selection, OutOfDateComparison) {
+    struct Case {
+        const char* what;
+        int32_t version, subVersion, revision, patch, beta;
+        InstalledVersion installed;
+        bool outOfDate;
+    } cases[] = {
+        {"5.2 vs 5.1a", 5, 2, 0, 0, 0, installedAt(5, 1), true},
+        {"5.2 vs 5.2a, patch and beta 0", 5, 2, 0, 0, 0, installedAt(5, 2), false},
+        {"5.2 vs 5.3a, beta ignored", 5, 2, 0, 0, 9, installedAt(5, 3), false},
+        {"revision c vs 5.2b", 5, 2, 'c', 0, 0, installedAt(5, 2, 'b'), true},
+        {"revision b vs 5.2c, patch ignored", 5, 2, 'b', 9, 0, installedAt(5, 2, 'c'), false},
+        {"patch 3 vs 2", 5, 2, 'b', 3, 0, installedAt(5, 2, 'b', 2), true},
+        {"patch decides, beta unused", 5, 2, 0, 1, 9, installedAt(5, 2, 'a', 1, 0), false},
+        {"beta 2 vs 1", 5, 2, 0, 0, 2, installedAt(5, 2, 'a', 0, 1), true},
+        {"no version: sub ignored", 0, 9, 0, 0, 0, installedAt(5, 1), false},
+        {"negative version is huge", -1, 0, 0, 0, 0, installedAt(31, 31), true},
+    };
+    for (const Case& c : cases) {
+        UpdateItem item;
+        std::tie(item.version, item.subVersion, item.revision, item.patch, item.beta) =
+            std::tie(c.version, c.subVersion, c.revision, c.patch, c.beta);
+        EXPECT_EQ(isOutOfDate(item, c.installed), c.outOfDate) << c.what;
+    }
+}
+
+TEST(Selection, OnlyShowNewItemsHoldsBackSeenAndIgnoredItems) {
+    struct Case {
+        bool onlyNew, seen;
+        const char* ignoreUntil;
+        bool shown;
+    } cases[] = {
+        {true, true, nullptr, false},       {true, false, "03-16-2001", false},
+        {false, false, "03-16-2001", true}, {true, false, "03-15-2001", true},
+        {true, false, "01-01-2000", true},  // day 0 never holds back
+    };
+    for (const Case& c : cases) {
+        Scenario filter;
+        filter.settings.OnlyShowNewItems = c.onlyNew;
+        filter.settings.CurrentTransactionDate = "03-15-2001";
+        UpdateItem item = makeItem(ItemType::Alert, 42);
+        if (c.ignoreUntil) item.ignoreUntil = c.ignoreUntil;
+        if (c.seen) filter.seen.markItemSeen(item);
+        EXPECT_EQ(filter.shows(item), c.shown) << (c.ignoreUntil ? c.ignoreUntil : "seen");
+    }
+}
+
+TEST(Selection, UpdatesFollowTheirAllowFlags) {
+    for (auto [ini, graphic] : {std::pair(0u, 1u), std::pair(7u, 0u)}) {
+        Scenario filter;
+        filter.settings.AllowINIUpdates = ini;
+        filter.settings.AllowGraphicUpdates = graphic;
+        EXPECT_EQ(filter.shows(makeItem(ItemType::SettingUpdate, 1)), ini != 0);
+        EXPECT_EQ(filter.shows(makeItem(ItemType::GraphicUpdate, 1)), graphic != 0);
+    }
+}
+
+// The unknown item (3) opens no window but is marked like the rest; a cancel
+// (on 4, the third window of five) ends the run after marking it.
+TEST(NotificationRun, ShowsInDocumentOrderAndCancelEndsTheRun) {
+    Scenario run;
+    EXPECT_FALSE(run.go());  // nothing to run over
+    run.settings.SetupVersionPopup = 0;
+    for (ItemType type : {ItemType::Notice, ItemType::Version, ItemType::Unknown, ItemType::Tip,
+                          ItemType::OffTopic, ItemType::Alert})
+        run.items.push_back(makeItem(type, static_cast<int32_t>(run.items.size() + 1)));
+    run.host.cancelOn = 4;
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2, 4}));
+    EXPECT_EQ(run.listFile(), "1\r\n2\r\n3\r\n4\r\n");
+}
+
+TEST(NotificationRun, NeverShowAgainEndsTheRunLeavingTheItemUnmarked) {
+    Scenario run;
+    run.settings.StartupOptions = 100;
+    run.addAlerts(1, 3);
+    run.host.neverShowAgainOn = 2;
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2}));
+    EXPECT_EQ(run.listFile(), "1\r\n");
+    EXPECT_EQ(run.settings.StartupOptions, 101u);
+}
+
+// Seen items do not count towards the threshold; items the prompt marks do
+// not open a window afterwards.
+TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
+    struct Case {
+        int itemCount, alreadySeen, promptAnswer;
+        std::size_t promptMarks;
+        std::vector<int> prompts;
+        bool result;
+        std::size_t windows;
+    } cases[] = {
+        {4, 0, 1, 0, {4}, true, 4},  {3, 0, 1, 0, {}, true, 3},  {5, 2, 1, 0, {}, true, 3},
+        {5, 0, 0, 0, {5}, false, 0}, {4, 0, 1, 2, {4}, true, 2},
+    };
+    for (const Case& c : cases) {
+        Scenario run;
+        run.settings.PromptMultipleItems = 1;
+        run.settings.PromptMultipleCount = 4;
+        run.addAlerts(100, c.itemCount);
+        for (int i = 0; i < c.alreadySeen; ++i) run.seen.markItemSeen(run.items[i]);
+        run.host.promptAnswer = c.promptAnswer;
+        run.host.promptMarks = c.promptMarks;
+        EXPECT_EQ(run.go(), c.result) << c.itemCount;
+        EXPECT_EQ(run.host.prompts, c.prompts) << c.itemCount;
+        EXPECT_EQ(run.host.shown.size(), c.windows) << c.itemCount;
+    }
+}
+
+// A graphic whose download failed (9) is still waiting: it counts towards the
+// prompt and is marked by the window pass.
+TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
+    for (uint32_t allowed : {0u, 1u}) {
+        Scenario run;
+        run.settings.AllowINIUpdates = run.settings.AllowGraphicUpdates = allowed;
+        run.settings.PromptMultipleItems = 1;
+        run.settings.PromptMultipleCount = 2;
+        UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
+        setting.plainText = "alertfontsize = 20";
+        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
+        graphic.url = "/update/images/logo.bmp";
+        UpdateItem failed = graphic;
+        failed.number = 9;
+        failed.url = "/update/images/missing.bmp";
+        run.host.serverFiles["/update/images/logo.bmp"] = "BM";
+        run.items = {makeItem(ItemType::Alert, 1), setting, graphic, failed};
+        EXPECT_TRUE(run.go());
+
+        const bool on = allowed != 0;
+        EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : Settings{}.AlertFontSize);
+        EXPECT_EQ(run.host.prompts, on ? std::vector<int>{2} : std::vector<int>{});
+        EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n9\r\n" : "1\r\n");
+        EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1}));
+    }
+}
+
+TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
+    Scenario run;
+    run.settings.OnlyShowNewItems = 0;
+    UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
+    setting.plainText = "PromptMultipleCount=6";
+    run.items = {makeItem(ItemType::Alert, 1), setting};
+    EXPECT_TRUE(run.go());
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 1}));
+    // Each run: the setting pass marks 7, the window pass marks 1 and 7 again.
+    EXPECT_EQ(run.listFile(), "7\r\n1\r\n7\r\n7\r\n1\r\n7\r\n");
+}
+
+// Whatever the text does to the settings, the item is marked: the feed's
+// answer is taken even when it is refused. Invariants of the split over any
+// text are the fuzz target's.
+TEST(SettingUpdate, AppliesByKindAndMarksTheItem) {
+    const std::string longText(300, 't');
+    struct Case {
+        std::optional<std::string> text;   // nullopt: none at all, nothing marked
+        const char* setting;               // the one to look at afterwards
+        std::optional<std::string> after;  // nullopt: as it was
+    } cases[] = {
+        {"alertfontsize=20", "AlertFontSize", "20"},
+        {"BeNoisy = 5", "BeNoisy", "1"},
+        {"AlertFontName  ==  Times New Roman ", "AlertFontName", "Times New Roman "},
+        {"AlertFontName=line one\r\nline two", "AlertFontName", "line one\r\nline two"},
+        {"AlertFontName=" + longText, "AlertFontName", longText.substr(0, 260)},
+        {"AlertFontSiz=1", "AlertFontSize", std::nullopt},
+        // An empty value leaves the setting as it was.
+        {"PromptMultipleCount =", "PromptMultipleCount", std::nullopt},
+        {"AlertFontName= \t", "AlertFontName", std::nullopt},
+        {std::nullopt, "AlertFontSize", std::nullopt},
+        // Settings that name a program or file to open stay as they are.
+        {"DocumentBrowserPath=\\\\evil\\x.exe", "DocumentBrowserPath", std::nullopt},
+        {"applicationpath = C:\\evil\\", "ApplicationPath", std::nullopt},
+    };
+    auto valueOf = [](const Settings& s, const char* key) {
+        const SettingDef* def = findSetting(key);
+        return def->text ? s.*(def->text) : std::to_string(s.*(def->number));
+    };
+    for (const Case& c : cases) {
+        Scenario run;
+        UpdateItem item = makeItem(ItemType::SettingUpdate, 2077);
+        item.plainText = c.text;
+        performSettingUpdate(item, run.settings, run.seen);
+        const std::string what = c.text.value_or("(none)");
+        EXPECT_EQ(valueOf(run.settings, c.setting),
+                  c.after.value_or(valueOf(Settings{}, c.setting)))
+            << what;
+        EXPECT_EQ(run.seen.isItemSeen(item), c.text.has_value()) << what;
+    }
+}
+
+// Separators, colons and trailing dots are the fuzz target's; devices and
+// characters Windows refuses are checked here.
+TEST(GraphicUpdate, FileNameFromUrl) {
+    const std::pair<const char*, const char*> accepted[] = {
+        {"/a\\b/c.d.png", "c.d|.png"},       {"logo", "logo|"},
+        {"/update/logo.png. ", "logo|.png"}, {"/u/COM0.bmp", "COM0|.bmp"},
+        {"/u/COM10.bmp", "COM10|.bmp"},      {"/u/console.bmp", "console|.bmp"}};
+    for (auto [url, expected] : accepted) {
+        std::optional<GraphicFileName> got = graphicFileName(url);
+        EXPECT_EQ(got ? got->name + "|" + got->extension : "refused", expected) << url;
+    }
+    for (const char* url :
+         {"/update/images/", "", "/u/..", "/u/.png", "/u/lo?go.png", "/u/CON", "/u/Nul.tar.gz",
+          "/u/aux .bmp", "/u/COM1.bmp", "/u/lpt9", "/u/com\xb9.bmp", "/u/conout$.bmp"})
+        EXPECT_FALSE(graphicFileName(url)) << url;
+}
+
+// The new image goes to ".temp" first: an earlier attempt's leftover there is
+// replaced, and a folder there (which can be neither removed nor written) makes
+// the write fail. Only a complete write replaces the old image and marks the
+// item; only a failed write is reported.
+TEST(GraphicUpdate, ReplacesTheOldImageOnlyAfterACompleteWrite) {
+    const std::string fresh = "new image" + std::string(16, '\0');
+    const std::vector<std::string> reported = {
+        "There has been an error upgrading the new graphic logo.bmp."};
+    struct Case {
+        std::optional<std::string> url;
+        bool folder, blocked;
+        std::string image;
+        std::vector<std::string> messages;
+    } cases[] = {
+        {"/update/logo.bmp", true, false, fresh, {}},
+        {"/update/logo.bmp", true, true, "old", reported},
+        {"/update/gone.bmp", true, false, "old", {}},
+        {"/update/con.bmp", true, false, "old", {}},
+        {std::nullopt, true, false, "old", {}},
+        {"/update/logo.bmp", false, false, "old", {}},
+    };
+    for (const Case& c : cases) {
+        Scenario run;
+        if (!c.folder) run.host.folder = "";
+        run.host.serverFiles = {{"/update/con.bmp", "x"}, {"/update/logo.bmp", "new image"}};
+        writeFile(run.dir.file("logo.bmp"), "old");
+        if (c.blocked)
+            std::filesystem::create_directories(run.dir.file("logo.bmp.temp/inner"));
+        else
+            writeFile(run.dir.file("logo.bmp.temp"), "leftover from an earlier attempt");
+        UpdateItem item = makeItem(ItemType::GraphicUpdate, 31);
+        item.url = c.url;
+        performGraphicUpdate(item, run.host, run.seen);
+        const std::string what = c.url.value_or("(none)") + (c.folder ? "" : " no folder") +
+                                 (c.blocked ? " blocked" : "");
+        EXPECT_EQ(readFile(run.dir.file("logo.bmp")), c.image) << what;
+        EXPECT_EQ(run.seen.isItemSeen(item), c.image == fresh) << what;
+        EXPECT_EQ(run.host.messages, c.messages) << what;
+    }
+}

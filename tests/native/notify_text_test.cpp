@@ -1,0 +1,264 @@
+// The notification windows' texts without the windows: the alert's header line
+// and fit, the version report, the prompt's count, the item browser's fields,
+// and which picture names and addresses an item may use.
+#include <gtest/gtest.h>
+
+// GCC 12 warns about every member a designated initializer leaves to its default.
+#pragma GCC diagnostic ignored "-Wmissing-field-initializers"
+
+#include <string>
+
+#include "notify/alert_text.h"
+#include "notify/browse_text.h"
+#include "notify/prompt_box.h"
+#include "notify/url_policy.h"
+#include "notify/version_box_text.h"
+
+namespace {
+
+// Answers every question with installed (or nothing) and counts them.
+struct FakeInstalled : InstalledLookup {
+    std::optional<InstalledVersion> installed;
+    int asked = 0;
+    std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
+        ++asked;
+        return installed;
+    }
+};
+
+UpdateItem fooItem() {
+    return {.type = ItemType::Alert,
+            .date = "07-15-2003",
+            .application = "Foo",
+            .version = 2,
+            .subVersion = 1,
+            .revision = 'b',
+            .patch = 3};
+}
+
+}  // namespace
+
+TEST(AlertText, HeaderLine) {
+    struct Case {
+        const char* name;
+        void (*change)(UpdateItem&);
+        std::optional<std::string> line;
+    };
+    const Case cases[] = {
+        {"every piece", [](UpdateItem&) {}, " Foo 2.1b (Revision 3) Released 07-15-2003"},
+        {"beta", [](UpdateItem& i) { i.beta = 4; },
+         " Foo 2.1b (Revision 3) (Beta 4) Released 07-15-2003"},
+        {"revision 0 ends the version", [](UpdateItem& i) { i.revision = 0; },
+         " Foo 2.1 (Revision 3) Released 07-15-2003"},
+        {"patch and beta 0 or below",
+         [](UpdateItem& i) {
+             i.patch = 0;
+             i.beta = -1;
+         },
+         " Foo 2.1b Released 07-15-2003"},
+        {"no date", [](UpdateItem& i) { i.date.reset(); }, " Foo 2.1b (Revision 3)"},
+        {"empty date", [](UpdateItem& i) { i.date = ""; }, " Foo 2.1b (Revision 3)"},
+        {"no application: two blanks", [](UpdateItem& i) { i.application.reset(); },
+         "  Released 07-15-2003"},
+        {"neither",
+         [](UpdateItem& i) {
+             i.application = "";
+             i.date.reset();
+         },
+         std::nullopt},
+        {"off topic never", [](UpdateItem& i) { i.type = ItemType::OffTopic; }, std::nullopt},
+        {"tip and notice too", [](UpdateItem& i) { i.type = ItemType::Notice; },
+         " Foo 2.1b (Revision 3) Released 07-15-2003"},
+    };
+    for (const Case& c : cases) {
+        UpdateItem item = fooItem();
+        c.change(item);
+        EXPECT_EQ(alertHeaderLine(item), c.line) << c.name;
+    }
+}
+
+// Each piece is dropped when the line would reach 260 characters.
+TEST(AlertText, HeaderLineKeepsBelow260Characters) {
+    UpdateItem item = fooItem();
+    item.application = std::string(300, 'A');  // the version is cut off with it
+    EXPECT_EQ(alertHeaderLine(item), " " + std::string(258, 'A'));  // the buffer is full
+
+    // " " + name + " 2.1b" is the name and 6; " Released " needs 12 of room, the date its own 10.
+    item.patch = 0;
+    const std::pair<std::size_t, const char*> cases[] = {
+        {233, " 2.1b Released 07-15-2003"},
+        {234, " 2.1b Released "},
+        {241, " 2.1b Released "},
+        {242, " 2.1b07-15-2003"},  // the date has its own check, even without " Released "
+        {244, " 2.1b"}};
+    for (const auto& [name, tail] : cases) {
+        item.application = std::string(name, 'A');
+        EXPECT_EQ(alertHeaderLine(item), " " + item.application.value() + tail) << name;
+    }
+}
+
+TEST(AlertText, CaptionTopAndFit) {
+    EXPECT_EQ(alertCaption({}), "Alert");
+    EXPECT_EQ(alertCaption({.title = ""}), "Alert");
+    EXPECT_EQ(alertCaption({.title = "Support hours"}), "Support hours");
+
+    EXPECT_EQ(alertTextTop(true, true), 48);
+    EXPECT_EQ(alertTextTop(true, false), 28);
+    EXPECT_EQ(alertTextTop(false, true), 8);
+    EXPECT_EQ(alertTextTop(false, false), 8);
+
+    // caption 19, frames 3: 19 + 6 + 48 + text + 8, from 208 up to the screen's 768 - 4.
+    for (auto [text, height] :
+         {std::pair{16, 208}, {127, 208}, {128, 209}, {682, 763}, {683, 764}, {1 << 20, 764}})
+        EXPECT_EQ(fitAlertHeight(19, 3, 48, text, 768), height) << text;
+}
+
+TEST(AlertText, VisibleTextStopsAfterTheScreenful) {
+    EXPECT_EQ(alertVisibleText("one\ntwo\nthree", 10), "one\ntwo\nthree");
+    EXPECT_EQ(alertVisibleText("a\nb\nc\nd", 2), "a\nb");  // the last line that can show
+    // A word wider than the column keeps a column and a pixel of it; blanks fill every line.
+    EXPECT_EQ(alertVisibleText(std::string(600, 'w') + " end", 5), std::string(571, 'w') + " end");
+    EXPECT_EQ(alertVisibleText(std::string(5000, 'x'), 2), std::string(571, 'x'));
+    EXPECT_EQ(alertVisibleText(std::string(3000, ' '), 2), std::string(1140, ' '));
+
+    std::string huge;
+    for (int i = 0; i < 200000; ++i) huge += "Twenty words of a long notice. ";
+    EXPECT_LE(alertVisibleText(huge, 60).size(), 60u * 570u);
+}
+
+TEST(AlertText, PictureNameMustBePlainAndBytesAPicture) {
+    for (const char* kept : {"alert.png", "photo.JPG", "noextension"})
+        EXPECT_EQ(alertPictureName({.graphic = kept}), kept);
+    for (const char* refused :
+         {"", "..\\heralder.exe", "images/alert.png", "C:alert.png", "alert.png:stream",
+          "alert.png.", "..", "CON.png", "nul", "a\tb.png", "\\\\host\\share\\x.png"})
+        EXPECT_FALSE(alertPictureName({.graphic = refused})) << refused;
+    EXPECT_FALSE(alertPictureName({}));
+
+    using namespace std::string_view_literals;
+    EXPECT_TRUE(looksLikePicture("\x89PNG\r\n\x1A\n\0\0\0\rIHDR"sv));
+    EXPECT_TRUE(looksLikePicture("\xFF\xD8\xFF\xE0\0\x10JFIF"sv));
+    for (const char* body : {"<html><body>404 Not Found</body></html>", "", "\x89PNG\r\n"})
+        EXPECT_FALSE(looksLikePicture(body)) << body;
+}
+
+TEST(AlertText, ClipboardHoldsTitleAndText) {
+    EXPECT_EQ(alertClipboardText({.title = "Title", .plainText = "Body\nmore"}),
+              "Title\n\nBody\nmore");
+    EXPECT_EQ(alertClipboardText({.title = "Title"}), "Title");
+    EXPECT_EQ(alertClipboardText({.plainText = "Body"}), "Body");
+}
+
+// A changed feed must not be able to start a program through an item's URL.
+TEST(UrlPolicy, OnlyHttpAndHttpsAddressesOpen) {
+    for (const char* url : {"http://www.quenmark.com/", "https://www.quenmark.com/news?id=4",
+                            "HTTP://WWW.QUENMARK.COM", "hTtPs://x", "http://"})
+        EXPECT_TRUE(isWebAddress(url)) << url;
+    for (const char* url :
+         {"", "http:", "http:/www.quenmark.com", " http://www.quenmark.com",
+          "file:///C:/Windows/System32/calc.exe", "C:\\Windows\\System32\\calc.exe",
+          "\\\\server\\share\\setup.exe", "javascript:alert(1)",
+          "ms-settings:", "ftp://ftp.quenmark.com/", "httpx://www.quenmark.com"})
+        EXPECT_FALSE(isWebAddress(url)) << url;
+}
+
+// The report's pieces and margins: the buffer holds 1023 characters.
+TEST(VersionReport, Pieces) {
+    UpdateItem item = fooItem();
+    item.type = ItemType::Version;
+    item.beta = 2;
+    FakeInstalled found;
+    found.installed = InstalledVersion{544, 2, 0, "17.0a (revision 2)"};
+    EXPECT_EQ(versionReport(item, found),
+              "\n Foo\n\n INSTALLED VERSION: 17.0a (revision 2)\n CURRENT VERSION:  2.1b "
+              "(Revision 3) (Beta 2)\n RELEASED: 07-15-2003");
+    EXPECT_EQ(found.asked, 1);
+
+    const std::string notInstalled =
+        "\n Foo\n\n This application is not installed on your system.\n No version "
+        "information is available for it.\n CURRENT VERSION:  2.1b (Revision 3) (Beta 2)\n "
+        "RELEASED: 07-15-2003";
+    found.installed->versionNumber = 0;  // installed with version 0 counts as not installed
+    EXPECT_EQ(versionReport(item, found), notInstalled);
+    FakeInstalled none;
+    EXPECT_EQ(versionReport(item, none), notInstalled);
+
+    item.application.reset();  // no product: only the date, and the lookup is not asked
+    found.asked = 0;
+    EXPECT_EQ(versionReport(item, found), " RELEASED: 07-15-2003");
+    EXPECT_EQ(found.asked, 0);
+    item.date = "";
+    EXPECT_EQ(versionReport(item, found), "");
+}
+
+TEST(VersionReport, MarginsNearTheEnd) {
+    FakeInstalled none;
+    UpdateItem item{.version = 1, .revision = 'a'};
+    // "\n " + name + "\n\n": with a name of 1013 the blank lines still fit (1015 + 8 < 1024),
+    // with 1014 they do not, yet the smaller piece after them is still taken.
+    item.application = std::string(1013, 'N');
+    EXPECT_EQ(versionReport(item, none), "\n " + std::string(1013, 'N') + "\n\n 1.0a");
+    item.application = std::string(1014, 'N');
+    EXPECT_EQ(versionReport(item, none), "\n " + std::string(1014, 'N') + " 1.0a");
+    // The not-installed text needs 100 of room although it is 96 long.
+    item.application = std::string(920, 'N');  // 924 + 100 = 1024
+    EXPECT_EQ(versionReport(item, none).find("not installed"), std::string::npos);
+    item.application = std::string(919, 'N');  // 923 + 100 < 1024
+    EXPECT_NE(versionReport(item, none).find("not installed"), std::string::npos);
+}
+
+TEST(PromptBox, PendingCountFillsTheFirstFormat) {
+    EXPECT_EQ(fillPendingCount("there are %d items pending", 6), "there are 6 items pending");
+    EXPECT_EQ(fillPendingCount("%d", 32760), "32760");
+    EXPECT_EQ(fillPendingCount("%d and %d", 7), "7 and %d");
+    EXPECT_EQ(fillPendingCount("no count", 3), "no count");
+    EXPECT_EQ(fillPendingCount("", 3), "");
+}
+
+// The type names are written out here: the browser's caption is where they show.
+TEST(BrowseText, CaptionHasTheTypeNameOnlyWhileItFits) {
+    const struct {
+        ItemType type;
+        std::size_t titleLength;
+        const char* suffix;  // nullptr: the title alone
+    } cases[] = {
+        {ItemType::Alert, 1, " [Alert]"},
+        // "Alert" is 5 characters: title + 5 + 16 must stay below 260.
+        {ItemType::Alert, 238, " [Alert]"},
+        {ItemType::Alert, 239, nullptr},
+        {ItemType::SettingUpdate, 228, " [Variable Update]"},
+        {ItemType::SettingUpdate, 229, nullptr},
+        {ItemType::OffTopic, 2, " [Off Topic]"},
+        {ItemType::Unknown, 3, " [Unknown]"},
+        {static_cast<ItemType>(0), 3, " [Unknown]"},
+        {ItemType::Tip, 4000, nullptr},
+    };
+    for (const auto& c : cases) {
+        const std::string title(c.titleLength, 'T');
+        EXPECT_EQ(browseCaption({.type = c.type, .title = title}),
+                  title + (c.suffix ? c.suffix : ""))
+            << c.titleLength;
+    }
+    EXPECT_EQ(browseCaption({.type = ItemType::Alert}), "");
+    EXPECT_EQ(browseCaption({.type = ItemType::Alert, .title = ""}), "");
+}
+
+TEST(BrowseText, AnnouncedAndInstalledVersions) {
+    const std::pair<UpdateItem, const char*> announced[] = {
+        {{.version = 3, .subVersion = 0, .revision = 'c', .patch = 2, .beta = 1},
+         "3.0c (revision 2) (beta 1)"},
+        {{.version = 17, .subVersion = 2, .revision = 'a'}, "17.2a"},
+        {{.version = 5, .subVersion = 1, .patch = 3}, "5.1 (revision 3)"},  // no letter
+        {{.version = 2, .subVersion = 4, .revision = 'b', .beta = 7}, "2.4b (beta 7)"},
+        {{.patch = -1, .beta = -2}, "0.0"},  // only positive levels show
+        {{.version = -1, .subVersion = 12, .revision = 'z'}, "-1.12z"},
+    };
+    for (const auto& [item, text] : announced) EXPECT_EQ(browseVersionText(item), text);
+
+    // Bits 5-9 are the major number, 10-14 the minor one; the beta level never shows.
+    EXPECT_EQ(installedBrowseText(InstalledVersion{0x0443, 5, 9, ""}), "2.1 revision 5");
+    EXPECT_EQ(installedBrowseText(InstalledVersion{0, 0, 9, ""}), "0.0 revision 0");
+    EXPECT_EQ(installedBrowseText(InstalledVersion{0xFFFFFFFF, 0xFFFFFFFF, 9, ""}),
+              "31.31 revision -1");
+    EXPECT_EQ(installedBrowseText(std::nullopt), "");
+}
