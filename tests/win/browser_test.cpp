@@ -5,6 +5,7 @@
 // down is the command line it got and the show command it was asked for.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,55 +30,44 @@ constexpr char kTestClass[] = "Heralder.QmTestPage";
 // must not exist beforehand: a test never deletes what it did not make.
 class ScratchKey {
   public:
-    ScratchKey(HKEY root, std::string path) : root_(root), path_(std::move(path)) {
+    explicit ScratchKey(std::string path) : path_(std::move(path)) {
         HKEY key = nullptr;
         DWORD disposition = 0;
-        EXPECT_EQ(RegCreateKeyExA(root_, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                                  &key, &disposition),
+        EXPECT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
+                                  nullptr, &key, &disposition),
                   ERROR_SUCCESS)
             << path_;
         EXPECT_EQ(disposition, static_cast<DWORD>(REG_CREATED_NEW_KEY)) << path_;
         if (key) RegCloseKey(key);
     }
-    ~ScratchKey() { RegDeleteTreeA(root_, path_.c_str()); }
+    ~ScratchKey() { RegDeleteTreeA(HKEY_LOCAL_MACHINE, path_.c_str()); }
     ScratchKey(const ScratchKey&) = delete;
     ScratchKey& operator=(const ScratchKey&) = delete;
 
-    // name nullptr: the key's default value.
-    void set(const char* name, const std::string& data) {
-        EXPECT_EQ(RegSetKeyValueA(root_, path_.c_str(), name, REG_SZ, data.c_str(),
+    // name nullptr: the default value; subKey "": the key itself.
+    void set(const char* name, const std::string& data, const std::string& subKey = "") {
+        const std::string path = subKey.empty() ? path_ : path_ + "\\" + subKey;
+        EXPECT_EQ(RegSetKeyValueA(HKEY_LOCAL_MACHINE, path.c_str(), name, REG_SZ, data.c_str(),
                                   static_cast<DWORD>(data.size() + 1)),
                   ERROR_SUCCESS)
-            << path_;
+            << path;
     }
 
   private:
-    HKEY root_;
     std::string path_;
 };
 
-class SettingsRestorer {
-  public:
-    SettingsRestorer() : saved_(settings()) {}
-    ~SettingsRestorer() { settings() = saved_; }
+using ScratchKeys = std::vector<std::unique_ptr<ScratchKey>>;
 
-  private:
-    Settings saved_;
-};
+void addKey(ScratchKeys& keys, const std::string& path, const char* name, const std::string& data) {
+    keys.push_back(std::make_unique<ScratchKey>(path));
+    keys.back()->set(name, data);
+}
 
 std::string copyOfRecorder(const std::string& folder, const char* name) {
     const std::string path = folder + name;
     EXPECT_TRUE(CopyFileA(recorderPath().c_str(), path.c_str(), FALSE)) << path;
     return path;
-}
-
-void writeFile(const std::string& path) {
-    HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    ASSERT_NE(file, INVALID_HANDLE_VALUE) << path;
-    DWORD written = 0;
-    WriteFile(file, "<p>test</p>", 11, &written, nullptr);
-    CloseHandle(file);
 }
 
 constexpr char kLauncherError[] =
@@ -105,34 +95,25 @@ class BrowserLauncher : public testing::Test {
         // installed without a usable entry of its own would be.
         opera_ = copyOfRecorder(folder_, "opera.exe");
         safari_ = copyOfRecorder(folder_, "safari.exe");
-        appPaths_.push_back(
-            std::make_unique<ScratchKey>(HKEY_LOCAL_MACHINE, std::string(kAppPaths) + "opera.exe"));
-        appPaths_.back()->set(nullptr, opera_);
-        appPaths_.push_back(std::make_unique<ScratchKey>(HKEY_LOCAL_MACHINE,
-                                                         std::string(kAppPaths) + "safari.exe"));
-        appPaths_.back()->set(nullptr, safari_);
+        addKey(keys_, std::string(kAppPaths) + "opera.exe", nullptr, opera_);
+        addKey(keys_, std::string(kAppPaths) + "safari.exe", nullptr, safari_);
 
         // A file type of our own, opened by the recorder itself. Registered for
         // the machine: Wine 8's HKEY_CLASSES_ROOT does not show the user's
         // Software\Classes, so an association there is never found.
         page_ = folder_ + "test page.qmtest";
-        writeFile(page_);
-        association_.push_back(std::make_unique<ScratchKey>(
-            HKEY_LOCAL_MACHINE, std::string("Software\\Classes\\") + kTestExtension));
-        association_.back()->set(nullptr, kTestClass);
-        association_.push_back(std::make_unique<ScratchKey>(
-            HKEY_LOCAL_MACHINE, std::string("Software\\Classes\\") + kTestClass));
-        std::string command = "\"";
-        command += recorderPath() + "\" \"%1\"";
-        RegSetKeyValueA(
-            HKEY_LOCAL_MACHINE,
-            (std::string("Software\\Classes\\") + kTestClass + "\\shell\\open\\command").c_str(),
-            nullptr, REG_SZ, command.c_str(), static_cast<DWORD>(command.size() + 1));
+        std::ofstream(page_) << "<p>test</p>";
+        addKey(keys_, std::string("Software\\Classes\\") + kTestExtension, nullptr, kTestClass);
+        keys_.push_back(
+            std::make_unique<ScratchKey>(std::string("Software\\Classes\\") + kTestClass));
+        keys_.back()->set(nullptr, shellCommandLine(recorderPath(), "\"%1\""),
+                          "shell\\open\\command");
     }
+    void TearDown() override { settings() = saved_; }
 
     std::string folder_, fakefox_, opera_, safari_, page_;
-    std::vector<std::unique_ptr<ScratchKey>> appPaths_, association_;
-    SettingsRestorer restorer_;
+    ScratchKeys keys_;
+    const Settings saved_ = settings();
 };
 
 TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedProgram) {
@@ -175,11 +156,8 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
-        std::vector<std::unique_ptr<ScratchKey>> keys;
-        for (const Value& v : c.keys) {
-            keys.push_back(std::make_unique<ScratchKey>(HKEY_LOCAL_MACHINE, v.key));
-            keys.back()->set(v.name, v.data);
-        }
+        ScratchKeys keys;
+        for (const Value& v : c.keys) addKey(keys, v.key, v.name, v.data);
         settings().DocumentBrowserPath = c.browserPath;
         settings().DocumentBrowserFlags = c.flags;
         Recording recording(folder_ + "record.txt");

@@ -5,10 +5,9 @@
 // the agent accepts.
 #include <gtest/gtest.h>
 
-
 #include <chrono>
-#include <cstdlib>
 #include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <thread>
 
@@ -18,8 +17,8 @@
 #include "notify/item_graphics_win.h"
 #include "tests/win/large_png.h"
 #include "tests/win/test_dialogs.h"
+#include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
-
 
 namespace {
 
@@ -28,27 +27,17 @@ std::string dataFile(const std::string& name) {
 }
 
 // A scratch folder for files the tests make, emptied and removed afterwards.
-class ScratchFolder {
-  public:
-    ScratchFolder() {
-        char temp[MAX_PATH] = {};
-        GetTempPathA(MAX_PATH, temp);
-        path_ = std::string(temp) + "heralder_pictures_" + std::to_string(GetCurrentProcessId());
-        CreateDirectoryA(path_.c_str(), nullptr);
-    }
+struct ScratchFolder {
     ~ScratchFolder() {
-        deleteFilesIn(path_ + "\\");
-        RemoveDirectoryA(path_.c_str());
+        deleteFilesIn(path);
+        RemoveDirectoryA(path.c_str());
     }
-    std::string file(const std::string& name) const { return path_ + "\\" + name; }
+    std::string file(const std::string& name) const { return path + name; }
     std::string copy(const std::string& from, const std::string& name) const {
         CopyFileA(from.c_str(), file(name).c_str(), FALSE);
         return file(name);
     }
-    const std::string& path() const { return path_; }
-
-  private:
-    std::string path_;
+    const std::string path = scratchFolder("heralder_pictures");
 };
 
 DibInfo infoOf(const Picture& picture) {
@@ -111,7 +100,7 @@ TEST(ItemGraphicsFiles, OnlyPngAndJpgNamesReachADecoder) {
         EXPECT_EQ(loadGraphicFile(path).has_value(), c.loads) << c.name;
     }
     // A forward slash ends the name the extension is taken from.
-    const std::string slashed = scratch.path() + "/photo.PNG";
+    const std::string slashed = scratch.path.substr(0, scratch.path.size() - 1) + "/photo.PNG";
     EXPECT_FALSE(loadGraphicFile(slashed)) << slashed;
 }
 
@@ -259,7 +248,6 @@ TEST(ItemGraphicsCom, DecodingLeavesEachThreadsComAsItWas) {
     EXPECT_EQ(comAfterDecodeOnThread(true, &decoded), S_FALSE);
     EXPECT_TRUE(decoded);
 }
-
 
 TEST(ItemGraphicsBenchmark, LargestAcceptedPngLoadTime) {
     ScratchFolder scratch;

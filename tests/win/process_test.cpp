@@ -4,8 +4,6 @@
 // lines and two copies at once. Each test starts from an empty data folder.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdio>
 #include <set>
 #include <thread>
 
@@ -31,6 +29,10 @@ std::string heralderExe() {
 
 std::string examplesFolder() {
     return testEnv("HERALDER_SOURCE_DIR") + "\\examples";
+}
+
+std::string sampleDocument() {
+    return examplesFolder() + "\\update.txt";
 }
 
 std::string settingsPath() {
@@ -147,6 +149,7 @@ TEST_F(HeralderProcess, TwoCopiesAtOnceKeepEveryMarkAndAWholeSettingsFile) {
     const auto text = readFileBytes(settingsPath());
     ASSERT_TRUE(text);
     EXPECT_EQ(text->rfind(";Quenmark Heralder configuration file\r\n", 0), 0u);
+    // Every key exactly once.
     for (const SettingDef& def : SettingsTable) {
         const std::string line = std::string("\r\n") + def.key + " = ";
         const std::size_t at = text->find(line);
@@ -192,29 +195,50 @@ ProcessRun runShowingDocument(const std::string& arguments, WindowOutcome& outco
     });
 }
 
-TEST_F(HeralderProcess, LocalDocumentFillsTheMainWindowWithItsTitles) {
-    const std::string document = examplesFolder() + "\\update.txt";
-    WindowOutcome outcome;
-    const ProcessRun run = runShowingDocument("\"" + document + "\"", outcome);
-    // The path was given in quotes: the quote is part of it, as the program
-    // takes the command line as it stands, so the file cannot be found.
-    ASSERT_EQ(run.windows.size(), 1u);
-    EXPECT_EQ(run.windows[0].text, "There has been an error loading \"" + document + "\"");
-
-    WindowOutcome shown;
-    const ProcessRun plain = runShowingDocument(document, shown, "main_window");
-    ASSERT_TRUE(plain.exited);
-    EXPECT_EQ(plain.exitCode, 0u);
-    EXPECT_TRUE(plain.windows.empty());
-    ASSERT_EQ(shown.rows, 10);
-    EXPECT_EQ(shown.titles.front(), "Please install the 5.2b currency fix");
-    EXPECT_EQ(shown.titles.back(), "New Heralder banner");
+// Whatever the command line holds, the program ends cleanly: the document's
+// rows, or a message where one is due.
+TEST_F(HeralderProcess, DocumentOnTheCommandLineFillsTheMainWindowOrIsReported) {
+    const std::string document = sampleDocument();
+    const std::string longPath = "C:\\" + std::string(400, 'x') + ".txt";
+    const std::string loadError = "There has been an error loading ";
+    const struct {
+        std::string arguments;
+        std::string message;  // "": no message box
+        int rows;
+        const char* screenshot;
+    } cases[] = {
+        {document, "", 10, "main_window"},
+        // The program takes the command line as it stands: the quotes are part
+        // of the path, so the file cannot be found.
+        {"\"" + document + "\"", loadError + "\"" + document + "\"", 0, ""},
+        {"C:\\no such folder\\update.txt", loadError + "C:\\no such folder\\update.txt", 0, ""},
+        {longPath, loadError + longPath.substr(0, 259), 0, ""},
+        // Not a document at all: read as one without blocks.
+        {heralderExe(), "", 0, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.arguments.substr(0, 60));
+        WindowOutcome outcome;
+        const ProcessRun run = runShowingDocument(c.arguments, outcome, c.screenshot);
+        ASSERT_TRUE(run.exited);
+        EXPECT_EQ(run.exitCode, 0u);
+        EXPECT_EQ(outcome.rows, c.rows);
+        if (c.message.empty()) {
+            EXPECT_TRUE(run.windows.empty());
+        } else {
+            ASSERT_EQ(run.windows.size(), 1u);
+            EXPECT_EQ(run.windows[0].text, c.message);
+        }
+        if (c.rows) {
+            EXPECT_EQ(outcome.titles.front(), "Please install the 5.2b currency fix");
+            EXPECT_EQ(outcome.titles.back(), "New Heralder banner");
+        }
+    }
 }
 
 // Stored edges put the window back; closing a maximised window stores
 // StartMaximized and leaves the edges it had before.
 TEST_F(HeralderProcess, ClosingStoresEdgesOnlyWhenTheWindowIsNotMaximised) {
-    const std::string document = examplesFolder() + "\\update.txt";
     for (uint32_t maximised : {0u, 1u}) {
         SCOPED_TRACE(maximised);
         Settings s;
@@ -227,8 +251,7 @@ TEST_F(HeralderProcess, ClosingStoresEdgesOnlyWhenTheWindowIsNotMaximised) {
         ASSERT_TRUE(writeSettingsFile(s, settingsPath()));
 
         WindowOutcome outcome;
-        const ProcessRun run = runShowingDocument(document, outcome);
-        ASSERT_TRUE(run.exited);
+        ASSERT_TRUE(runShowingDocument(sampleDocument(), outcome).exited);
         EXPECT_EQ(outcome.wasMaximised, maximised == 1);
         const Settings after = storedSettings();
         EXPECT_EQ(after.StartMaximized, maximised);
@@ -236,37 +259,6 @@ TEST_F(HeralderProcess, ClosingStoresEdgesOnlyWhenTheWindowIsNotMaximised) {
         EXPECT_EQ(after.StickyWindowTop, 120u);
         EXPECT_EQ(after.StickyWindowRight, 700u);
         EXPECT_EQ(after.StickyWindowBottom, 520u);
-    }
-}
-
-// Whatever the command line holds, the program ends cleanly with a message
-// where one is due.
-TEST_F(HeralderProcess, BadCommandLinesEndCleanly) {
-    const std::string longPath = "C:\\" + std::string(400, 'x') + ".txt";
-    const struct {
-        std::string arguments;
-        std::string message;  // "": no message box
-        int rows;
-    } cases[] = {
-        {"C:\\no such folder\\update.txt",
-         "There has been an error loading C:\\no such folder\\update.txt", 0},
-        {longPath, "There has been an error loading " + longPath.substr(0, 259), 0},
-        // Not a document at all: read as one without blocks.
-        {heralderExe(), "", 0},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.arguments.substr(0, 60));
-        WindowOutcome outcome;
-        const ProcessRun run = runShowingDocument(c.arguments, outcome);
-        ASSERT_TRUE(run.exited);
-        EXPECT_EQ(run.exitCode, 0u);
-        EXPECT_EQ(outcome.rows, c.rows);
-        if (c.message.empty()) {
-            EXPECT_TRUE(run.windows.empty());
-        } else {
-            ASSERT_EQ(run.windows.size(), 1u);
-            EXPECT_EQ(run.windows[0].text, c.message);
-        }
     }
 }
 
