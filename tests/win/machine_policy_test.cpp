@@ -24,16 +24,9 @@ void clearPolicy() {
 }
 
 void setPolicyValue(DWORD type, const void* data, DWORD size) {
-    HKEY key = nullptr;
-    ASSERT_EQ(RegCreateKeyExA(HKEY_LOCAL_MACHINE, kPolicyKey, 0, nullptr, 0, KEY_SET_VALUE, nullptr,
-                              &key, nullptr),
-              ERROR_SUCCESS);
-    RegSetValueExA(key, "DisableUpdateCheck", 0, type, static_cast<const BYTE*>(data), size);
-    RegCloseKey(key);
-}
-
-void setPolicyDword(DWORD value) {
-    setPolicyValue(REG_DWORD, &value, sizeof value);
+    ASSERT_EQ(
+        RegSetKeyValueA(HKEY_LOCAL_MACHINE, kPolicyKey, "DisableUpdateCheck", type, data, size),
+        ERROR_SUCCESS);
 }
 
 class MachinePolicyTest : public testing::Test {
@@ -49,24 +42,21 @@ class MachinePolicyTest : public testing::Test {
 
 TEST_F(MachinePolicyTest, ReaderTakesOnlyANonZeroDword) {
     EXPECT_FALSE(readMachinePolicy().disableUpdateCheck) << "no key";
+    const DWORD zero = 0, one = 1, two = 2;
+    const unsigned long long wideOne = 1;
     const struct {
         const char* name;
-        void (*set)();
+        DWORD type;
+        const void* data;
+        DWORD size;
         bool disabled;
     } cases[] = {
-        {"dword 1", [] { setPolicyDword(1); }, true},
-        {"dword 0", [] { setPolicyDword(0); }, false},
-        {"dword 2", [] { setPolicyDword(2); }, true},
-        {"text 1", [] { setPolicyValue(REG_SZ, "1", 2); }, false},
-        {"qword 1",
-         [] {
-             const unsigned long long one = 1;
-             setPolicyValue(REG_QWORD, &one, sizeof one);
-         },
-         false},
+        {"dword 1", REG_DWORD, &one, 4, true},      {"dword 0", REG_DWORD, &zero, 4, false},
+        {"dword 2", REG_DWORD, &two, 4, true},      {"text 1", REG_SZ, "1", 2, false},
+        {"qword 1", REG_QWORD, &wideOne, 8, false},
     };
     for (const auto& c : cases) {
-        c.set();
+        setPolicyValue(c.type, c.data, c.size);
         EXPECT_EQ(readMachinePolicy().disableUpdateCheck, c.disabled) << c.name;
         clearPolicy();
     }
@@ -78,7 +68,8 @@ TEST_F(MachinePolicyTest, DailyRunEndsAtOnceWithoutTheNetworkOrAWindow) {
     ASSERT_TRUE(server.listening());
     const std::string program = testProgramFolder() + "heralder.exe";
 
-    setPolicyDword(1);
+    const DWORD one = 1;
+    setPolicyValue(REG_DWORD, &one, sizeof one);
     bool mainWindowSeen = false;
     const auto start = std::chrono::steady_clock::now();
     const ProcessRun off = runProcess(program, "/UPDATE", nullptr, 30000, [&](DWORD pid) {

@@ -20,29 +20,18 @@ class MainWindowTest : public testing::Test {
         if (testEnv("HERALDER_SOURCE_DIR").empty())
             GTEST_SKIP() << "run through scripts/test_wine.sh";
         DeleteFileA(getUserDataPath(kSettingsFileName).c_str());
-        static const bool registered = registerMainWindowClass(GetModuleHandleA(nullptr));
-        ASSERT_TRUE(registered);
-        createSharedDrawingObjects(settings());
-        hwnd_ = createMainWindow(GetModuleHandleA(nullptr));
-        ASSERT_TRUE(hwnd_);
         setFetchRetryDelays({50, 50, 50});
     }
     void TearDown() override {
-        if (hwnd_) DestroyWindow(hwnd_);
-        MSG msg;  // the window's quit message must not end a later test's dialog
-        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        }
         setFetchRetryDelays({5000, 15000, 40000});
         app().updateMode = false;
         DeleteFileA(getUserDataPath(kSettingsFileName).c_str());
     }
-
-    bool menuEnabled(int id) {
-        return !(GetMenuState(GetMenu(hwnd_), id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED));
-    }
-
-    HWND hwnd_ = nullptr;
 };
+
+bool menuEnabled(HWND hwnd, int id) {
+    return !(GetMenuState(GetMenu(hwnd), id, MF_BYCOMMAND) & (MF_GRAYED | MF_DISABLED));
+}
 
 // Only the run started at logon waits for the network; Go by hand tells the
 // user at once.
@@ -61,6 +50,10 @@ TEST_F(MainWindowTest, GoRetriesOnlyInUpdateModeAndPostsTheAutomaticRunOnlyByHan
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.updateMode << " " << c.refused);
+        // A fresh window for each case: the list and the menu start over.
+        TestMainWindow window;
+        HWND hwnd = window.hwnd();
+        ASSERT_TRUE(hwnd);
         LoopbackServer server(testEnv("HERALDER_SOURCE_DIR") + "\\examples", c.refused);
         app().updateMode = c.updateMode;
         settings().DoNoticationsAutomatically = 1;
@@ -70,34 +63,31 @@ TEST_F(MainWindowTest, GoRetriesOnlyInUpdateModeAndPostsTheAutomaticRunOnlyByHan
             clickItem(box, IDC_BUTTON1);
         });
         const DWORD start = GetTickCount();
-        SendMessageA(hwnd_, WM_COMMAND, IDM_GO, 0);
+        SendMessageA(hwnd, WM_COMMAND, IDM_GO, 0);
         EXPECT_GE(GetTickCount() - start, c.atLeastMs);
         EXPECT_EQ(boxText, c.networkError ? "There has been a network error. The update "
                                             "document is not available."
                                           : "");
-        EXPECT_EQ(mainWindowItems(hwnd_).size(), c.networkError ? 0u : 10u);
-        EXPECT_EQ(menuEnabled(IDM_SHOW_NOTIFICATIONS), !c.networkError);
-        EXPECT_TRUE(menuEnabled(IDM_GO));
+        EXPECT_EQ(mainWindowItems(hwnd).size(), c.networkError ? 0u : 10u);
+        EXPECT_EQ(menuEnabled(hwnd, IDM_SHOW_NOTIFICATIONS), !c.networkError);
+        EXPECT_TRUE(menuEnabled(hwnd, IDM_GO));
         MSG msg;
-        const bool posted = PeekMessageA(&msg, hwnd_, WM_COMMAND, WM_COMMAND, PM_REMOVE) &&
+        const bool posted = PeekMessageA(&msg, hwnd, WM_COMMAND, WM_COMMAND, PM_REMOVE) &&
                             msg.wParam == IDM_SHOW_NOTIFICATIONS;
         EXPECT_EQ(posted, c.posted);
-        // A fresh window for the next case: the list and the menu start over.
-        DestroyWindow(hwnd_);
-        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-        }
-        hwnd_ = createMainWindow(GetModuleHandleA(nullptr));
     }
 }
 
 // A plain double click on a row opens the alert window for that row's item,
 // whatever its type; a ticked "never show" stays with the item for the run.
 TEST_F(MainWindowTest, DoubleClickOpensTheAlertWindowForTheRow) {
+    TestMainWindow window;
+    HWND hwnd = window.hwnd();
     const std::string document = testEnv("HERALDER_SOURCE_DIR") + "\\examples\\update.txt";
-    SendMessageA(hwnd_, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(document.c_str()));
-    const std::vector<UpdateItem>& items = mainWindowItems(hwnd_);
+    SendMessageA(hwnd, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(document.c_str()));
+    const std::vector<UpdateItem>& items = mainWindowItems(hwnd);
     ASSERT_EQ(items.size(), 10u);
-    HWND list = GetDlgItem(hwnd_, IDC_ITEMLIST);
+    HWND list = GetDlgItem(hwnd, IDC_ITEMLIST);
     const uint32_t noisy = settings().BeNoisy;
     settings().BeNoisy = 0;
     for (int row : {0, 1, 6}) {  // an alert, a version notice, a setting update
@@ -109,7 +99,7 @@ TEST_F(MainWindowTest, DoubleClickOpensTheAlertWindowForTheRow) {
             clickItem(dialog, IDC_ALERT_NEVERAGAIN);
             clickItem(dialog, IDC_BUTTON1);
         });
-        SendMessageA(hwnd_, WM_COMMAND, MAKEWPARAM(IDC_ITEMLIST, LBN_DBLCLK),
+        SendMessageA(hwnd, WM_COMMAND, MAKEWPARAM(IDC_ITEMLIST, LBN_DBLCLK),
                      reinterpret_cast<LPARAM>(list));
         EXPECT_TRUE(driver.ran()) << row;
         EXPECT_EQ(caption, *items[row].title);
@@ -119,7 +109,8 @@ TEST_F(MainWindowTest, DoubleClickOpensTheAlertWindowForTheRow) {
 }
 
 TEST_F(MainWindowTest, EndingTheSessionSavesNothing) {
-    EXPECT_TRUE(SendMessageA(hwnd_, WM_QUERYENDSESSION, 0, 0));
+    TestMainWindow window;
+    EXPECT_TRUE(SendMessageA(window.hwnd(), WM_QUERYENDSESSION, 0, 0));
     EXPECT_EQ(GetFileAttributesA(getUserDataPath(kSettingsFileName).c_str()),
               INVALID_FILE_ATTRIBUTES);
 }

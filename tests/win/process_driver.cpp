@@ -10,18 +10,24 @@ namespace {
 
 struct Finder {
     DWORD pid;
-    std::vector<HWND> dialogs;
+    const char* cls;
+    std::vector<HWND> found;  // in the system's order, topmost first
 };
 
-BOOL CALLBACK collectDialog(HWND hwnd, LPARAM lp) {
+BOOL CALLBACK collectWindow(HWND hwnd, LPARAM lp) {
     auto& f = *reinterpret_cast<Finder*>(lp);
     DWORD pid = 0;
     GetWindowThreadProcessId(hwnd, &pid);
-    char cls[16] = {};
+    char cls[64] = {};
     GetClassNameA(hwnd, cls, sizeof cls);
-    if (pid == f.pid && IsWindowVisible(hwnd) && std::string(cls) == "#32770")
-        f.dialogs.push_back(hwnd);
+    if (pid == f.pid && IsWindowVisible(hwnd) && lstrcmpA(cls, f.cls) == 0) f.found.push_back(hwnd);
     return TRUE;
+}
+
+std::vector<HWND> processWindows(DWORD processId, const char* cls) {
+    Finder f{processId, cls, {}};
+    EnumWindows(collectWindow, reinterpret_cast<LPARAM>(&f));
+    return f.found;
 }
 
 BOOL CALLBACK collectStatic(HWND hwnd, LPARAM lp) {
@@ -48,24 +54,8 @@ std::string titleOf(HWND hwnd) {
 }  // namespace
 
 HWND findProcessWindow(DWORD processId, const char* cls) {
-    struct Search {
-        DWORD pid;
-        const char* cls;
-        HWND found;
-    } search{processId, cls, nullptr};
-    EnumWindows(
-        [](HWND hwnd, LPARAM lp) -> BOOL {
-            auto& s = *reinterpret_cast<Search*>(lp);
-            DWORD pid = 0;
-            GetWindowThreadProcessId(hwnd, &pid);
-            char name[64] = {};
-            GetClassNameA(hwnd, name, sizeof name);
-            if (pid != s.pid || !IsWindowVisible(hwnd) || lstrcmpA(name, s.cls) != 0) return TRUE;
-            s.found = hwnd;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
-    return search.found;
+    const std::vector<HWND> windows = processWindows(processId, cls);
+    return windows.empty() ? nullptr : windows.front();
 }
 
 void pressDefaultButton(HWND dialog) {
@@ -120,9 +110,7 @@ ProcessRun runProcess(const std::string& program, const std::string& arguments,
         handled.erase(
             std::remove_if(handled.begin(), handled.end(), [](HWND h) { return !IsWindow(h); }),
             handled.end());
-        Finder f{pi.dwProcessId, {}};
-        EnumWindows(collectDialog, reinterpret_cast<LPARAM>(&f));
-        for (HWND dialog : f.dialogs) {
+        for (HWND dialog : processWindows(pi.dwProcessId, "#32770")) {
             if (std::find(handled.begin(), handled.end(), dialog) != handled.end()) continue;
             handled.push_back(dialog);
             Sleep(150);  // let it finish painting

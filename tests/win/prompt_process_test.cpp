@@ -20,10 +20,7 @@ namespace {
 
 // A feed of count alerts numbered from 5101, in a folder of its own.
 std::string writeFeed(int count) {
-    char temp[MAX_PATH] = {};
-    GetTempPathA(MAX_PATH, temp);
-    const std::string folder = std::string(temp) + "heralder_prompt_feed\\";
-    CreateDirectoryA(folder.c_str(), nullptr);
+    const std::string folder = scratchFolder("heralder_prompt_feed");
     std::ofstream feed(folder + "update.txt", std::ios::binary);
     for (int i = 0; i < count; ++i) {
         feed << ":BEGINALERT\r\nNUMBER = " << 5101 + i << "\r\nTITLE = Waiting item " << i + 1

@@ -5,10 +5,8 @@
 // whether or not it plays, 0 when the desktop has no scheme key.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstring>
 #include <fstream>
-#include <vector>
 
 #include "base/win_headers.h"
 #include "notify/sound_win.h"
@@ -18,43 +16,24 @@ namespace {
 
 // A short silent wave file: 8 kHz, 8 bits, mono, 80 samples.
 void writeWave(const std::string& path) {
-    std::vector<char> data(80, char(0x80));
-    auto put32 = [](std::ofstream& out, uint32_t v) { out.write(reinterpret_cast<char*>(&v), 4); };
-    auto put16 = [](std::ofstream& out, uint16_t v) { out.write(reinterpret_cast<char*>(&v), 2); };
-    std::ofstream out(path, std::ios::binary);
-    out.write("RIFF", 4);
-    put32(out, 36 + uint32_t(data.size()));
-    out.write("WAVEfmt ", 8);
-    put32(out, 16);
-    put16(out, 1);     // PCM
-    put16(out, 1);     // mono
-    put32(out, 8000);  // samples per second
-    put32(out, 8000);  // bytes per second
-    put16(out, 1);     // block align
-    put16(out, 8);     // bits per sample
-    out.write("data", 4);
-    put32(out, uint32_t(data.size()));
-    out.write(data.data(), data.size());
+    const char header[] =
+        "RIFF\x74\0\0\0WAVEfmt \x10\0\0\0\x01\0\x01\0\x40\x1f\0\0\x40\x1f\0\0\x01\0\x08\0"
+        "data\x50\0\0\0";
+    std::ofstream(path, std::ios::binary)
+        << std::string(header, sizeof header - 1) << std::string(80, '\x80');
 }
 
 // The scheme key as the test wants it. The test prefix is made afresh for
 // every run and has no sound scheme, so the key is simply removed afterwards.
-class SchemeKey {
-  public:
+struct SchemeKey {
     ~SchemeKey() { remove(); }
     void set(const char* value, DWORD type) {
-        HKEY key;
-        ASSERT_EQ(RegCreateKeyExA(HKEY_CURRENT_USER, name().c_str(), 0, nullptr, 0, KEY_WRITE,
-                                  nullptr, &key, nullptr),
+        ASSERT_EQ(RegSetKeyValueA(HKEY_CURRENT_USER, key.c_str(), nullptr, type, value,
+                                  DWORD(strlen(value) + 1)),
                   ERROR_SUCCESS);
-        RegSetValueExA(key, nullptr, 0, type, reinterpret_cast<const BYTE*>(value),
-                       DWORD(strlen(value) + 1));
-        RegCloseKey(key);
     }
-    void remove() { RegDeleteKeyA(HKEY_CURRENT_USER, name().c_str()); }
-
-  private:
-    static std::string name() { return std::string(kSchemeSoundKey); }
+    void remove() { RegDeleteKeyA(HKEY_CURRENT_USER, key.c_str()); }
+    const std::string key{kSchemeSoundKey};
 };
 
 // Notify.wav in the user's data folder for the length of a test.

@@ -28,11 +28,7 @@ inline std::string recorderPath() {
 // The command line the shell gives a program it opens with parameters: the
 // program quoted, one space, the parameters.
 inline std::string shellCommandLine(const std::string& program, const std::string& parameters) {
-    std::string line = "\"";
-    line += program;
-    line += "\" ";
-    line += parameters;
-    return line;
+    return "\"" + program + "\" " + parameters;
 }
 
 // A folder of the temporary directory for one suite's files, created on demand.
