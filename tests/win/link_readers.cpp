@@ -1,11 +1,13 @@
 // The tests' two readers of shell links (see link_readers.h).
 #include "tests/win/link_readers.h"
 
+#include <gtest/gtest.h>
 #include <wrl/client.h>
 
 #include <cstdio>
 
 #include "base/win_headers.h"
+#include "settings/file_locations_win.h"
 #include "tests/win/recorder/recording.h"
 
 using Microsoft::WRL::ComPtr;
@@ -81,4 +83,27 @@ std::map<std::string, std::string> exiftoolTags(const std::string& file) {
     std::fclose(f);
     DeleteFileA(listing.c_str());
     return tags;
+}
+
+std::string startupLinkPath() {
+    std::string folder = getSpecialFolderPath(CSIDL_STARTUP).value_or("");
+    if (!folder.empty() && folder.back() != '\\') folder += '\\';
+    return folder + "Heralder.lnk";
+}
+
+void expectStartupLink(const std::string& link, const std::string& program,
+                       const std::string& arguments) {
+    const std::string folder = program.substr(0, program.find_last_of('\\') + 1);
+    const std::optional<LinkFields> fields = readLinkThroughShell(link);
+    ASSERT_TRUE(fields) << link;
+    EXPECT_EQ(fields->path, program);
+    EXPECT_EQ(fields->arguments, arguments);
+    EXPECT_EQ(fields->description, "Quenmark Heralder");
+    EXPECT_EQ(fields->workingDirectory, folder);
+
+    std::map<std::string, std::string> tags = exiftoolTags(link);
+    EXPECT_EQ(tags["LocalBasePath"], program);
+    EXPECT_EQ(tags["CommandLineArguments"], arguments);
+    EXPECT_EQ(tags["Description"], "Quenmark Heralder");
+    EXPECT_EQ(tags["WorkingDirectory"], folder);
 }

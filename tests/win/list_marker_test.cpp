@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include "base/packed_dib.h"
-#include "base/win_handles.h"
 #include "tests/win/test_support.h"
 #include "ui/list_marker_win.h"
 

@@ -6,8 +6,6 @@
 #include <chrono>
 
 #include "app/machine_policy_win.h"
-#include "base/win_handles.h"
-#include "settings/file_locations_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/loopback_server.h"
 #include "tests/win/process_driver.h"

@@ -77,13 +77,11 @@ TEST(PlatformUnderWine, CodeIsAKnownReleaseThatAgreesWithTheRegistry) {
         EXPECT_EQ(std::atoi(build->c_str()) >= 22000, code == 19) << *build;
         EXPECT_EQ(name, code == 19 ? "Windows 11" : "Windows 10");
     }
+    // The selectors themselves are the portable core's; here they meet the real code.
     const uint32_t justThis[] = {13, code, 0};
     const uint32_t others[] = {13, code + 1, 0};
-    EXPECT_TRUE(isPlatformSupported(&kPlatformsXpOrLater));
-    EXPECT_TRUE(isPlatformSupported(&kPlatformsAllKnown));
     EXPECT_TRUE(isPlatformSupported(justThis));
     EXPECT_FALSE(isPlatformSupported(others));
-    EXPECT_FALSE(isPlatformSupported(nullptr));
 }
 
 // Windows 11 reports version 10.0: only the registry's build number tells.

@@ -265,10 +265,7 @@ TEST_F(HeralderProcess, ClosingStoresEdgesOnlyWhenTheWindowIsNotMaximised) {
 // "/STARTUP" opens the startup manager hidden behind nothing else; Close with
 // a choice makes the Startup folder agree, and the program ends.
 TEST_F(HeralderProcess, StartupSwitchMakesTheStartupFolderAgree) {
-    std::string folder = getSpecialFolderPath(CSIDL_STARTUP).value_or("");
-    ASSERT_FALSE(folder.empty());
-    if (folder.back() != '\\') folder += '\\';
-    const std::string link = folder + "Heralder.lnk";
+    const std::string link = startupLinkPath();
     for (int choice : {IDC_STARTUP_AUTOMATIC, IDC_STARTUP_MANUAL}) {
         SCOPED_TRACE(choice);
         const ProcessRun run = runProcess(
@@ -284,19 +281,10 @@ TEST_F(HeralderProcess, StartupSwitchMakesTheStartupFolderAgree) {
         ASSERT_EQ(run.windows.size(), 1u);
         EXPECT_EQ(run.windows[0].title, "Startup manager");
         EXPECT_EQ(storedSettings().StartupOptions, static_cast<uint32_t>(choice));
-        if (choice == IDC_STARTUP_MANUAL) {
+        if (choice == IDC_STARTUP_MANUAL)
             EXPECT_FALSE(fileExists(link));
-            continue;
-        }
-        const std::optional<LinkFields> fields = readLinkThroughShell(link);
-        ASSERT_TRUE(fields);
-        EXPECT_EQ(fields->path, heralderExe());
-        EXPECT_EQ(fields->arguments, "/UPDATE");
-        EXPECT_EQ(fields->description, "Quenmark Heralder");
-        EXPECT_EQ(fields->workingDirectory, testProgramFolder());
-        std::map<std::string, std::string> tags = exiftoolTags(link);
-        EXPECT_EQ(tags["LocalBasePath"], heralderExe());
-        EXPECT_EQ(tags["CommandLineArguments"], "/UPDATE");
+        else
+            expectStartupLink(link, heralderExe(), "/UPDATE");
     }
     DeleteFileA(link.c_str());
 }

@@ -8,7 +8,6 @@
 
 #include "dialogs/startup_manager_win.h"
 #include "resources/resource.h"
-#include "settings/file_locations_win.h"
 #include "settings/settings.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
@@ -47,38 +46,22 @@ int countLinks(const std::string& folder) {
 class StartupManager : public testing::Test {
   protected:
     void SetUp() override {
-        folder_ = getSpecialFolderPath(CSIDL_STARTUP).value_or(std::string());
-        ASSERT_FALSE(folder_.empty());
-        if (folder_.back() != '\\') folder_ += '\\';
-        link_ = folder_ + "Heralder.lnk";
+        link_ = startupLinkPath();
+        ASSERT_NE(link_, "Heralder.lnk") << "no Startup folder";
+        folder_ = link_.substr(0, link_.find_last_of('\\') + 1);
         DeleteFileA(link_.c_str());
         char path[MAX_PATH] = {};
         GetModuleFileNameA(nullptr, path, MAX_PATH);
         program_ = path;
-        programFolder_ = testProgramFolder();
     }
     void TearDown() override {
         DeleteFileA(link_.c_str());
         settings() = saved_;
     }
 
-    // The shortcut as both readers see it; arguments as given.
-    void expectLink(const std::string& arguments) {
-        const std::optional<LinkFields> link = readLinkThroughShell(link_);
-        ASSERT_TRUE(link);
-        EXPECT_EQ(link->path, program_);
-        EXPECT_EQ(link->arguments, arguments);
-        EXPECT_EQ(link->description, "Quenmark Heralder");
-        EXPECT_EQ(link->workingDirectory, programFolder_);
+    void expectLink(const std::string& arguments) { expectStartupLink(link_, program_, arguments); }
 
-        std::map<std::string, std::string> tags = exiftoolTags(link_);
-        EXPECT_EQ(tags["Description"], "Quenmark Heralder");
-        EXPECT_EQ(tags["WorkingDirectory"], programFolder_);
-        EXPECT_EQ(tags["CommandLineArguments"], arguments);
-        EXPECT_EQ(tags["LocalBasePath"], program_);
-    }
-
-    std::string folder_, link_, program_, programFolder_;
+    std::string folder_, link_, program_;
     Settings saved_ = settings();
 };
 
