@@ -8,6 +8,7 @@
 #include <fstream>
 #include <thread>
 
+#include "base/crt_text.h"
 #include "base/packed_dib.h"
 #include "notify/item_graphics.h"
 #include "notify/item_graphics_win.h"
@@ -103,8 +104,7 @@ TEST(ItemGraphicsFiles, DamagedOrMissingFilesGiveNothing) {
     std::ofstream(scratch.file("empty.png"), std::ios::binary);
     std::ofstream(scratch.file("text.png"), std::ios::binary) << "<html>Not found</html>";
     std::ofstream(scratch.file("text.jpg"), std::ios::binary) << "<html>Not found</html>";
-    std::ifstream jpeg(dataFile("photo.jpg"), std::ios::binary);
-    const std::string jpegBytes((std::istreambuf_iterator<char>(jpeg)), {});
+    const std::string jpegBytes = readFileBytes(dataFile("photo.jpg")).value_or("");
     std::ofstream(scratch.file("cut.jpg"), std::ios::binary)
         << jpegBytes.substr(0, jpegBytes.size() / 2);
     CreateDirectoryA(scratch.file("folder.png").c_str(), nullptr);
@@ -133,8 +133,7 @@ TEST(ItemGraphicsFiles, FilesBeyondTheLimitsAreNotDecoded) {
     // A valid picture followed by padding: decoders ignore what follows the
     // end chunk, so only the size on disk stops it.
     ScratchFolder scratch;
-    std::ifstream small(dataFile("alpha.png"), std::ios::binary);
-    const std::string bytes((std::istreambuf_iterator<char>(small)), {});
+    const std::string bytes = readFileBytes(dataFile("alpha.png")).value_or("");
     for (uint64_t total : {kMaxPictureFileBytes, kMaxPictureFileBytes + 1}) {
         const std::string path = scratch.file("padded" + std::to_string(total) + ".png");
         {

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <wrl/client.h>
 
-#include <cstdio>
+#include <fstream>
 
 #include "base/win_headers.h"
 #include "settings/file_locations_win.h"
@@ -71,16 +71,13 @@ std::map<std::string, std::string> exiftoolTags(const std::string& file) {
          waited += 20) {
         Sleep(20);
     }
-    std::FILE* f = std::fopen(listing.c_str(), "r");
-    if (!f) return tags;
-    char line[1024];
-    while (std::fgets(line, sizeof line, f)) {
-        std::string text(line);
-        while (!text.empty() && (text.back() == '\n' || text.back() == '\r')) text.pop_back();
+    std::ifstream in(listing);
+    for (std::string text; std::getline(in, text);) {
+        if (!text.empty() && text.back() == '\r') text.pop_back();
         const std::size_t colon = text.find(": ");
         if (colon != std::string::npos) tags[text.substr(0, colon)] = text.substr(colon + 2);
     }
-    std::fclose(f);
+    in.close();
     DeleteFileA(listing.c_str());
     return tags;
 }

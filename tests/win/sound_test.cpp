@@ -36,20 +36,6 @@ struct SchemeKey {
     const std::string key{kSchemeSoundKey};
 };
 
-// Notify.wav in the user's data folder for the length of a test.
-class OverrideSound {
-  public:
-    OverrideSound() : path_(getUserDataPath(kOverrideSoundName)) {
-        ensureDataFolders();
-        writeWave(path_);
-    }
-    ~OverrideSound() { DeleteFileA(path_.c_str()); }
-    const std::string& path() const { return path_; }
-
-  private:
-    std::string path_;
-};
-
 std::string windowsFolder() {
     char folder[MAX_PATH] = {};
     GetWindowsDirectoryA(folder, MAX_PATH);
@@ -85,16 +71,15 @@ TEST(NotifySound, SchemeSoundIsReadWithItsVariablesExpanded) {
 }
 
 TEST(NotifySound, OverrideFileIsFoundInTheUsersDataFolder) {
+    const std::string path = getUserDataPath(kOverrideSoundName);
     EXPECT_FALSE(gatherSoundFacts("C:\\ding.wav").overrideFile);
-    {
-        OverrideSound sound;
-        const SoundFacts facts = gatherSoundFacts("::RSRC::7");
-        ASSERT_TRUE(facts.overrideFile);
-        EXPECT_EQ(*facts.overrideFile, sound.path());
-        // Started or not, a file name ends in 1: the override or the name.
-        EXPECT_EQ(playNotifySound("C:\\no such sound.wav"), 1);
-        PlaySoundA(nullptr, nullptr, 0);
-    }
+    ensureDataFolders();
+    writeWave(path);
+    EXPECT_EQ(gatherSoundFacts("::RSRC::7").overrideFile.value_or(""), path);
+    // Started or not, a file name ends in 1: the override or the name.
+    EXPECT_EQ(playNotifySound("C:\\no such sound.wav"), 1);
+    PlaySoundA(nullptr, nullptr, 0);
+    DeleteFileA(path.c_str());
     EXPECT_FALSE(gatherSoundFacts("C:\\ding.wav").overrideFile);
 }
 
