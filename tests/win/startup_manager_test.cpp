@@ -65,7 +65,7 @@ class StartupManager : public testing::Test {
     Settings saved_ = settings();
 };
 
-TEST_F(StartupManager, ShowsItsTextsWithTheStoredChoiceAndCloseFocusedAndHelpOpensItsTopic) {
+TEST_F(StartupManager, ShowsItsTextsAndTheStoredChoiceAndHelpOpensItsTopic) {
     const struct {
         uint32_t stored;
         uint32_t softButtons;
