@@ -91,7 +91,7 @@ std::optional<DibInfo> readBmpFileInfo(std::span<const uint8_t> file) {
     return readInfoHeader(file, kFileHeaderSize, bitsOffset);
 }
 
-std::optional<DibInfo> readPackedDibInfo(std::span<const uint8_t> dib) {
+std::optional<DibInfo> getDibInfo(std::span<const uint8_t> dib) {
     return readInfoHeader(dib, 0, 0);
 }
 
@@ -149,7 +149,7 @@ std::vector<uint8_t> compositeOverColour(std::span<const uint8_t> bytes, const D
     if (left >= right || top >= bottom) return {};
     std::vector<uint8_t> out =
         makePackedDib(static_cast<int32_t>(right - left), static_cast<int32_t>(bottom - top), 24);
-    const std::optional<DibInfo> target = readPackedDibInfo(out);
+    const std::optional<DibInfo> target = getDibInfo(out);
     if (!target) return {};
     // Each channel is p * alpha / 255 + background * (255 - alpha) / 255, both
     // quotients truncated: looked up rather than divided, since a large

@@ -35,7 +35,7 @@ constexpr std::size_t dibStride(int32_t width, int bitCount) {
 // where the file header says.
 std::optional<DibInfo> readBmpFileInfo(std::span<const uint8_t> file);
 // A packed DIB: the pixels follow the header and its colour table.
-std::optional<DibInfo> readPackedDibInfo(std::span<const uint8_t> dib);
+std::optional<DibInfo> getDibInfo(std::span<const uint8_t> dib);
 
 // Pixels of 24- and 32-bit pictures as 0xAABBGGRR (alpha 0 for 24 bits), y
 // counted from the top row. kNoPixel outside the picture or at other depths.

@@ -145,7 +145,7 @@ class AlertBox : public Dialog {
             }
         }
         if (!picture_) picture_ = loadBitmapResourceDib(kDefaultPictureId);
-        if (picture_) pictureInfo_ = readPackedDibInfo(*picture_);
+        if (picture_) pictureInfo_ = getDibInfo(*picture_);
         if (!pictureInfo_) picture_.reset();
         if (!picture_ || !button) return;
 

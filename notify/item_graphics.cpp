@@ -149,7 +149,7 @@ std::optional<std::vector<uint8_t>> pictureFromBitmapFile(std::span<const uint8_
     const std::optional<DibInfo> source = readBmpFileInfo(file);
     if (!source || source->bitCount != 32) return std::nullopt;
     std::vector<uint8_t> picture = makePackedDib(source->width, source->height, 32);
-    const std::optional<DibInfo> target = readPackedDibInfo(picture);
+    const std::optional<DibInfo> target = getDibInfo(picture);
     if (!target) return std::nullopt;
     for (int y = 0; y < source->height; ++y)
         for (int x = 0; x < source->width; ++x)

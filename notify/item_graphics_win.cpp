@@ -219,7 +219,7 @@ std::optional<Picture> loadBitmapResourceDib(int resourceId) {
 }
 
 bool drawPicture(HDC dc, int x, int y, const Picture& picture) {
-    const std::optional<DibInfo> info = readPackedDibInfo(picture);
+    const std::optional<DibInfo> info = getDibInfo(picture);
     if (!info) return false;
     const auto* header = reinterpret_cast<const BITMAPINFO*>(picture.data());
     return SetDIBitsToDevice(dc, x, y, info->width, info->height, 0, 0, 0, info->height,
@@ -227,7 +227,7 @@ bool drawPicture(HDC dc, int x, int y, const Picture& picture) {
 }
 
 bool drawPictureOver(HDC dc, int x, int y, const Picture& picture, COLORREF background) {
-    const std::optional<DibInfo> info = readPackedDibInfo(picture);
+    const std::optional<DibInfo> info = getDibInfo(picture);
     if (!info) return false;
     if (info->bitCount != 32) return drawPicture(dc, x, y, picture);
     return drawPicture(dc, x, y, compositeOverColour(picture, *info, background));

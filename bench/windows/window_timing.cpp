@@ -174,7 +174,7 @@ int main(int argc, char** argv) {
         const std::optional<Picture> picture = loadGraphicFile(large);
         const auto t1 = Clock::now();
         if (picture) {
-            const std::optional<DibInfo> info = readPackedDibInfo(*picture);
+            const std::optional<DibInfo> info = getDibInfo(*picture);
             const Picture blended = compositeOverColour(*picture, *info, 0xE0F0FF);
             const auto t2 = Clock::now();
             std::printf("  of which: decoding %.1f ms, one blend %.1f ms\n",

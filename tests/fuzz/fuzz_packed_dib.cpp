@@ -9,7 +9,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const std::span<const uint8_t> bytes(data, size);
-    for (const std::optional<DibInfo>& info : {readBmpFileInfo(bytes), readPackedDibInfo(bytes)}) {
+    for (const std::optional<DibInfo>& info : {readBmpFileInfo(bytes), getDibInfo(bytes)}) {
         if (!info || static_cast<uint64_t>(info->width) * info->height > 1 << 20) continue;
         uint32_t sum = 0;
         for (int y = 0; y < info->height; ++y)

@@ -41,10 +41,10 @@ std::vector<uint8_t> bmpFile(const std::vector<uint8_t>& dib) {
 // One source pixel (0xAABBGGRR) over one colour.
 uint32_t blendOne(uint32_t pixel, uint32_t colour) {
     std::vector<uint8_t> src = makePackedDib(1, 1, 32);
-    const DibInfo info = *readPackedDibInfo(src);
+    const DibInfo info = *getDibInfo(src);
     setDibPixel(src, info, 0, 0, pixel);
     const std::vector<uint8_t> out = compositeOverColour(src, info, colour);
-    const std::optional<DibInfo> outInfo = readPackedDibInfo(out);
+    const std::optional<DibInfo> outInfo = getDibInfo(out);
     if (!outInfo || outInfo->bitCount != 24) return kNoPixel;
     return getDibPixel(out, *outInfo, 0, 0);
 }
@@ -81,7 +81,7 @@ TEST(PackedDib, BlendTruncatesEachQuotient) {
         EXPECT_EQ(blendOne(c.pixel, c.colour), c.want)
             << std::hex << c.pixel << " over " << c.colour;
     std::vector<uint8_t> deep24 = makePackedDib(2, 2, 24);
-    EXPECT_TRUE(compositeOverColour(deep24, *readPackedDibInfo(deep24), 0).empty());
+    EXPECT_TRUE(compositeOverColour(deep24, *getDibInfo(deep24), 0).empty());
 }
 
 // Each pixel opaque with its own x and y, so a part's pixels tell where they
@@ -89,7 +89,7 @@ TEST(PackedDib, BlendTruncatesEachQuotient) {
 TEST(PackedDib, BlendOfAPartIsClippedPaddedAndBottomUp) {
     for (int32_t height : {4, -4}) {  // bottom-up and top-down sources
         std::vector<uint8_t> src = dib(5, height, 32);
-        const DibInfo in = *readPackedDibInfo(src);
+        const DibInfo in = *getDibInfo(src);
         for (int y = 0; y < 4; ++y)
             for (int x = 0; x < 5; ++x) setDibPixel(src, in, x, y, 0xFF000000u | y << 8 | x);
         // The top-left pixel sits in the last stored row when bottom-up.
@@ -117,7 +117,7 @@ TEST(PackedDib, BlendOfAPartIsClippedPaddedAndBottomUp) {
             const std::size_t stride = (c.width * 3 + 3) / 4 * 4;
             ASSERT_EQ(out.size(), 40 + c.height * stride);
             EXPECT_EQ(get32(out, 20), c.height * stride);  // the image size field
-            const std::optional<DibInfo> o = readPackedDibInfo(out);
+            const std::optional<DibInfo> o = getDibInfo(out);
             ASSERT_TRUE(o && o->width == c.width && o->height == c.height && o->bottomUp);
             for (int y = 0; y < c.height; ++y) {
                 for (int x = 0; x < c.width; ++x)
@@ -132,7 +132,7 @@ TEST(PackedDib, BlendOfAPartIsClippedPaddedAndBottomUp) {
 
 TEST(PackedDib, PixelsOutsideThePicture) {
     std::vector<uint8_t> bytes = makePackedDib(3, 2, 32);
-    const DibInfo info = *readPackedDibInfo(bytes);
+    const DibInfo info = *getDibInfo(bytes);
     for (auto [x, y] : {std::pair{-1, 0}, {0, -1}, {3, 0}, {0, 2}}) {
         EXPECT_EQ(getDibPixel(bytes, info, x, y), kNoPixel);
         EXPECT_FALSE(setDibPixel(bytes, info, x, y, 0));
@@ -193,13 +193,13 @@ TEST(PackedDib, FileHeadersAreReadAndLiesRefused) {
     // entries needs 1024 bytes more than the pixels.
     std::vector<uint8_t> paletted = makePackedDib(4, 4, 24);
     paletted[14] = 8;
-    EXPECT_FALSE(readPackedDibInfo(paletted));
+    EXPECT_FALSE(getDibInfo(paletted));
     paletted.resize(40 + 1024 + 16);
-    const std::optional<DibInfo> withTable = readPackedDibInfo(paletted);
+    const std::optional<DibInfo> withTable = getDibInfo(paletted);
     ASSERT_TRUE(withTable);
     EXPECT_EQ(withTable->bitsOffset, 40u + 1024u);
     put32(paletted, 32, 257);  // more colours than 8 bits can index
-    EXPECT_FALSE(readPackedDibInfo(paletted));
+    EXPECT_FALSE(getDibInfo(paletted));
 }
 
 // By the extension of what comes before the first "/", in the 260 characters a
@@ -263,7 +263,7 @@ TEST(ItemGraphics, CreatorsDepthsColourTablesAndStrides) {
     for (const auto& c : tables) {
         SCOPED_TRACE(c.depth);
         const std::vector<uint8_t> bytes = makeColourTableDib(c.width, 2, c.depth);
-        const std::optional<DibInfo> info = readPackedDibInfo(bytes);
+        const std::optional<DibInfo> info = getDibInfo(bytes);
         ASSERT_TRUE(info);
         EXPECT_EQ(get32(bytes, 32), c.colours);  // colours used
         EXPECT_EQ(get32(bytes, 36), c.colours);  // colours important
@@ -283,7 +283,7 @@ TEST(ItemGraphics, DecoderRowsBecomeBottomUpPicturesOfEitherDepth) {
     for (int bits : {32, 24}) {
         SCOPED_TRACE(bits);
         const std::vector<uint8_t> bytes = packedDibFromBgraRows(rows, 16, 3, 2, bits);
-        const std::optional<DibInfo> info = readPackedDibInfo(bytes);
+        const std::optional<DibInfo> info = getDibInfo(bytes);
         ASSERT_TRUE(info);
         EXPECT_TRUE(info->bitCount == bits && info->bottomUp);
         const uint32_t alpha = bits == 32 ? 0xFF000000 : 0;
@@ -297,7 +297,7 @@ TEST(ItemGraphics, DecoderRowsBecomeBottomUpPicturesOfEitherDepth) {
     std::vector<uint8_t> bgr(2 * 12, 0);
     bgr[12] = 0x30, bgr[13] = 0x20, bgr[14] = 0x10;  // bottom-left: red 0x10
     const std::vector<uint8_t> bytes = packedDibFromBgrRows(bgr, 12, 3, 2);
-    const std::optional<DibInfo> info = readPackedDibInfo(bytes);
+    const std::optional<DibInfo> info = getDibInfo(bytes);
     ASSERT_TRUE(info);
     EXPECT_EQ(getDibPixel(bytes, *info, 0, 1), 0x302010u);
 }
@@ -322,7 +322,7 @@ TEST(ItemGraphics, OnlyThirtyTwoBitFilesAreCopiedWithTheirAlpha) {
         setDibPixel(file, *readBmpFileInfo(file), 1, 0, 0x80112233);  // top right, half alpha
         const std::optional<std::vector<uint8_t>> picture = pictureFromBitmapFile(file);
         ASSERT_TRUE(picture) << height;
-        const std::optional<DibInfo> out = readPackedDibInfo(*picture);
+        const std::optional<DibInfo> out = getDibInfo(*picture);
         ASSERT_TRUE(out && out->bottomUp && out->bitCount == 32);
         EXPECT_EQ(getDibPixel(*picture, *out, 1, 0), 0x80112233u) << height;
         EXPECT_EQ(getDibPixel(*picture, *out, 0, 1), 0u) << height;

@@ -38,7 +38,7 @@ struct ScratchFolder {
 };
 
 DibInfo infoOf(const Picture& picture) {
-    const std::optional<DibInfo> info = readPackedDibInfo(picture);
+    const std::optional<DibInfo> info = getDibInfo(picture);
     return info ? *info : DibInfo{};
 }
 
@@ -185,7 +185,7 @@ TEST(ItemGraphicsDrawing, PicturesLandPixelForPixelWhereAsked) {
     // 4 bits through the colour table: the pixels start after 16 entries.
     const uint32_t table[16] = {0x000000, 0x0000FF, 0x00FF00};  // blue, green as RGBQUAD
     Picture indexed = makeColourTableDib(2, 1, 4, table);
-    indexed[readPackedDibInfo(indexed)->bitsOffset] = 0x12;  // left 1, right 2
+    indexed[getDibInfo(indexed)->bitsOffset] = 0x12;  // left 1, right 2
     ASSERT_TRUE(drawPicture(canvas.dc(), 0, 0, indexed));
     EXPECT_EQ(canvas.at(0, 0), 0xFF0000u);  // COLORREF blue
     EXPECT_EQ(canvas.at(1, 0), 0x00FF00u);
