@@ -24,15 +24,14 @@ bool isGuidText(const std::string& text) {
     return std::regex_match(text, guid);
 }
 
-class AboutBox : public testing::Test {
+class AboutBox : public SettingsTest {
   protected:
     void SetUp() override { mute_ = setSoundMute(1); }
     void TearDown() override {
         setSoundMute(mute_);
-        settings() = saved_;
+        SettingsTest::TearDown();
     }
     uint32_t mute_ = 0;
-    Settings saved_ = settings();
 };
 
 TEST_F(AboutBox, ShowsNameVersionAndNoticeAndIgnoresEscape) {

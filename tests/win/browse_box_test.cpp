@@ -101,11 +101,7 @@ class HttpHandler {
     std::string old_;
 };
 
-class BrowseBox : public testing::Test {
-  protected:
-    void TearDown() override { settings() = saved_; }
-    Settings saved_ = settings();
-};
+using BrowseBox = SettingsTest;
 
 TEST_F(BrowseBox, ShowsEveryFieldAndLabelAtAHeightWhereAllShow) {
     for (uint32_t soft : {0u, 3u}) {

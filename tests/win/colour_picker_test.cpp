@@ -133,7 +133,7 @@ TEST_F(ColourPickerTest, TableEntriesAreChosenAddedAndDeletedAndNoLineIsLost) {
     // Cancel keeps the colour; the table's changes were saved as they were made.
     EXPECT_EQ(colour, 0x000E41B7u);
     EXPECT_EQ(readAll(table), "Sky=135,206,0\nMoss=135,206,0\n; kept by hand\nbroken=1,2\n");
-    EXPECT_EQ(GetFileAttributesA((table + ".tmp").c_str()), INVALID_FILE_ATTRIBUTES);
+    EXPECT_FALSE(pathExists(table + ".tmp"));
 }
 
 // Enter in the name field adds the colour rather than closing; Add without a

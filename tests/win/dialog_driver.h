@@ -8,7 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include "base/win_headers.h"
+#include "settings/settings.h"
 #include "ui/dialog_win.h"
 
 class DialogDriver {
@@ -79,6 +82,14 @@ class HeldKey {
     BYTE saved_[256] = {};
 };
 
+// A test that changes the process's settings record: the record comes back
+// as it was after each test.
+class SettingsTest : public testing::Test {
+  protected:
+    void TearDown() override { settings() = saved_; }
+    Settings saved_ = settings();
+};
+
 // Clicks Help and checks that the manual opened at referenc.html#topic (a
 // recorder stands in for the browser) and that the dialog stayed open.
 void expectHelpOpensTopic(HWND dialog, const std::string& topic);
@@ -99,6 +110,9 @@ class TestMainWindow {
     bool ownClass_ = false;
     HWND hwnd_ = nullptr;
 };
+
+// The shortcut "Heralder.lnk" in the user's Startup folder, there or not.
+std::string startupLinkPath();
 
 // Everything a run leaves in the user's folders, gone: settings, backups, seen
 // list, pictures.

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "base/crt_text.h"
 #include "dialogs/init_config.h"
 #include "dialogs/init_config_box_win.h"
 #include "dialogs/startup_manager_win.h"
@@ -36,26 +37,17 @@ constexpr char kNewsletterText[] =
 constexpr char kWarningStart[] =
     "There is an earlier installation of Heralder installed on your system.\n\nPlease open the ";
 
-bool fileExists(const std::string& path) {
-    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
-}
-
-class InitConfig : public testing::Test {
+class InitConfig : public SettingsTest {
   protected:
     void SetUp() override {
         ASSERT_TRUE(ensureDataFolders());
-        std::string startup = getSpecialFolderPath(CSIDL_STARTUP).value_or("");
-        ASSERT_FALSE(startup.empty());
-        if (startup.back() != '\\') startup += '\\';
-        link_ = startup + "Heralder.lnk";
         oldIni_ = getUserDataPath(kOldInstallationFile);
-        oldFolder_ = scratchFolder("heralder_init_config_test");
         removeFiles();
         settings().InitConfigDone = 0;
     }
     void TearDown() override {
         removeFiles();
-        settings() = saved_;
+        SettingsTest::TearDown();
     }
     void removeFiles() {
         DeleteFileA(link_.c_str());
@@ -66,16 +58,11 @@ class InitConfig : public testing::Test {
     void makeOldInstallation(const std::string& folder, bool withProgram) {
         WritePrivateProfileStringA(kOldInstallationSection, kOldInstallationKey, folder.c_str(),
                                    oldIni_.c_str());
-        if (withProgram) {
-            HANDLE file = CreateFileA((oldFolder_ + kOldInstallationProgram).c_str(), GENERIC_WRITE,
-                                      0, nullptr, CREATE_ALWAYS, 0, nullptr);
-            ASSERT_NE(file, INVALID_HANDLE_VALUE);
-            CloseHandle(file);
-        }
+        if (withProgram) ASSERT_TRUE(writeFileBytes(oldFolder_ + kOldInstallationProgram, {}));
     }
 
-    std::string link_, oldIni_, oldFolder_;
-    Settings saved_ = settings();
+    std::string link_ = startupLinkPath(), oldIni_;
+    std::string oldFolder_ = scratchFolder("heralder_init_config_test");
 };
 
 // Help opens the manual and leaves the window open.
@@ -173,7 +160,7 @@ TEST_F(InitConfig, CloseStoresAndAppliesTheChoiceEscapeOnlyMarksItDone) {
         EXPECT_TRUE(driver.ran());
         EXPECT_EQ(settings().InitConfigDone, 1u);
         EXPECT_EQ(settings().StartupOptions, c.wantStored);
-        EXPECT_EQ(fileExists(link_), c.wantLink);
+        EXPECT_EQ(pathExists(link_), c.wantLink);
     }
 }
 
@@ -187,7 +174,7 @@ TEST_F(InitConfig, DoneBeforeShowsNothingAndSkipsTheOldInstallationCheck) {
     for (DWORD start = GetTickCount(); GetTickCount() - start < 100;)
         if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
     EXPECT_FALSE(driver.ran());
-    EXPECT_FALSE(fileExists(link_));
+    EXPECT_FALSE(pathExists(link_));
     EXPECT_EQ(settings().StartupOptions, kStartupAutomatic);
 }
 

@@ -75,30 +75,23 @@ std::vector<UpdateItem> alerts(int count, int32_t firstNumber = 3001) {
     return items;
 }
 
-class MultipleItemPrompt : public testing::Test {
+class MultipleItemPrompt : public SettingsTest {
   protected:
     void SetUp() override {
-        folder_ = scratchFolder("heralder_prompt_test");
-        list_ = folder_ + "Heralder.lst";
         DeleteFileA(list_.c_str());
-        std::string startup = getSpecialFolderPath(CSIDL_STARTUP).value_or(std::string());
-        ASSERT_FALSE(startup.empty());
-        if (startup.back() != '\\') startup += '\\';
-        link_ = startup + "Heralder.lnk";
         settings() = Settings{};
         settings().CurrentTransactionDate = "11-22-2026";
     }
     void TearDown() override {
         DeleteFileA(list_.c_str());
         DeleteFileA(link_.c_str());
-        settings() = saved_;
+        SettingsTest::TearDown();
     }
 
     std::string seenFile() { return readFileBytes(list_).value_or(""); }
-    bool linkExists() { return GetFileAttributesA(link_.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-    Settings saved_ = settings();
-    std::string folder_, list_, link_;
+    std::string list_ = scratchFolder("heralder_prompt_test") + "Heralder.lst";
+    std::string link_ = startupLinkPath();
 };
 
 // Help opens the manual and leaves the box open.
@@ -171,7 +164,7 @@ TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOut) {
         SCOPED_TRACE(c.choice);
         DeleteFileA(list_.c_str());
         applyStartupOption(nullptr, kStartupAutomatic);
-        ASSERT_TRUE(linkExists());
+        ASSERT_TRUE(pathExists(link_));
         Settings record;
         record.StartupOptions = kStartupAutomatic;
         SeenList seen(list_);
@@ -185,7 +178,7 @@ TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOut) {
         EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 3, record, seen), c.goOn);
         EXPECT_EQ(seenFile(), c.seenAfter);
         EXPECT_EQ(record.StartupOptions, c.startupAfter);
-        EXPECT_EQ(linkExists(), c.linkAfter);
+        EXPECT_EQ(pathExists(link_), c.linkAfter);
     }
 }
 

@@ -69,11 +69,7 @@ void typeText(HWND box, int id, const char* text) {
     SetDlgItemTextA(box, id, text);  // sends EN_CHANGE as typing does
 }
 
-class SetupBoxTest : public testing::Test {
-  protected:
-    void TearDown() override { settings() = saved_; }
-    Settings saved_ = settings();
-};
+using SetupBoxTest = SettingsTest;
 
 TEST_F(SetupBoxTest, ShowsItsTextsAndTheRecordsValues) {
     for (uint32_t softButtons : {0u, 1u, 2u, 3u}) {

@@ -19,7 +19,7 @@
 
 namespace {
 
-class SystemInfo : public testing::Test {
+class SystemInfo : public SettingsTest {
   protected:
     void SetUp() override {
         ASSERT_TRUE(ensureDataFolders());
@@ -31,11 +31,10 @@ class SystemInfo : public testing::Test {
     }
     void TearDown() override {
         for (const std::string& file : files_) DeleteFileA(file.c_str());
-        settings() = saved_;
+        SettingsTest::TearDown();
     }
     std::string settingsFile_;
     std::vector<std::string> files_;
-    Settings saved_ = settings();
 };
 
 TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
