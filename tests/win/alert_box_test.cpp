@@ -73,22 +73,18 @@ class NotifyWindows : public testing::Test {
         deleteFilesIn(imagesFolder());
     }
 
-    int runAlert(UpdateItem& item, const DialogDriver::Script& script) {
+    // The alert window, or the version notice when version is set.
+    int runWindow(bool version, UpdateItem& item, const DialogDriver::Script& script) {
+        const NotifyLook look{font_.get(), brush_.get()};
         return runDriven(
             [&] {
-                return showAlertBox(nullptr, item, {font_.get(), brush_.get()}, settings_);
+                return version ? showVersionBox(nullptr, item, look, settings_, installed_)
+                               : showAlertBox(nullptr, item, look, settings_);
             },
             script);
     }
-    // The alert window, or the version notice when version is set.
-    int runWindow(bool version, UpdateItem& item, const DialogDriver::Script& script) {
-        if (!version) return runAlert(item, script);
-        return runDriven(
-            [&] {
-                return showVersionBox(nullptr, item, {font_.get(), brush_.get()}, settings_,
-                                      installed_);
-            },
-            script);
+    int runAlert(UpdateItem& item, const DialogDriver::Script& script) {
+        return runWindow(false, item, script);
     }
 
     static std::string imagesFolder() { return getUserHeralderPath("images") + "\\"; }
