@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "app/app_win.h"
 #include "app/main_window_win.h"
 #include "resources/resource.h"
@@ -92,6 +94,82 @@ void pumpDialog(HWND dialog, DWORD ms) {
     } while (GetTickCount() - start < ms);
 }
 
+INT_PTR runDriven(const std::function<INT_PTR()>& open, const DialogDriver::Script& script) {
+    DialogDriver driver(script);
+    const INT_PTR result = open();
+    EXPECT_TRUE(driver.ran()) << "no dialog appeared";
+    return result;
+}
+
+std::string messageShownBy(const std::function<void()>& action) {
+    std::string text;
+    DialogDriver driver([&](HWND box) {
+        text = itemText(box, IDC_MESSAGETEXT);
+        clickItem(box, IDC_BUTTON1);
+    });
+    action();
+    return text;
+}
+
+void notifyDialog(HWND dialog, int id, UINT code) {
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code),
+                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
+}
+
+std::vector<std::string> comboEntries(HWND dialog, int id) {
+    std::vector<std::string> entries;
+    const LRESULT count = SendDlgItemMessageA(dialog, id, CB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        char text[256] = {};
+        SendDlgItemMessageA(dialog, id, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
+        entries.push_back(text);
+    }
+    return entries;
+}
+
+std::vector<std::string> listEntries(HWND dialog, int id) {
+    std::vector<std::string> entries;
+    const LRESULT count = SendDlgItemMessageA(dialog, id, LB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        char text[300] = {};
+        SendDlgItemMessageA(dialog, id, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text));
+        entries.push_back(text);
+    }
+    return entries;
+}
+
+std::pair<int, int> upDownRange(HWND dialog, int id) {
+    int low = 0, high = 0;
+    SendDlgItemMessageA(dialog, id, UDM_GETRANGE32, reinterpret_cast<WPARAM>(&low),
+                        reinterpret_cast<LPARAM>(&high));
+    return {low, high};
+}
+
+LOGFONTA fontOf(HWND control) {
+    LOGFONTA font = {};
+    GetObjectA(reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0)), sizeof font,
+               &font);
+    return font;
+}
+
+int windowHeight(HWND hwnd) {
+    RECT r = {};
+    GetWindowRect(hwnd, &r);
+    return r.bottom - r.top;
+}
+
+HeldKey::HeldKey(UINT vk) {
+    GetKeyboardState(saved_);
+    BYTE held[256];
+    std::copy(saved_, saved_ + 256, held);
+    held[vk] = 0x80;
+    SetKeyboardState(held);
+}
+
+HeldKey::~HeldKey() {
+    SetKeyboardState(saved_);
+}
+
 void expectHelpOpensTopic(HWND dialog, const std::string& topic) {
     const Settings saved = settings();
     settings().DocumentBrowserPath = recorderPath();
@@ -124,6 +202,13 @@ TestMainWindow::~TestMainWindow() {
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
     }
     if (ownClass_) UnregisterClassA(kMainWindowClass, GetModuleHandleA(nullptr));
+}
+
+std::string startupLinkPath() {
+    std::string folder = getSpecialFolderPath(CSIDL_STARTUP).value_or("");
+    EXPECT_FALSE(folder.empty()) << "no Startup folder";
+    if (!folder.empty() && folder.back() != '\\') folder += '\\';
+    return folder + "Heralder.lnk";
 }
 
 void clearUserData() {

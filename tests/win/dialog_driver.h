@@ -5,8 +5,13 @@
 // dialog shows and act on it the way a user would (clicks, keys).
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
 
 #include "base/win_headers.h"
+#include "settings/settings.h"
 #include "ui/dialog_win.h"
 
 class DialogDriver {
@@ -46,6 +51,45 @@ bool itemEnabled(HWND dialog, int id);
 // would, for at least ms milliseconds.
 void pumpDialog(HWND dialog, DWORD ms = 0);
 
+// Runs open() while a driver plays script against the dialog it shows; a
+// dialog that never appears fails the test. Gives back what open() returned.
+INT_PTR runDriven(const std::function<INT_PTR()>& open, const DialogDriver::Script& script);
+// The text of the message box that action opens, answered with its first
+// button; "" when none opened.
+std::string messageShownBy(const std::function<void()>& action);
+
+// Sends control id's notification code to the dialog, as the control does.
+void notifyDialog(HWND dialog, int id, UINT code);
+// The entries of a combo box or of a list box, in list order.
+std::vector<std::string> comboEntries(HWND dialog, int id);
+std::vector<std::string> listEntries(HWND dialog, int id);
+// The range of up-down control id, low first.
+std::pair<int, int> upDownRange(HWND dialog, int id);
+// The font a control draws its text with.
+LOGFONTA fontOf(HWND control);
+int windowHeight(HWND hwnd);
+
+// Holds a key down in this thread's keyboard state while alive, as a user
+// holding Shift or Ctrl would; the previous state comes back afterwards.
+class HeldKey {
+  public:
+    explicit HeldKey(UINT vk);
+    ~HeldKey();
+    HeldKey(const HeldKey&) = delete;
+    HeldKey& operator=(const HeldKey&) = delete;
+
+  private:
+    BYTE saved_[256] = {};
+};
+
+// A test that changes the process's settings record: the record comes back
+// as it was after each test.
+class SettingsTest : public testing::Test {
+  protected:
+    void TearDown() override { settings() = saved_; }
+    Settings saved_ = settings();
+};
+
 // Clicks Help and checks that the manual opened at referenc.html#topic (a
 // recorder stands in for the browser) and that the dialog stayed open.
 void expectHelpOpensTopic(HWND dialog, const std::string& topic);
@@ -66,6 +110,9 @@ class TestMainWindow {
     bool ownClass_ = false;
     HWND hwnd_ = nullptr;
 };
+
+// The shortcut "Heralder.lnk" in the user's Startup folder, there or not.
+std::string startupLinkPath();
 
 // Everything a run leaves in the user's folders, gone: settings, backups, seen
 // list, pictures.

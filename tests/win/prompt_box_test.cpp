@@ -1,7 +1,7 @@
-// The multiple-items prompt under Wine: the real box from its template, its
-// texts, the count field, OK waiting for a choice, Escape ignored, and each
-// answer carried out on a real seen list and Startup folder. The threshold is
-// checked by the run's own tests and in heralder.exe (prompt_process_test).
+// The multiple-items prompt under Wine, from its template: its texts, the
+// count field, OK waiting for a choice, Escape ignored, and each answer carried
+// out on a real seen list and Startup folder. The threshold is checked by the
+// run's own tests and in heralder.exe (prompt_process_test).
 #include <gtest/gtest.h>
 
 #include <string>
@@ -75,32 +75,26 @@ std::vector<UpdateItem> alerts(int count, int32_t firstNumber = 3001) {
     return items;
 }
 
-class MultipleItemPrompt : public testing::Test {
+class MultipleItemPrompt : public SettingsTest {
   protected:
     void SetUp() override {
-        folder_ = scratchFolder("heralder_prompt_test");
-        list_ = folder_ + "Heralder.lst";
         DeleteFileA(list_.c_str());
-        std::string startup = getSpecialFolderPath(CSIDL_STARTUP).value_or(std::string());
-        ASSERT_FALSE(startup.empty());
-        if (startup.back() != '\\') startup += '\\';
-        link_ = startup + "Heralder.lnk";
         settings() = Settings{};
         settings().CurrentTransactionDate = "11-22-2026";
     }
     void TearDown() override {
         DeleteFileA(list_.c_str());
         DeleteFileA(link_.c_str());
-        settings() = saved_;
+        SettingsTest::TearDown();
     }
 
     std::string seenFile() { return readFileBytes(list_).value_or(""); }
-    bool linkExists() { return GetFileAttributesA(link_.c_str()) != INVALID_FILE_ATTRIBUTES; }
 
-    Settings saved_ = settings();
-    std::string folder_, list_, link_;
+    std::string list_ = scratchFolder("heralder_prompt_test") + "Heralder.lst";
+    std::string link_ = startupLinkPath();
 };
 
+// Help opens the manual and leaves the box open.
 TEST_F(MultipleItemPrompt, ShowsItsTextsAndOkWaitsForAChoiceWhileEscapeDoesNothing) {
     for (uint32_t soft : {0u, 2u}) {
         SCOPED_TRACE(soft);
@@ -125,11 +119,7 @@ TEST_F(MultipleItemPrompt, ShowsItsTextsAndOkWaitsForAChoiceWhileEscapeDoesNothi
             EXPECT_FALSE(GetDlgItem(box, IDC_CANCELBUTTON));
             // The user's own threshold, not the template's 6, within 2..32760.
             EXPECT_EQ(itemText(box, IDC_PROMPT_COUNT), "9");
-            int low = 0, high = 0;
-            SendDlgItemMessageA(box, IDC_PROMPT_COUNT_UPDOWN, UDM_GETRANGE32,
-                                reinterpret_cast<WPARAM>(&low), reinterpret_cast<LPARAM>(&high));
-            EXPECT_EQ(low, 2);
-            EXPECT_EQ(high, 32760);
+            EXPECT_EQ(upDownRange(box, IDC_PROMPT_COUNT_UPDOWN), std::make_pair(2, 32760));
 
             EXPECT_FALSE(itemEnabled(box, IDC_BUTTON1));
             pressKey(box, VK_ESCAPE);
@@ -144,6 +134,7 @@ TEST_F(MultipleItemPrompt, ShowsItsTextsAndOkWaitsForAChoiceWhileEscapeDoesNothi
             pumpDialog(box, 50);
             EXPECT_TRUE(IsWindowVisible(box));
             saveWindowScreenshot(box, "prompt_soft" + std::to_string(soft));
+            expectHelpOpensTopic(box, "NOTIFICATION");
             clickItem(box, IDC_BUTTON1);
         });
         EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 27, record, seen), 0);
@@ -173,7 +164,7 @@ TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOut) {
         SCOPED_TRACE(c.choice);
         DeleteFileA(list_.c_str());
         applyStartupOption(nullptr, kStartupAutomatic);
-        ASSERT_TRUE(linkExists());
+        ASSERT_TRUE(pathExists(link_));
         Settings record;
         record.StartupOptions = kStartupAutomatic;
         SeenList seen(list_);
@@ -187,7 +178,7 @@ TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOut) {
         EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 3, record, seen), c.goOn);
         EXPECT_EQ(seenFile(), c.seenAfter);
         EXPECT_EQ(record.StartupOptions, c.startupAfter);
-        EXPECT_EQ(linkExists(), c.linkAfter);
+        EXPECT_EQ(pathExists(link_), c.linkAfter);
     }
 }
 
@@ -210,19 +201,6 @@ TEST_F(MultipleItemPrompt, TypedCountIsKeptWithinItsRange) {
         EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 6, record, seen), 1);
         EXPECT_EQ(record.PromptMultipleCount, c.stored);
     }
-}
-
-TEST_F(MultipleItemPrompt, HelpOpensTheNotificationTopicAndTheBoxStays) {
-    Settings record;
-    SeenList seen(list_);
-    std::vector<UpdateItem> items = alerts(2);
-    DialogDriver driver([&](HWND box) {
-        expectHelpOpensTopic(box, "NOTIFICATION");
-        clickItem(box, IDC_PROMPT_SHOW_NOW);
-        clickItem(box, IDC_BUTTON1);
-    });
-    EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 2, record, seen), 1);
-    EXPECT_TRUE(driver.ran());
 }
 
 }  // namespace

@@ -188,30 +188,23 @@ TEST_F(SoftButtons, TheMouseLightsAButtonUntilItLeaves) {
 
 // ---- Faces drawn off screen in every state ---------------------------------------
 
-struct StateColumn {
+constexpr struct {
     const char* name;
-    SoftButtonFace face;
-};
+    bool isDefault, focused, pressed, hot, disabled;
+} kStates[] = {{"normal", 0, 0, 0, 0, 0},  {"default", 1, 0, 0, 0, 0}, {"focused", 1, 1, 0, 0, 0},
+               {"pressed", 1, 1, 1, 0, 0}, {"hot", 0, 0, 0, 1, 0},     {"disabled", 0, 0, 0, 0, 1}};
 
-std::vector<StateColumn> stateColumns(uint32_t style, HFONT font, bool highContrast) {
-    const struct {
-        const char* name;
-        bool isDefault, focused, pressed, hot, disabled;
-    } states[] = {{"normal", 0, 0, 0, 0, 0},  {"default", 1, 0, 0, 0, 0},
-                  {"focused", 1, 1, 0, 0, 0}, {"pressed", 1, 1, 1, 0, 0},
-                  {"hot", 0, 0, 0, 1, 0},     {"disabled", 0, 0, 0, 0, 1}};
-    std::vector<StateColumn> columns;
-    for (const auto& s : states) {
-        SoftButtonFace face;
-        face.style = style;
-        face.text = "&Dismiss";
-        face.font = font;
-        face.highContrast = highContrast;
-        face.isDefault = s.isDefault, face.focused = s.focused, face.pressed = s.pressed;
-        face.hot = s.hot, face.disabled = s.disabled;
-        columns.push_back({s.name, face});
-    }
-    return columns;
+SoftButtonFace faceIn(uint32_t style, HFONT font, int state) {
+    SoftButtonFace face;
+    face.style = style;
+    face.text = "&Dismiss";
+    face.font = font;
+    face.isDefault = kStates[state].isDefault;
+    face.focused = kStates[state].focused;
+    face.pressed = kStates[state].pressed;
+    face.hot = kStates[state].hot;
+    face.disabled = kStates[state].disabled;
+    return face;
 }
 
 // The dialogs' font at a given pixel height.
@@ -220,29 +213,27 @@ UniqueFont dialogFont(int height, DWORD quality = DEFAULT_QUALITY) {
                                   0, "MS Shell Dlg"));
 }
 
+// A picture per style: a row at the usual 75 x 23 at 96 dpi and one at 150 %,
+// one column per state under its name.
 TEST_F(SoftButtons, EveryStateLooksDifferentAndPicturesAreSaved) {
-    // Two rows per style: the usual 75 x 23 at 96 dpi and the same at 150 %.
     const struct { int width, height, fontHeight; } scales[] = {{75, 23, 11}, {112, 35, 16}};
-    constexpr int kGap = 12, kLabel = 18, kColumns = 6;
-    const int width = kGap + kColumns * (scales[1].width + kGap);
-    const int height = kLabel + kGap + scales[0].height + kGap + scales[1].height + kGap;
+    constexpr int kGap = 12, kLabel = 18, kColumn = 112 + kGap;
+    UniqueFont labelFont = dialogFont(11);
     for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style) {
         SCOPED_TRACE(kStyleNames[style]);
-        Canvas picture(width, height, GetSysColor(COLOR_BTNFACE));
+        Canvas picture(kGap + 6 * kColumn, kLabel + 3 * kGap + 23 + 35, GetSysColor(COLOR_BTNFACE));
+        SelectObject(picture.dc(), labelFont.get());
+        SetBkMode(picture.dc(), TRANSPARENT);
         int top = kLabel + kGap;
         for (const auto& scale : scales) {
             UniqueFont font = dialogFont(scale.fontHeight);
             std::set<std::vector<uint32_t>> looks;
-            const auto columns = stateColumns(style, font.get(), false);
-            for (int i = 0; i < kColumns; ++i) {
-                const int left = kGap + i * (scales[1].width + kGap);
-                RECT label{left, 4, left + scales[1].width, kLabel};
-                UniqueFont labelFont = dialogFont(11);
-                ScopedSelect select(picture.dc(), labelFont.get());
-                SetBkMode(picture.dc(), TRANSPARENT);
-                DrawTextA(picture.dc(), columns[i].name, -1, &label, DT_CENTER | DT_SINGLELINE);
-                RECT r{left, top, left + scale.width, top + scale.height};
-                paintSoftButton(picture.dc(), r, columns[i].face);
+            for (int i = 0; i < 6; ++i) {
+                const int left = kGap + i * kColumn;
+                RECT label{left, 4, left + kColumn - kGap, kLabel};
+                DrawTextA(picture.dc(), kStates[i].name, -1, &label, DT_CENTER | DT_SINGLELINE);
+                const RECT r{left, top, left + scale.width, top + scale.height};
+                paintSoftButton(picture.dc(), r, faceIn(style, font.get(), i));
                 looks.insert(picture.pixels(r));
             }
             EXPECT_EQ(looks.size(), 6u) << scale.width;
@@ -255,28 +246,26 @@ TEST_F(SoftButtons, EveryStateLooksDifferentAndPicturesAreSaved) {
 // With high contrast on the user chose every colour: only system colours may
 // appear (text drawn without smoothing so that edges add none).
 TEST_F(SoftButtons, HighContrastUsesSystemColoursOnly) {
-    const int sysColours[] = {COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT,
-                              COLOR_GRAYTEXT};
     std::set<uint32_t> allowed;
-    for (int c : sysColours) {
+    for (int c :
+         {COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, COLOR_GRAYTEXT}) {
         const COLORREF ref = GetSysColor(c);
         allowed.insert((GetRValue(ref) << 16) | (GetGValue(ref) << 8) | GetBValue(ref));
     }
     UniqueFont font = dialogFont(11, NONANTIALIASED_QUALITY);
-    constexpr int kWidth = 6 * 87 + 12, kHeight = 3 * 35 + 12;
-    Canvas picture(kWidth, kHeight, GetSysColor(COLOR_BTNFACE));
-    for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style) {
-        auto columns = stateColumns(style, font.get(), true);
+    Canvas picture(6 * 87 + 12, 3 * 35 + 12, GetSysColor(COLOR_BTNFACE));
+    for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style)
         for (int i = 0; i < 6; ++i) {
-            columns[i].face.focused = false;  // the focus dots invert what is under them
+            SoftButtonFace face = faceIn(style, font.get(), i);
+            face.highContrast = true;
+            face.focused = false;  // the focus dots invert what is under them
             const int left = 12 + i * 87, top = 12 + int(style - 1) * 35;
             const RECT r{left, top, left + 75, top + 23};
-            paintSoftButton(picture.dc(), r, columns[i].face);
+            paintSoftButton(picture.dc(), r, face);
             for (uint32_t p : picture.pixels(r))
                 ASSERT_TRUE(allowed.count(p))
-                    << kStyleNames[style] << " " << columns[i].name << " " << std::hex << p;
+                    << kStyleNames[style] << " " << kStates[i].name << " " << std::hex << p;
         }
-    }
     picture.save("soft_button_states_high_contrast");
 }
 

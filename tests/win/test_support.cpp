@@ -88,6 +88,10 @@ void deleteFilesIn(const std::string& folder) {
     FindClose(search);
 }
 
+bool pathExists(const std::string& path) {
+    return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
 std::string clipboardText() {
     std::string text;
     if (!OpenClipboard(nullptr)) return text;

@@ -46,5 +46,8 @@ void saveWindowScreenshot(HWND hwnd, const std::string& name);
 // Deletes the files (not the subfolders) of folder, which ends in a backslash.
 void deleteFilesIn(const std::string& folder);
 
+// A file or folder is there.
+bool pathExists(const std::string& path);
+
 // The clipboard's text, or "".
 std::string clipboardText();
