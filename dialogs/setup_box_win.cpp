@@ -246,11 +246,8 @@ class SetupBox : public Dialog {
         return row == CB_ERR ? std::string() : faceAt(static_cast<int>(row));
     }
 
-    // A text that is not a number reads as 0 and so as the smallest size.
     uint32_t fontSize() const {
-        const SpinRange range = spinEditRange(hwnd(), IDC_SETUP_FONTSIZE);
-        return static_cast<uint32_t>(
-            spinFieldValue(range, windowTextOf(item(IDC_SETUP_FONTSIZE)), 0));
+        return static_cast<uint32_t>(getSpinEditSetting(hwnd(), IDC_SETUP_FONTSIZE));
     }
 
     void buildPreview() {

@@ -59,7 +59,7 @@ class MultipleItemPrompt : public Dialog {
                 // Filling the field while the box opens is not the user's doing.
                 if (IsWindowVisible(hwnd()))
                     settings_.PromptMultipleCount =
-                        static_cast<uint32_t>(getSpinEditValue(hwnd(), IDC_PROMPT_COUNT));
+                        static_cast<uint32_t>(getSpinEditSetting(hwnd(), IDC_PROMPT_COUNT));
                 return;
             case IDC_BUTTON1:
                 // A posted IDOK arrives even while OK is disabled; no choice, no answer.

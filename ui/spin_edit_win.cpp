@@ -49,6 +49,10 @@ void showSpinEditSetting(HWND dialog, int id, uint32_t value) {
     SetDlgItemInt(dialog, id, value, FALSE);
 }
 
+int getSpinEditSetting(HWND dialog, int id) {
+    return spinFieldValue(spinEditRange(dialog, id), textOf(GetDlgItem(dialog, id)), 0);
+}
+
 int getSpinEditValue(HWND dialog, int id) {
     const SpinRange range = spinEditRange(dialog, id);
     int last = range.start;

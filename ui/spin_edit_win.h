@@ -27,6 +27,10 @@ void setSpinEditValue(HWND dialog, int id, long long value);
 // in range, and reading the field clamps it.
 void showSpinEditSetting(HWND dialog, int id, uint32_t value);
 
+// What a field holding a setting stores: the number typed, clamped; a field
+// emptied (or not a number) reads as 0, so as the range's minimum.
+int getSpinEditSetting(HWND dialog, int id);
+
 // The number the user typed, clamped to the range. Text that is not a number
 // (empty, letters, "12ab") gives the up-down control's position instead, the
 // last value set or stepped to, so a field cleared by mistake keeps its value.

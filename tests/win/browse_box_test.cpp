@@ -111,7 +111,7 @@ TEST_F(BrowseBox, ShowsEveryFieldAndLabelAtAHeightWhereAllShow) {
         const int result = runDriven(
             [&] {
                 return showBrowseBox(nullptr, fullItem(), record, [](const UpdateItem&) {
-                    return InstalledVersion{0x0443, 7};
+                    return InstalledVersion{0x0443, 7, 0, {}};
                 });
             },
             [&](HWND box) {

@@ -204,13 +204,6 @@ TestMainWindow::~TestMainWindow() {
     if (ownClass_) UnregisterClassA(kMainWindowClass, GetModuleHandleA(nullptr));
 }
 
-std::string startupLinkPath() {
-    std::string folder = getSpecialFolderPath(CSIDL_STARTUP).value_or("");
-    EXPECT_FALSE(folder.empty()) << "no Startup folder";
-    if (!folder.empty() && folder.back() != '\\') folder += '\\';
-    return folder + "Heralder.lnk";
-}
-
 void clearUserData() {
     deleteFilesIn(getUserHeralderPath("images\\"));
     deleteFilesIn(getUserHeralderPath(""));

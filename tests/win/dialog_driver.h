@@ -111,9 +111,6 @@ class TestMainWindow {
     HWND hwnd_ = nullptr;
 };
 
-// The shortcut "Heralder.lnk" in the user's Startup folder, there or not.
-std::string startupLinkPath();
-
 // Everything a run leaves in the user's folders, gone: settings, backups, seen
 // list, pictures.
 void clearUserData();

@@ -16,6 +16,7 @@
 #include "settings/settings.h"
 #include "settings/settings_file.h"
 #include "tests/win/dialog_driver.h"
+#include "tests/win/link_readers.h"
 #include "tests/win/process_driver.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
@@ -58,7 +59,9 @@ class InitConfig : public SettingsTest {
     void makeOldInstallation(const std::string& folder, bool withProgram) {
         WritePrivateProfileStringA(kOldInstallationSection, kOldInstallationKey, folder.c_str(),
                                    oldIni_.c_str());
-        if (withProgram) ASSERT_TRUE(writeFileBytes(oldFolder_ + kOldInstallationProgram, {}));
+        if (withProgram) {
+            ASSERT_TRUE(writeFileBytes(oldFolder_ + kOldInstallationProgram, {}));
+        }
     }
 
     std::string link_ = startupLinkPath(), oldIni_;
@@ -71,10 +74,13 @@ TEST_F(InitConfig, ShowsItsTextsTopmostAndCentredWithBothRadiosAsStored) {
         uint32_t stored;
         uint32_t softButtons;
         UINT automatic;
+        UINT newsletter;
     } cases[] = {
-        {kStartupManual, 1, BST_UNCHECKED},
-        {kStartupAutomatic, 0, BST_CHECKED},  // both show as checked; Manual still wins
-        {0, 2, BST_UNCHECKED},
+        {kStartupManual, 1, BST_UNCHECKED, BST_UNCHECKED},
+        {kStartupAutomatic, 0, BST_CHECKED, BST_UNCHECKED},  // both checked; Manual still wins
+        {0, 2, BST_UNCHECKED, BST_UNCHECKED},
+        // The stored number marks the control of that id, whatever it is.
+        {IDC_INITCONFIG_NEWSLETTER, 0, BST_UNCHECKED, BST_CHECKED},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.stored);
@@ -92,7 +98,7 @@ TEST_F(InitConfig, ShowsItsTextsTopmostAndCentredWithBothRadiosAsStored) {
             EXPECT_EQ(GetFocus(), GetDlgItem(box, IDC_BUTTON1));
             EXPECT_EQ(IsDlgButtonChecked(box, IDC_INITCONFIG_AUTOMATIC), c.automatic);
             EXPECT_EQ(IsDlgButtonChecked(box, IDC_INITCONFIG_MANUAL), BST_CHECKED);
-            EXPECT_EQ(IsDlgButtonChecked(box, IDC_INITCONFIG_NEWSLETTER), BST_UNCHECKED);
+            EXPECT_EQ(IsDlgButtonChecked(box, IDC_INITCONFIG_NEWSLETTER), c.newsletter);
 
             EXPECT_EQ(itemText(box, IDC_INITCONFIG_TEXT), kInitConfigText);
             EXPECT_EQ(itemText(box, IDC_INITCONFIG_HEADING), "Heralder Options");

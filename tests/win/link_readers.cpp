@@ -84,6 +84,7 @@ std::map<std::string, std::string> exiftoolTags(const std::string& file) {
 
 std::string startupLinkPath() {
     std::string folder = getSpecialFolderPath(CSIDL_STARTUP).value_or("");
+    EXPECT_FALSE(folder.empty()) << "no Startup folder";
     if (!folder.empty() && folder.back() != '\\') folder += '\\';
     return folder + "Heralder.lnk";
 }

@@ -149,7 +149,9 @@ TEST(IncompatiblePlatformBox, ShowsTheFormattedTextUnclippedWithFocusOnWebPage) 
         DialogDriver driver([&](HWND box) {
             if (c.screenshot) saveWindowScreenshot(box, c.screenshot);
             const std::string text = itemText(box, IDC_INCOMPATIBLE_TEXT);
-            if (c.product == "Quenmark Heralder") EXPECT_EQ(text, kExpectedText);
+            if (c.product == "Quenmark Heralder") {
+                EXPECT_EQ(text, kExpectedText);
+            }
             EXPECT_EQ(text.find(c.product) != std::string::npos, c.formatted);
             EXPECT_EQ(text.find("%s") != std::string::npos, !c.formatted);
             expectNothingClipped(box);

@@ -15,6 +15,7 @@
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
 #include "tests/win/dialog_driver.h"
+#include "tests/win/link_readers.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
@@ -62,6 +63,7 @@ void typeCount(HWND dialog, const char* text) {
     HWND edit = GetDlgItem(dialog, IDC_PROMPT_COUNT);
     SetFocus(edit);
     SendMessageA(edit, EM_SETSEL, 0, -1);
+    SendMessageA(edit, WM_CHAR, VK_BACK, 1);
     for (const char* c = text; *c; ++c) SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(*c), 1);
 }
 
@@ -182,19 +184,24 @@ TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOut) {
     }
 }
 
-TEST_F(MultipleItemPrompt, TypedCountIsKeptWithinItsRange) {
+// A count outside the range, from a hand-edited file or a feed, shows as it
+// is stored and stays until the user types another; typed ones are bounded.
+TEST_F(MultipleItemPrompt, CountShowsTheStoredValueAndKeepsTypedOnesInRange) {
     const struct {
-        const char* typed;
+        uint32_t before;
+        const char* typed;  // nullptr: left as it opened
         uint32_t stored;
-    } cases[] = {{"1", 2}, {"40000", 32760}, {"15", 15}, {"2", 2}};
+    } cases[] = {{6, "1", 2},       {6, "40000", 32760}, {6, "15", 15},          {6, "2", 2},
+                 {6, "", 2},        {1, nullptr, 1},     {40000, nullptr, 40000}};
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.typed);
+        SCOPED_TRACE(c.typed ? c.typed : std::to_string(c.before));
         Settings record;
-        record.PromptMultipleCount = 6;
+        record.PromptMultipleCount = c.before;
         SeenList seen(list_);
         std::vector<UpdateItem> items = alerts(2);
         DialogDriver driver([&](HWND box) {
-            typeCount(box, c.typed);
+            EXPECT_EQ(itemText(box, IDC_PROMPT_COUNT), std::to_string(c.before));
+            if (c.typed) typeCount(box, c.typed);
             clickItem(box, IDC_PROMPT_SHOW_NOW);
             clickItem(box, IDC_BUTTON1);
         });

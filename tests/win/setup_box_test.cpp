@@ -209,23 +209,27 @@ TEST_F(SetupBoxTest, OkStoresWhatTheControlsHoldAndResetsTheFeedKeys) {
         const char* what;
         uint32_t storedAlert;
         const char* storedFont;
+        uint32_t storedSize;
         const char* typedSize;
         uint32_t wantAlert;
         uint32_t wantSize;
         const char* wantFont;
     } cases[] = {
-        {"nothing changed", 2, "Liberation Serif", nullptr, 2, 16, "Liberation Serif"},
-        {"too large a size", 2, "Liberation Serif", "200", 2, 144, "Liberation Serif"},
-        {"too small a size", 2, "Liberation Serif", "2", 2, 4, "Liberation Serif"},
-        {"a size that is no number", 2, "Liberation Serif", "big", 2, 4, "Liberation Serif"},
-        {"an unknown filter value", 7, "Liberation Serif", nullptr, 0, 16, "Liberation Serif"},
-        {"a face no longer installed", 1, "No Such Face", nullptr, 1, 16, ""},
+        {"nothing changed", 2, "Liberation Serif", 16, nullptr, 2, 16, "Liberation Serif"},
+        {"too large a size", 2, "Liberation Serif", 16, "200", 2, 144, "Liberation Serif"},
+        {"too small a size", 2, "Liberation Serif", 16, "2", 2, 4, "Liberation Serif"},
+        {"a size that is no number", 2, "Liberation Serif", 16, "big", 2, 4, "Liberation Serif"},
+        {"a stored size too large", 2, "Liberation Serif", 200, nullptr, 2, 144,
+         "Liberation Serif"},
+        {"an unknown filter value", 7, "Liberation Serif", 16, nullptr, 0, 16, "Liberation Serif"},
+        {"a face no longer installed", 1, "No Such Face", 16, nullptr, 1, 16, ""},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         Settings record;
         record.SetupAlertPopup = c.storedAlert;
         record.AlertFontName = c.storedFont;
+        record.AlertFontSize = c.storedSize;
         record.SetupAlertReport = record.SetupTipReport = record.SetupVersionReport = 3;
         record.SetupOfftopicReport = record.SetupNoticeReport = 3;
         record.AllowINIUpdates = record.AllowGraphicUpdates = 1;
@@ -233,6 +237,8 @@ TEST_F(SetupBoxTest, OkStoresWhatTheControlsHoldAndResetsTheFeedKeys) {
             if (c.storedAlert == 7) {
                 EXPECT_EQ(selection(box, IDC_SETUP_ALERT), CB_ERR);
             }
+            // The size in effect shows as it is, even out of range.
+            EXPECT_EQ(itemText(box, IDC_SETUP_FONTSIZE), std::to_string(c.storedSize));
             if (c.typedSize) typeText(box, IDC_SETUP_FONTSIZE, c.typedSize);
             clickItem(box, IDC_BUTTON1);
         });
