@@ -13,18 +13,9 @@
 #include "notify/prompt_box.h"
 #include "notify/url_policy.h"
 #include "notify/version_box_text.h"
+#include "tests/native/fake_installed.h"
 
 namespace {
-
-// Answers every question with installed (or nothing) and counts them.
-struct FakeInstalled : InstalledLookup {
-    std::optional<InstalledVersion> installed;
-    int asked = 0;
-    std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
-        ++asked;
-        return installed;
-    }
-};
 
 UpdateItem fooItem() {
     return {.type = ItemType::Alert,

@@ -15,6 +15,7 @@
 #include "notify/version_box_win.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
+#include "tests/native/fake_installed.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/loopback_server.h"
 #include "tests/win/recorder/recording.h"
@@ -39,16 +40,6 @@ UpdateItem fooAlert() {
     item.plainText = "Foo 2.1b rounds currency totals correctly.";
     return item;
 }
-
-// Answers every question with installed (or nothing) and counts them.
-struct FakeInstalled : InstalledLookup {
-    std::optional<InstalledVersion> installed;
-    int asked = 0;
-    std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
-        ++asked;
-        return installed;
-    }
-};
 
 class NotifyWindows : public testing::Test {
   protected:

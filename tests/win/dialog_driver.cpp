@@ -31,6 +31,17 @@ BOOL CALLBACK findDialog(HWND hwnd, LPARAM lp) {
     return TRUE;
 }
 
+std::vector<std::string> entriesOf(HWND dialog, int id, UINT countMessage, UINT textMessage) {
+    std::vector<std::string> entries;
+    const LRESULT count = SendDlgItemMessageA(dialog, id, countMessage, 0, 0);
+    for (LRESULT i = 0; i < count; ++i) {
+        char text[300] = {};
+        SendDlgItemMessageA(dialog, id, textMessage, i, reinterpret_cast<LPARAM>(text));
+        entries.push_back(text);
+    }
+    return entries;
+}
+
 }  // namespace
 
 DialogDriver::DialogDriver(Script script) : script_(std::move(script)) {
@@ -117,25 +128,11 @@ void notifyDialog(HWND dialog, int id, UINT code) {
 }
 
 std::vector<std::string> comboEntries(HWND dialog, int id) {
-    std::vector<std::string> entries;
-    const LRESULT count = SendDlgItemMessageA(dialog, id, CB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        char text[256] = {};
-        SendDlgItemMessageA(dialog, id, CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text));
-        entries.push_back(text);
-    }
-    return entries;
+    return entriesOf(dialog, id, CB_GETCOUNT, CB_GETLBTEXT);
 }
 
 std::vector<std::string> listEntries(HWND dialog, int id) {
-    std::vector<std::string> entries;
-    const LRESULT count = SendDlgItemMessageA(dialog, id, LB_GETCOUNT, 0, 0);
-    for (LRESULT i = 0; i < count; ++i) {
-        char text[300] = {};
-        SendDlgItemMessageA(dialog, id, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text));
-        entries.push_back(text);
-    }
-    return entries;
+    return entriesOf(dialog, id, LB_GETCOUNT, LB_GETTEXT);
 }
 
 std::pair<int, int> upDownRange(HWND dialog, int id) {
