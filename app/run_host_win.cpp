@@ -1,4 +1,4 @@
-// The Windows host of the notification run (see notification_run_win.h).
+// The Windows host of the notification run (see run_host_win.h).
 #include "app/run_host_win.h"
 
 #include "app/app_win.h"

@@ -2,6 +2,7 @@
 // platform check, settings, shared drawing objects, the main window, then the
 // command line turned into commands sent or posted to that window; after that
 // everything happens in the one message loop.
+#include <cstddef>
 #include <string>
 
 #include "app/app_win.h"
@@ -15,6 +16,15 @@
 #include "settings/settings_file.h"
 #include "ui/message_box_win.h"
 #include "ui/res_string_win.h"
+
+// The C++ library's default terminate handler names an escaped exception's
+// type on standard error, through a 44 KB demangler. A windowed program has
+// no standard error, and every window procedure catches what it throws, so
+// the mangled name will do.
+extern "C" char* __cxa_demangle(const char*, char*, std::size_t*, int* status) {
+    if (status) *status = -2;  // "not a valid mangled name"
+    return nullptr;
+}
 
 namespace {
 

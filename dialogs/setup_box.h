@@ -9,15 +9,9 @@
 
 #include "settings/settings.h"
 
+// The five filter lists are the run's own (findTypeChoices), so that what
+// Setup offers and what the run understands cannot drift apart.
 inline constexpr char kSoftButtonChoices[] = "None;Soft;Flex;Wedge";
-inline constexpr char kAlertChoices[] =
-    "Always;High importance;Medium and high importance;High, medium and low importance;"
-    "For all installed software;Never";
-inline constexpr char kVersionChoices[] =
-    "Always;For all installed software;For out of date installed software;Never";
-inline constexpr char kTipChoices[] = "Always;For all installed software;Never";
-inline constexpr char kNoticeChoices[] = "Always;Never";
-inline constexpr char kOfftopicChoices[] = "Always;Never";
 
 // Texts the dialog stores are cut to this many characters.
 inline constexpr std::size_t kSetupTextMax = 259;

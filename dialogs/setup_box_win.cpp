@@ -15,6 +15,7 @@
 #include "dialogs/colour_picker_win.h"
 #include "dialogs/manual_win.h"
 #include "dialogs/setup_box.h"
+#include "feed/selection.h"
 #include "resources/resource.h"
 #include "ui/choice_combo_win.h"
 #include "ui/dialog_win.h"
@@ -30,17 +31,14 @@ constexpr int kFontRowHeight = 22;
 constexpr int kFontSampleHeight = 18;
 constexpr int kSelectionFieldHeight = 18;
 
-// The five filter lists and the settings they show.
+// The five filter lists, in the order they are filled.
 constexpr struct {
     int id;
-    const char* choices;
-    uint32_t Settings::*value;
+    ItemType type;
 } kFilterLists[] = {
-    {IDC_SETUP_ALERT, kAlertChoices, &Settings::SetupAlertPopup},
-    {IDC_SETUP_TIP, kTipChoices, &Settings::SetupTipPopup},
-    {IDC_SETUP_VERSION, kVersionChoices, &Settings::SetupVersionPopup},
-    {IDC_SETUP_OFFTOPIC, kOfftopicChoices, &Settings::SetupOfftopicPopup},
-    {IDC_SETUP_NOTICE, kNoticeChoices, &Settings::SetupNoticePopup},
+    {IDC_SETUP_ALERT, ItemType::Alert},     {IDC_SETUP_TIP, ItemType::Tip},
+    {IDC_SETUP_VERSION, ItemType::Version}, {IDC_SETUP_OFFTOPIC, ItemType::OffTopic},
+    {IDC_SETUP_NOTICE, ItemType::Notice},
 };
 
 constexpr struct {
@@ -108,8 +106,11 @@ class SetupBox : public Dialog {
         SendDlgItemMessageA(hwnd(), IDC_SETUP_SOFTBUTTONS, CB_SETITEMHEIGHT,
                             static_cast<WPARAM>(-1), kSelectionFieldHeight);
 
-        for (const auto& list : kFilterLists)
-            fillChoiceCombo(hwnd(), list.id, list.choices, static_cast<int>(s_.*list.value));
+        for (const auto& list : kFilterLists) {
+            const TypeChoices& choices = *findTypeChoices(list.type);
+            fillChoiceCombo(hwnd(), list.id, choices.choiceList,
+                            static_cast<int>(s_.*choices.popup));
+        }
         for (const auto& box : kSwitches)
             CheckDlgButton(hwnd(), box.id, s_.*box.value ? BST_CHECKED : BST_UNCHECKED);
 

@@ -28,8 +28,10 @@ void readSchemeSound(SoundFacts& facts) {
         return;
     UniqueKey key(opened);
     facts.schemeKeyOpened = true;
-    char value[MAX_PATH] = {};
-    DWORD type = 0, size = sizeof value - 1;
+    // One byte more than is asked for: a value stored without its zero still
+    // ends in one.
+    char value[MAX_PATH + 1] = {};
+    DWORD type = 0, size = MAX_PATH;
     if (RegQueryValueExA(key.get(), nullptr, nullptr, &type, reinterpret_cast<BYTE*>(value),
                          &size) != ERROR_SUCCESS ||
         (type != REG_SZ && type != REG_EXPAND_SZ))

@@ -19,13 +19,14 @@ bool drawIconButton(const DRAWITEMSTRUCT& item, COLORREF background, const char*
     const RECT& r = item.rcItem;
     const int width = r.right - r.left;
     const int height = r.bottom - r.top;
-    UniqueBrush brush(CreateSolidBrush(background));
-    FillRect(item.hDC, &r, brush.get());
     if (!icon) return false;
     const int size = iconSizeFor(std::min(width, height));
     UniqueIcon image(static_cast<HICON>(
         LoadImageA(resourceModule(), icon, IMAGE_ICON, size, size, LR_DEFAULTCOLOR)));
+    // Without its icon the control stays unpainted, background and all.
     if (!image) return false;
+    UniqueBrush brush(CreateSolidBrush(background));
+    FillRect(item.hDC, &r, brush.get());
     DrawIconEx(item.hDC, r.left + (width - size) / 2, r.top + (height - size) / 2, image.get(),
                size, size, 0, nullptr, DI_NORMAL);
     return true;

@@ -46,8 +46,8 @@ TEST(IconButton, PicksTheLargestSizeThatFitsAndCentresIt) {
     }
 }
 
-TEST(IconButton, MissingIconStillFillsTheBackground) {
-    Canvas drawn(40, 40, RGB(255, 255, 255)), expected(40, 40, kBackground);
+TEST(IconButton, MissingIconLeavesTheControlUnpainted) {
+    Canvas drawn(40, 40, RGB(255, 255, 255)), expected(40, 40, RGB(255, 255, 255));
     RECT all{0, 0, 40, 40};
     const DRAWITEMSTRUCT item = iconItem(drawn.dc(), all);
     EXPECT_FALSE(drawIconButton(item, kBackground, "NOSUCHICON"));

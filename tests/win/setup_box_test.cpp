@@ -129,12 +129,16 @@ TEST_F(SetupBoxTest, ShowsItsTextsAndTheRecordsValues) {
                 const char* choices;
                 int selected;
             } lists[] = {
-                {IDC_SETUP_ALERT, kAlertChoices, 4},
-                {IDC_SETUP_VERSION, kVersionChoices, 3},
-                {IDC_SETUP_TIP, kTipChoices, 1},
-                {IDC_SETUP_NOTICE, kNoticeChoices, 1},
-                {IDC_SETUP_OFFTOPIC, kOfftopicChoices, 0},
-                {IDC_SETUP_SOFTBUTTONS, kSoftButtonChoices, static_cast<int>(softButtons)},
+                {IDC_SETUP_ALERT,
+                 "Always;High importance;Medium and high importance;High, medium and low "
+                 "importance;For all installed software;Never",
+                 4},
+                {IDC_SETUP_VERSION,
+                 "Always;For all installed software;For out of date installed software;Never", 3},
+                {IDC_SETUP_TIP, "Always;For all installed software;Never", 1},
+                {IDC_SETUP_NOTICE, "Always;Never", 1},
+                {IDC_SETUP_OFFTOPIC, "Always;Never", 0},
+                {IDC_SETUP_SOFTBUTTONS, "None;Soft;Flex;Wedge", static_cast<int>(softButtons)},
             };
             for (const auto& l : lists) {
                 EXPECT_EQ(joinedEntries(box, l.id), std::string(l.choices) + ";") << l.id;

@@ -58,6 +58,11 @@ TEST(NotifySound, SchemeSoundIsReadWithItsVariablesExpanded) {
     EXPECT_TRUE(facts.schemeKeyOpened);
     EXPECT_EQ(facts.schemeSound, "");
 
+    // The longest path a value may hold is read whole.
+    const std::string longest = "C:\\" + std::string(MAX_PATH - 8, 's') + ".wav";
+    scheme.set(longest.c_str(), REG_SZ);
+    EXPECT_EQ(gatherSoundFacts(def).schemeSound, longest);
+
     scheme.remove();
     facts = gatherSoundFacts(def);
     EXPECT_FALSE(facts.schemeKeyOpened);
