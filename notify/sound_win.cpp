@@ -50,6 +50,11 @@ int32_t play(const SoundAttempt& attempt) {
     return PlaySoundA(MAKEINTRESOURCEA(attempt.resourceId), module, SND_RESOURCE | SND_ASYNC);
 }
 
+SoundOutput& output() {
+    static SoundOutput current = play;
+    return current;
+}
+
 }  // namespace
 
 SoundFacts gatherSoundFacts(const std::string& soundName) {
@@ -68,7 +73,13 @@ SoundFacts gatherSoundFacts(const std::string& soundName) {
 
 int32_t playNotifySound(const std::string& soundName) {
     if (soundName.empty() || muted) return 0;
-    return playAttempts(chooseNotifySound(soundName, gatherSoundFacts(soundName)), play);
+    return playAttempts(chooseNotifySound(soundName, gatherSoundFacts(soundName)), output());
+}
+
+SoundOutput setSoundOutput(SoundOutput replacement) {
+    SoundOutput previous = std::move(output());
+    output() = replacement ? std::move(replacement) : SoundOutput(play);
+    return previous;
 }
 
 uint32_t setSoundMute(uint32_t mute) {

@@ -4,6 +4,7 @@
 // the process-wide mute switch is set; "Notify.wav" in the user's data folder
 // overrides every sound.
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "notify/sound_choice.h"
@@ -12,6 +13,11 @@
 int32_t playNotifySound(const std::string& soundName);
 // Sets the mute switch (0: sounds allowed); returns the previous value.
 uint32_t setSoundMute(uint32_t mute);
+
+// Where a chosen sound goes: PlaySound, unless a test listens in its place
+// (the test machine may have no sound device). Returns the output replaced.
+using SoundOutput = std::function<int32_t(const SoundAttempt&)>;
+SoundOutput setSoundOutput(SoundOutput output);
 
 // What the system says about the sounds right now: the mute switch, the
 // override file, and, when soundName is the default sound, the desktop scheme's

@@ -11,6 +11,7 @@
 #include "notify/alert_box_win.h"
 #include "notify/alert_text.h"
 #include "notify/item_graphics_win.h"
+#include "notify/sound_win.h"
 #include "notify/url_policy_win.h"
 #include "notify/version_box_win.h"
 #include "resources/resource.h"
@@ -88,6 +89,32 @@ class NotifyWindows : public testing::Test {
     bool openerSucceeds_ = true;
     WebAddressOpener previous_;
 };
+
+// Each window announces itself with the user's sound, and only when the user
+// wants sounds.
+TEST_F(NotifyWindows, WindowsPlayTheirSoundOnlyWhenNoisy) {
+    std::vector<std::string> heard;
+    const SoundOutput previous = setSoundOutput([&](const SoundAttempt& attempt) {
+        heard.push_back(attempt.path);
+        return 1;
+    });
+    const uint32_t mute = setSoundMute(0);
+    settings_.ChangeFolderSound = "C:\\sounds\\ding.wav";
+    for (uint32_t noisy : {0u, 1u}) {
+        settings_.BeNoisy = noisy;
+        for (bool version : {false, true}) {
+            SCOPED_TRACE(std::to_string(noisy) + (version ? " version" : " alert"));
+            heard.clear();
+            UpdateItem item = fooAlert();
+            if (version) item.type = ItemType::Version;
+            runWindow(version, item, [](HWND dialog) { clickItem(dialog, IDC_BUTTON1); });
+            EXPECT_EQ(heard, noisy ? std::vector<std::string>{"C:\\sounds\\ding.wav"}
+                                   : std::vector<std::string>{});
+        }
+    }
+    setSoundMute(mute);
+    setSoundOutput(previous);
+}
 
 // A control's place in dialog units, as the template states it. The dialog
 // manager converts the place and the size each on its own.
