@@ -6,8 +6,6 @@
 
 namespace {
 
-using UniqueKey = UniqueHandle<NullHandleTraits<HKEY, RegCloseKey>>;
-
 constexpr char kPolicyKey[] = "Software\\Policies\\Quenmark\\Heralder";
 
 bool readDword(HKEY key, const char* name, DWORD& value) {

@@ -14,8 +14,6 @@
 
 namespace {
 
-using UniqueModule = UniqueHandle<NullHandleTraits<HMODULE, FreeLibrary>>;
-using UniqueKey = UniqueHandle<NullHandleTraits<HKEY, RegCloseKey>>;
 using RtlGetVersionFn = LONG(WINAPI*)(OSVERSIONINFOEXW*);
 
 static_assert(sizeof(OSVERSIONINFOEXW) == 284, "the extended version record");

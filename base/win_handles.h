@@ -19,6 +19,10 @@ using UniqueIcon = UniqueHandle<NullHandleTraits<HICON, DestroyIcon>>;
 using UniqueFont = UniqueHandle<NullHandleTraits<HFONT, DeleteObject>>;
 using UniqueBrush = UniqueHandle<NullHandleTraits<HBRUSH, DeleteObject>>;
 using UniqueBitmap = UniqueHandle<NullHandleTraits<HBITMAP, DeleteObject>>;
+using UniquePen = UniqueHandle<NullHandleTraits<HPEN, DeleteObject>>;
+using UniqueMemoryDc = UniqueHandle<NullHandleTraits<HDC, DeleteDC>>;
+using UniqueKey = UniqueHandle<NullHandleTraits<HKEY, RegCloseKey>>;
+using UniqueModule = UniqueHandle<NullHandleTraits<HMODULE, FreeLibrary>>;
 
 // A window's device context, released on scope exit.
 class WindowDc {

@@ -3,22 +3,23 @@
 
 #include <array>
 
+#include "base/version.h"
+
 std::string revisionText(int revision) {
     return " (Revision " + std::to_string(revision) + ")";
 }
 
 std::string programVersionText() {
-    return std::to_string(kProgramMajor) + "." + std::to_string(kProgramMinor) + kProgramLetter +
-           revisionText(kProgramRevision);
+    return HERALDER_VERSION_DISPLAY + revisionText(HERALDER_VERSION_REVISION);
 }
 
 std::string formatAboutText(std::string_view templateText) {
     // Each conversion letter, in the order the values come.
     const std::array<std::pair<char, std::string>, 4> values = {{
-        {'d', std::to_string(kProgramMajor)},
-        {'d', std::to_string(kProgramMinor)},
-        {'c', std::string(1, kProgramLetter)},
-        {'s', revisionText(kProgramRevision)},
+        {'d', std::to_string(HERALDER_VERSION_MAJOR)},
+        {'d', std::to_string(HERALDER_VERSION_MINOR)},
+        {'c', std::string(1, HERALDER_VERSION_LETTER)},
+        {'s', revisionText(HERALDER_VERSION_REVISION)},
     }};
     std::size_t next = 0;
     std::string text;

@@ -1,17 +1,10 @@
 #pragma once
 // What the About box says and the identifier its Shift action hands out, kept
 // apart from the window so that the text handling is checked on any machine.
+// The version itself is this build's (base/version.h), not the VersionNumber
+// setting, which describes the settings file.
 #include <string>
 #include <string_view>
-
-#include "base/version.h"
-
-// The version the About box and the system report name: this build's, not
-// the VersionNumber setting, which describes the settings file.
-inline constexpr int kProgramMajor = HERALDER_VERSION_MAJOR;
-inline constexpr int kProgramMinor = HERALDER_VERSION_MINOR;
-inline constexpr char kProgramLetter = HERALDER_VERSION_LETTER;
-inline constexpr int kProgramRevision = HERALDER_VERSION_REVISION;
 
 // " (Revision 2)".
 std::string revisionText(int revision);

@@ -16,8 +16,6 @@
 
 namespace {
 
-using UniqueKey = UniqueHandle<NullHandleTraits<HKEY, RegCloseKey>>;
-
 struct KnownBrowser {
     uint32_t bit;         // in DocumentBrowserFlags
     const char* program;  // also tried bare when the registry names nothing usable

@@ -12,8 +12,6 @@ namespace {
 
 uint32_t muted = 0;
 
-using UniqueKey = UniqueHandle<NullHandleTraits<HKEY, RegCloseKey>>;
-
 bool isFile(const std::string& path) {
     const DWORD attributes = GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);

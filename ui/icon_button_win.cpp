@@ -9,12 +9,6 @@
 #include "ui/dialog_win.h"
 #include "ui/icon_button.h"
 
-namespace {
-
-using UniqueBrush = UniqueHandle<NullHandleTraits<HBRUSH, DeleteObject>>;
-
-}  // namespace
-
 bool drawIconButton(const DRAWITEMSTRUCT& item, COLORREF background, const char* icon) {
     const RECT& r = item.rcItem;
     const int width = r.right - r.left;

@@ -34,8 +34,6 @@ const MarkerStyle& styleFor(int importance) {
     return importance >= 1 && importance <= 3 ? kMarkers[importance - 1] : kOtherMarker;
 }
 
-using UniquePen = UniqueHandle<NullHandleTraits<HPEN, DeleteObject>>;
-using UniqueBrush = UniqueHandle<NullHandleTraits<HBRUSH, DeleteObject>>;
 
 void polyline(HDC dc, COLORREF colour, const POINT (&points)[3]) {
     UniquePen pen(CreatePen(PS_SOLID, 1, colour));

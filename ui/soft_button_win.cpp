@@ -12,9 +12,6 @@
 
 namespace {
 
-using UniqueBitmap = UniqueHandle<NullHandleTraits<HBITMAP, DeleteObject>>;
-using UniqueMemoryDc = UniqueHandle<NullHandleTraits<HDC, DeleteDC>>;
-
 // ---- The three looks ---------------------------------------------------------
 
 struct FaceColours {
