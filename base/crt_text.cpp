@@ -31,25 +31,3 @@ std::string textModeView(std::string_view raw) {
     }
     return out;
 }
-
-std::optional<std::string> readFileBytes(const std::string& path) {
-    std::FILE* f = std::fopen(path.c_str(), "rb");
-    if (!f) return std::nullopt;
-    std::string data;
-    char buffer[65536];
-    std::size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, f)) > 0) data.append(buffer, n);
-    bool ok = !std::ferror(f);
-    std::fclose(f);
-    if (!ok) return std::nullopt;
-    return data;
-}
-
-bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces) {
-    std::FILE* f = std::fopen(path.c_str(), "wb");
-    if (!f) return false;
-    bool ok = true;
-    for (std::string_view piece : pieces)
-        ok = ok && std::fwrite(piece.data(), 1, piece.size(), f) == piece.size();
-    return std::fclose(f) == 0 && ok;
-}

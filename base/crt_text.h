@@ -5,7 +5,6 @@
 // reads a file the same way natively and on Windows.
 #include <cstddef>
 #include <cstdint>
-#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,10 +33,3 @@ void forEachFgetsPiece(std::string_view text, std::size_t bufferSize, Fn&& fn) {
         pos = end;
     }
 }
-
-// The whole file in binary; nullopt when it cannot be opened or read.
-std::optional<std::string> readFileBytes(const std::string& path);
-
-// Creates or truncates the file and writes the pieces one after another, in
-// binary. True only when every byte was written and the file closed cleanly.
-bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces);

@@ -6,7 +6,7 @@
 
 #include <cstdint>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "base/win_handles.h"
 #include "dialogs/about_text.h"
 #include "feed/http_win.h"

@@ -3,7 +3,7 @@
 
 #include <cstdio>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 
 std::optional<std::string> readLocalDocument(const std::string& path) {
     return readFileBytes(path);

@@ -4,7 +4,9 @@
 #include <array>
 #include <cstdio>
 
+#include "base/ascii.h"
 #include "base/crt_text.h"
+#include "base/file_io.h"
 #include "base/file_names.h"
 #include "feed/document_file.h"
 
@@ -88,11 +90,44 @@ std::optional<GraphicFileName> graphicFileName(std::string_view url) {
     return result;
 }
 
+PictureKind pictureKindOf(std::string_view extension) {
+    static constexpr std::pair<std::string_view, PictureKind> kinds[] = {
+        {".png", PictureKind::Png},
+        {".jpg", PictureKind::Jpeg},
+        {".jpeg", PictureKind::Jpeg},
+        {".bmp", PictureKind::Bmp},
+        {".gif", PictureKind::Gif}};
+    for (const auto& [suffix, kind] : kinds)
+        if (equalsIgnoringAsciiCase(extension, suffix)) return kind;
+    return PictureKind::None;
+}
+
+bool beginsLikePicture(std::string_view body, PictureKind kind) {
+    switch (kind) {
+        case PictureKind::Png:
+            return body.starts_with("\x89PNG\r\n\x1A\n");
+        case PictureKind::Jpeg:
+            return body.starts_with("\xFF\xD8\xFF");
+        case PictureKind::Bmp:
+            return body.starts_with("BM");
+        case PictureKind::Gif:
+            return body.starts_with("GIF87a") || body.starts_with("GIF89a");
+        case PictureKind::None:
+            break;
+    }
+    return false;
+}
+
 void performGraphicUpdate(UpdateItem& item, RunHost& host, SeenList& seen) {
     if (!item.url) return;
     // A refused name is treated as a download that failed: nothing is fetched.
+    // Only pictures are replaced: the program's own files (the seen list, the
+    // settings, the colour table) carry no picture extension, so no update can
+    // reach them, and no program or script is ever written.
     std::optional<GraphicFileName> file = graphicFileName(*item.url);
     if (!file) return;
+    const PictureKind kind = pictureKindOf(file->extension);
+    if (kind == PictureKind::None) return;
 
     // Without the product folder a bare name would land in the current folder.
     std::string folder = host.graphicFolder();
@@ -101,7 +136,9 @@ void performGraphicUpdate(UpdateItem& item, RunHost& host, SeenList& seen) {
 
     WaitCursorScope wait(host);
     std::optional<std::string> body = host.fetchServerFile(*item.url);
-    if (!body) return;
+    // An error page or an empty reply is no picture: kept under the picture's
+    // name it would stand for it for good.
+    if (!body || !beginsLikePicture(*body, kind)) return;
 
     const std::string target = folder + file->name + file->extension;
     const std::string temporary = target + ".temp";
@@ -109,8 +146,7 @@ void performGraphicUpdate(UpdateItem& item, RunHost& host, SeenList& seen) {
     std::remove(temporary.c_str());
     bool ok = writeHandleToFile(temporary, *body);
     if (ok) {
-        std::remove(target.c_str());
-        ok = std::rename(temporary.c_str(), target.c_str()) == 0;
+        ok = replaceFileWith(temporary, target);
         if (!ok) std::remove(temporary.c_str());
     }
     if (!ok) {

@@ -43,8 +43,16 @@ struct GraphicFileName {
 };
 std::optional<GraphicFileName> graphicFileName(std::string_view url);
 
+// The picture a graphic update may replace, by its extension (any case):
+// .png, .jpg, .jpeg, .bmp or .gif; None for every other file.
+enum class PictureKind { None, Png, Jpeg, Bmp, Gif };
+PictureKind pictureKindOf(std::string_view extension);
+// True when body begins as a file of that kind begins.
+bool beginsLikePicture(std::string_view body, PictureKind kind);
+
 // Downloads the item's url into the host's graphic folder through a temporary
-// file, replacing the old file only once the new one is complete, and marks
-// the item seen. A failed download or a refused name is silent and leaves the
-// item unmarked; a failed write is reported.
+// file that replaces the old file in one step once it is complete, and marks
+// the item seen. A refused name (no picture extension included), a failed
+// download or a body that is not a picture of its extension is silent and
+// leaves the item unmarked; a failed write is reported.
 void performGraphicUpdate(UpdateItem& item, RunHost& host, SeenList& seen);

@@ -21,10 +21,22 @@ struct FileStamp {
 };
 std::optional<FileStamp> fileStamp(const std::string& path);
 
-// The numbers an existing list holds, read as text mode and fgets with a
-// 260-byte buffer would give them (a blank or non-numeric line is 0, a line
-// longer than 259 characters counts as several).
+// The numbers an existing list holds, read as fgets with a 260-byte buffer
+// and atoi give them (a blank or non-numeric line is 0, a line longer than 259
+// characters counts as several); a Ctrl-Z ends nothing.
 std::unordered_set<int32_t> parseSeenNumbers(std::string_view fileBytes);
+
+// What a list needs before the next append: damaged when it holds a byte that
+// no number line holds (a NUL, a Ctrl-Z, binary), open when its last line has
+// no line end.
+struct SeenListShape {
+    bool damaged = false;
+    bool endsOpen = false;
+};
+SeenListShape seenListShape(std::string_view fileBytes);
+// The list written clean: every line that begins with a number, as "%d" and
+// CR LF, each number once, in the order first met.
+std::string cleanSeenList(std::string_view fileBytes);
 
 class SeenList {
   public:
@@ -33,17 +45,20 @@ class SeenList {
     // True when some line of the list reads as the item's number. A missing or
     // unreadable list makes every item new.
     bool isItemSeen(const UpdateItem& item);
-    // Appends the item's number ("%d" and CR LF) at once. False when the list
-    // cannot be opened or written; nothing is remembered then.
+    // Appends the item's number ("%d" and CR LF) at once, after closing an open
+    // last line and rewriting a damaged list clean. False when the list cannot
+    // be opened or written; nothing is remembered then.
     bool markItemSeen(const UpdateItem& item);
 
     const std::string& path() const { return path_; }
 
   private:
     void refreshIfChanged();
+    bool repair();
 
     std::string path_;
     std::unordered_set<int32_t> numbers_;
     bool loaded_ = false;
     std::optional<FileStamp> stamp_;  // of the file as numbers_ reflects it
+    SeenListShape shape_;
 };

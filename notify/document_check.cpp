@@ -603,9 +603,16 @@ class Checker {
     void checkUrl(const Segment& seg, const UpdateItem& item) {
         const KeyHit* h = hit(seg, "URL");
         if (!h || trimmed(*item.url).empty() || isWebAddress(*item.url)) return;
+        const std::string_view url = *item.url;
+        const bool web = equalsIgnoringAsciiCase(url.substr(0, 7), "http://") ||
+                         equalsIgnoringAsciiCase(url.substr(0, 8), "https://");
         add(h->lineNumber, E,
             "URL " + quoted(*item.url) +
-                " does not begin with http:// or https://: the agent will not open it");
+                (web ? " is not a well-formed web address (no host, or a blank, quote, "
+                       "backslash, angle bracket, control character, bad %-escape or "
+                       "character above 126 in it)"
+                     : " does not begin with http:// or https://") +
+                ": the agent will not open it");
     }
 
     void addVerdicts(int line, const std::vector<Verdict>& verdicts) {

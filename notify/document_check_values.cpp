@@ -11,6 +11,7 @@
 #include "notify/document_check_text.h"
 #include "notify/item_graphics.h"
 #include "settings/settings.h"
+#include "settings/settings_file.h"
 
 using namespace checktext;
 
@@ -19,6 +20,10 @@ namespace {
 constexpr std::string_view kServerImages = "/update/images/";
 constexpr FindingSeverity E = FindingSeverity::Error;
 constexpr FindingSeverity W = FindingSeverity::Warning;
+constexpr std::string_view kControlCharacters(
+    "\x00\x01\x02\x03\x04\x05\x06\x07\x08\x09\x0a\x0b\x0c\x0d\x0e\x0f"
+    "\x10\x11\x12\x13\x14\x15\x16\x17\x18\x19\x1a\x1b\x1c\x1d\x1e\x1f",
+    32);
 
 }  // namespace
 
@@ -89,9 +94,18 @@ std::vector<Verdict> judgeSettingUpdate(std::string_view plainText) {
         } else if ((def->typeFlags & kSettingColour) && stored > 0xFFFFFF) {
             out.push_back({W, name + " is a colour, at most 16777215 (0x00BBGGRR)"});
         }
-    } else if (a.value.size() > kSettingTextMax) {
-        out.push_back({W, name + " holds at most " + std::to_string(kSettingTextMax) +
-                              " characters: the rest is cut"});
+    } else {
+        // A line end after the text is harmless; one inside it would have
+        // begun a line of its own in the settings file.
+        const std::string_view stored = storableSettingText(def->key, a.value);
+        if (value.find_first_of(kControlCharacters) != std::string_view::npos)
+            out.push_back({E, name + " holds a line break or other control character: the "
+                                     "agent saves only the text before it"});
+        else if (stored.size() < value.size())
+            out.push_back({E, name +
+                                  " is too long for the settings file: the agent saves only "
+                                  "its first " +
+                                  std::to_string(stored.size()) + " characters"});
     }
     return out;
 }
@@ -102,6 +116,11 @@ std::vector<Verdict> judgeGraphicUpdateUrl(const std::string& url, const ImageRe
     const std::optional<GraphicFileName> file = graphicFileName(url);
     if (!file) {
         out.push_back({E, shown + " names no file the agent may write: it skips this update"});
+        return out;
+    }
+    if (pictureKindOf(file->extension) == PictureKind::None) {
+        out.push_back({E, shown + " names no picture (.png, .jpg, .jpeg, .bmp or .gif): the "
+                                  "agent replaces only pictures and skips this update"});
         return out;
     }
     if (!url.starts_with('/')) {

@@ -2,13 +2,18 @@
 // has always done with fgets into a 260-byte buffer: each read is a line of its
 // own, keys match by prefix in table order, numbers wrap modulo 2^32. That
 // forgiveness is what existing files rely on, so nothing here is stricter.
-// Writing goes through stdio on plain paths so that the backup rotation runs and
-// is tested on every platform.
+// Writing is where the care goes: whatever the record holds (a feed may hand a
+// text setting line breaks or 260 characters), the file must read back as the
+// same record, and a crash or a full disk must leave a file that reads. So a
+// text is cut where the reader would cut it, and every generation is written
+// beside the old one and put in its place in one step.
 #include "settings/settings_file.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "base/crt_text.h"
+#include "base/file_io.h"
 #include "settings/file_locations.h"
 
 namespace {
@@ -90,15 +95,24 @@ std::string calendarText(std::time_t now) {
     return cut;
 }
 
-bool fileExists(const std::string& path) {
-    std::FILE* f = std::fopen(path.c_str(), "rb");
-    if (!f) return false;
-    std::fclose(f);
-    return true;
+// A generation worth keeping or reading: text mode would stop at a Ctrl-Z and
+// a NUL ends every value, so a file holding either lost its tail somewhere, and
+// an empty file is a save that never finished.
+bool isIntact(std::string_view bytes) {
+    return !bytes.empty() &&
+           bytes.find_first_of(std::string_view("\0\x1a", 2)) == std::string_view::npos;
 }
 
-void copyFile(const std::string& from, const std::string& to) {
-    if (std::optional<std::string> bytes = readFileBytes(from)) writeFileBytes(to, {*bytes});
+std::optional<std::string> readIntact(const std::string& path) {
+    std::optional<std::string> bytes = readFileBytes(path);
+    if (bytes && isIntact(*bytes)) return bytes;
+    return std::nullopt;
+}
+
+// Each backup is itself replaced in one step; a damaged generation is not
+// passed on, so the newest good one survives.
+void copyIntact(const std::string& from, const std::string& to) {
+    if (std::optional<std::string> bytes = readIntact(from)) replaceFileContents(to, {*bytes});
 }
 
 }  // namespace
@@ -109,11 +123,32 @@ void readSettingsText(Settings& record, std::string_view fileBytes) {
                       [&](std::string_view piece) { applyLine(record, piece); });
 }
 
-bool readSettingsFile(Settings& record, const std::string& path) {
+std::optional<std::string> readSettingsFile(Settings& record, const std::string& path) {
+    if (!fileExists(path)) return std::nullopt;
+    const std::string backup = backupPathFor(path);
+    for (const std::string& candidate : {path, backup, backupPathFor(backup)}) {
+        if (std::optional<std::string> bytes = readIntact(candidate)) {
+            readSettingsText(record, *bytes);
+            return candidate;
+        }
+    }
+    // No intact generation at all: what the damaged file still holds is
+    // closer to the user's settings than the defaults.
     std::optional<std::string> bytes = readFileBytes(path);
-    if (!bytes) return false;
+    if (!bytes || bytes->empty()) return std::nullopt;
     readSettingsText(record, *bytes);
-    return true;
+    return path;
+}
+
+std::string_view storableSettingText(std::string_view key, std::string_view text) {
+    std::size_t end = 0;
+    while (end < text.size() && !isControl(text[end])) ++end;
+    text = text.substr(0, end);
+    // The reader skips the blanks after "=", so leading ones would not come back.
+    while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
+    // "Key = value" and its line end must be one read of the reader.
+    const std::size_t lineRoom = kReadBufferBytes - 1 - key.size() - 3 - 1;
+    return text.substr(0, std::min(lineRoom, kSettingTextMax));
 }
 
 std::string formatSettingLines(const Settings& record) {
@@ -121,7 +156,8 @@ std::string formatSettingLines(const Settings& record) {
     for (const SettingDef& def : SettingsTable) {
         out += def.key;
         out += " = ";
-        out += settingValueText(record, def);
+        const std::string value = settingValueText(record, def);
+        out += def.isText() ? storableSettingText(def.key, value) : value;
         out += '\n';
     }
     return out;
@@ -162,14 +198,7 @@ std::string backupPathFor(const std::string& path) {
 bool writeSettingsFile(const Settings& record, const std::string& path, std::time_t now) {
     if (path.empty()) return false;
     const std::string backup = backupPathFor(path);
-    if (fileExists(backup)) {
-        const std::string older = backupPathFor(backup);
-        std::remove(older.c_str());
-        copyFile(backup, older);
-    }
-    if (fileExists(path)) {
-        std::remove(backup.c_str());
-        copyFile(path, backup);
-    }
-    return writeFileBytes(path, {formatSettingsFile(record, now)});
+    copyIntact(backup, backupPathFor(backup));
+    copyIntact(path, backup);
+    return replaceFileContents(path, {formatSettingsFile(record, now)});
 }

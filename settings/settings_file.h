@@ -5,6 +5,7 @@
 // it runs natively too; readSettings and writeSettings bind it to the user's
 // data folder.
 #include <ctime>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,9 +15,18 @@ inline constexpr const char* kSettingsFileName = "Heralder17.ini";
 
 // Applies the lines of a settings file, given as the bytes on disk, to record.
 void readSettingsText(Settings& record, std::string_view fileBytes);
-// Reads the file at path into record; false (record untouched) when it cannot
-// be opened.
-bool readSettingsFile(Settings& record, const std::string& path);
+// Reads the file at path into record and names the file it read. A missing
+// file reads nothing (nullopt, the record keeps its defaults); one that is
+// empty, unreadable or holds a NUL or Ctrl-Z is damaged, and the newest intact
+// backup is read instead ("Backup of ...", then "Backup of Backup of ..."),
+// and only without one what the damaged file still holds.
+std::optional<std::string> readSettingsFile(Settings& record, const std::string& path);
+
+// What of a text value comes back from the file: the text up to its first
+// control character, without leading blanks, and no longer than "key = value"
+// and its line end fit in one read of the reader. The writer stores exactly
+// this, so a value can never spill into a line of its own.
+std::string_view storableSettingText(std::string_view key, std::string_view text);
 
 // The key lines alone, "Key = value" in table order, each ending in LF.
 std::string formatSettingLines(const Settings& record);
@@ -25,8 +35,10 @@ std::string formatSettingLines(const Settings& record);
 std::string formatSettingsFile(const Settings& record, std::time_t now);
 // "Backup of NAME" beside path (folder and extension kept).
 std::string backupPathFor(const std::string& path);
-// Rotates the two backups, then writes record to path. Failures are silent;
-// false when the file itself could not be written.
+// Rotates the two backups (intact generations only), then writes record to
+// path. Each file is written beside the old one and replaces it in one step, so
+// a crash leaves the old file or the new. False when the file itself could not
+// be written; the old one then stays.
 bool writeSettingsFile(const Settings& record, const std::string& path,
                        std::time_t now = std::time(nullptr));
 

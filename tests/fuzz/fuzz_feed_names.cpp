@@ -1,6 +1,8 @@
 // Names that arrive over the network: a graphic update's url must never name a
 // file outside the product folder, a device or an alternate stream, and a
-// setting update's text must split without losing or inventing characters.
+// setting update's text must split without losing or inventing characters. The
+// same bytes as a damaged seen list: written clean, it holds only number lines,
+// loses none of its marks, and stays as it is when cleaned again.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -29,6 +31,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     check(text.size() >= a.name.size() + a.value.size());
     check(text.substr(text.size() - a.value.size()) == a.value);
 
-    parseSeenNumbers(text);
+    const std::string clean = cleanSeenList(text);
+    const SeenListShape shape = seenListShape(clean);
+    check(!shape.damaged && !shape.endsOpen && cleanSeenList(clean) == clean);
+    const auto before = parseSeenNumbers(text);
+    for (int32_t n : parseSeenNumbers(clean)) check(before.count(n) == 1);
     return 0;
 }

@@ -1,7 +1,8 @@
-// Arbitrary bytes through the settings reader, then a save and a read of what
-// was saved: the first read leaves skipped keys alone and keeps texts short and
-// free of control characters; the saved file gives back every value, unless a
-// line is too long for the reader's 259-character reads, which splits it.
+// The settings file both ways. Arbitrary bytes through the reader must leave
+// skipped keys alone and texts short and free of control characters. Then the
+// same bytes as a record (texts of any bytes and length, as a feed could set
+// them) are saved and read again: every value must come back, less the cuts
+// storableSettingText names, so that no value ever becomes a line of its own.
 #include <cstdint>
 #include <cstdlib>
 #include <string>
@@ -13,25 +14,36 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     auto require = [](bool condition) {
         if (!condition) std::abort();
     };
+    std::string_view bytes(reinterpret_cast<const char*>(data), size);
     Settings first;
-    readSettingsText(first, std::string_view(reinterpret_cast<const char*>(data), size));
+    readSettingsText(first, bytes);
     for (const SettingDef& def : SettingsTable) {
         if (def.readFlags & kSettingSkipOnRead)
             require(settingValueText(first, def) == settingValueText(Settings{}, def));
         if (const std::string* text = settingText(first, def)) {
-            require(text->size() < kSettingTextMax);
+            require(text->size() <= kSettingTextMax);
             for (char c : *text) require(static_cast<unsigned char>(c) >= 32);
         }
     }
 
-    // 258 characters and the line end is what one read takes whole.
-    const std::string lines = formatSettingLines(first);
-    for (std::size_t start = 0, end; (end = lines.find('\n', start)) != std::string::npos;
-         start = end + 1)
-        if (end - start > 258) return 0;
-    Settings second;
-    readSettingsText(second, formatSettingsFile(first, 0));
-    for (const SettingDef& def : SettingsTable)
-        require(settingValueText(second, def) == settingValueText(first, def));
+    // Each row takes its value from the next piece of the input.
+    Settings record;
+    for (const SettingDef& def : SettingsTable) {
+        const std::size_t take = bytes.empty() ? 0 : static_cast<unsigned char>(bytes[0]) + 8u;
+        std::string_view piece = bytes.substr(bytes.empty() ? 0 : 1, take);
+        bytes.remove_prefix(std::min(bytes.size(), take + 1));
+        if (uint32_t* number = settingNumber(record, def))
+            for (char c : piece.substr(0, 4))
+                *number = *number << 8 | static_cast<unsigned char>(c);
+        if (std::string* text = settingText(record, def)) assignSettingText(*text, piece);
+    }
+    Settings back;
+    readSettingsText(back, formatSettingsFile(record, 0));
+    for (const SettingDef& def : SettingsTable) {
+        if (def.readFlags & kSettingSkipOnRead) continue;
+        const std::string value = settingValueText(record, def);
+        require(settingValueText(back, def) ==
+                (def.isText() ? std::string(storableSettingText(def.key, value)) : value));
+    }
     return 0;
 }

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "base/unique_handle.h"
 #include "base/version.h"
 

@@ -105,8 +105,13 @@ TEST(DocumentCheck, FindsEachFaultAtItsLine) {
              setting(3, "VersionNumber = 600") + setting(4, "AlertFontName = " + longText) +
              setting(5, "alertfontsize=18") + setting(6, "PromptMultipleCount = 6 items"),
          {"3 W BeNoisy is 0 or 1", "7 W AlertTextColor is a colour",
-          "11 W VersionNumber is the program's own", "15 W at most 260 characters",
+          "11 W VersionNumber is the program's own", "15 E too long for the settings file",
           "23 W '6 items' sets it to 6"}},
+        {"what a forged document would write: a setting line, the seen list, a browser flag",
+         setting(1, "{CurrentTransactionDate = 01-01-2020\nChangeFolderSound = x.wav}") +
+             ":BEGINNEWGRAPHIC\nNUMBER=2\nURL=/update/images/Heralder.lst\n:END\n" +
+             tip(3, "URL = http://127.0.0.1:47699/\" --evil-flag \"\n"),
+         {"3 E holds a line break", "8 E names no picture", "14 E not a well-formed web address"}},
         {"blanks and '=' after PLAINTEXT go, so the value names the setting",
          setting(1, "= 5"),
          {"3 E '5' is not a setting"}},

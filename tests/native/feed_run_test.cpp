@@ -52,8 +52,12 @@ TEST(SeenList, ReadsEachLineAsTheRuntimeDid) {
         int32_t number;
         bool seen;
     } cases[] = {
-        {std::nullopt, 0, false},      {"17\r\n", 18, false},        {"\r\n", 0, true},
-        {"  1042abc\r\n", 1042, true}, {"7\r\n7\r\n7\r\n", 7, true},
+        {std::nullopt, 0, false},
+        {"17\r\n", 18, false},
+        {"\r\n", 0, true},
+        {"  1042abc\r\n", 1042, true},
+        {"7\r\n7\r\n7\r\n", 7, true},
+        {"5\r\n\x1a\r\n7\r\n", 7, true},  // a Ctrl-Z hides nothing after it
     };
     for (const Case& c : cases) {
         ScratchFolder dir;
@@ -80,6 +84,32 @@ TEST(SeenList, MarkingAppendsCrLfLinesAndFollowsOtherWriters) {
     SeenList unwritable(dir.file("no-such-folder/Heralder.lst"));
     EXPECT_FALSE(unwritable.markItemSeen(makeItem(ItemType::Alert, 5)));
     EXPECT_FALSE(unwritable.isItemSeen(makeItem(ItemType::Alert, 5)));
+}
+
+// Damage in the list (a Ctrl-Z, NULs, binary, a last line without its line
+// end) must neither hide marks nor swallow the next one: a damaged list is
+// rewritten with the numbers it holds before the append, a clean one is only
+// appended to.
+TEST(SeenList, EachMarkLandsOnALineOfItsOwn) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"", "9\r\n"},
+        {"41", "41\r\n9\r\n"},
+        {"5\r\n5\r\n", "5\r\n5\r\n9\r\n"},
+        {"5\r\n\x1a\r\n7\r\n", "5\r\n7\r\n9\r\n"},
+        {std::string("5\r\n\0\0junk\r\n  1042abc\r\n-3", 24), "5\r\n1042\r\n-3\r\n9\r\n"},
+        {"\xff\xfe"
+         "12\r\n\x89PNG\r\n",
+         "9\r\n"},
+    };
+    for (const auto& [before, after] : cases) {
+        ScratchFolder dir;
+        writeFile(dir.file("Heralder.lst"), before);
+        SeenList list(dir.file("Heralder.lst"));
+        EXPECT_TRUE(list.markItemSeen(makeItem(ItemType::Alert, 9))) << before;
+        EXPECT_EQ(readFile(list.path()), after) << before;
+        for (int32_t n : parseSeenNumbers(after))
+            EXPECT_TRUE(SeenList(list.path()).isItemSeen(makeItem(ItemType::Alert, n))) << n;
+    }
 }
 
 // Each index against four items that tell the rules apart: not installed at
@@ -330,29 +360,37 @@ TEST(GraphicUpdate, FileNameFromUrl) {
 
 // The new image goes to ".temp" first: an earlier attempt's leftover there is
 // replaced, and a folder there (which can be neither removed nor written) makes
-// the write fail. Only a complete write replaces the old image and marks the
-// item; only a failed write is reported.
-TEST(GraphicUpdate, ReplacesTheOldImageOnlyAfterACompleteWrite) {
-    const std::string fresh = "new image" + std::string(16, '\0');
+// the write fail. Only a complete picture of its extension replaces the old
+// image and marks the item; only a failed write is reported. Nothing but a
+// picture is ever written: not the seen list, not a program.
+TEST(GraphicUpdate, ReplacesOnlyPicturesAndOnlyAfterACompleteWrite) {
+    const std::string picture = "BM new image";
+    const std::string fresh = picture + std::string(16, '\0');
     const std::vector<std::string> reported = {
         "There has been an error upgrading the new graphic logo.bmp."};
     struct Case {
         std::optional<std::string> url;
+        std::optional<std::string> body;  // nullopt: the download fails
         bool folder, blocked;
         std::string image;
         std::vector<std::string> messages;
     } cases[] = {
-        {"/update/logo.bmp", true, false, fresh, {}},
-        {"/update/logo.bmp", true, true, "old", reported},
-        {"/update/gone.bmp", true, false, "old", {}},
-        {"/update/con.bmp", true, false, "old", {}},
-        {std::nullopt, true, false, "old", {}},
-        {"/update/logo.bmp", false, false, "old", {}},
+        {"/update/logo.bmp", picture, true, false, fresh, {}},
+        {"/update/logo.bmp", picture, true, true, "old", reported},
+        {"/update/gone.bmp", std::nullopt, true, false, "old", {}},
+        {"/update/con.bmp", picture, true, false, "old", {}},
+        {std::nullopt, picture, true, false, "old", {}},
+        {"/update/logo.bmp", picture, false, false, "old", {}},
+        {"/update/logo.bmp", "", true, false, "old", {}},
+        {"/update/logo.bmp", "<html>404 Not Found</html>", true, false, "old", {}},
+        {"/update/logo.bmp", "\x89PNG\r\n\x1A\n", true, false, "old", {}},
+        {"/update/images/Heralder.lst", "1\r\n", true, false, "old", {}},
+        {"/update/evil.exe", "MZ", true, false, "old", {}},
     };
     for (const Case& c : cases) {
         Scenario run;
         if (!c.folder) run.host.folder = "";
-        run.host.serverFiles = {{"/update/con.bmp", "x"}, {"/update/logo.bmp", "new image"}};
+        if (c.url && c.body) run.host.serverFiles = {{*c.url, *c.body}};
         writeFile(run.dir.file("logo.bmp"), "old");
         if (c.blocked)
             std::filesystem::create_directories(run.dir.file("logo.bmp.temp/inner"));
@@ -361,10 +399,11 @@ TEST(GraphicUpdate, ReplacesTheOldImageOnlyAfterACompleteWrite) {
         UpdateItem item = makeItem(ItemType::GraphicUpdate, 31);
         item.url = c.url;
         performGraphicUpdate(item, run.host, run.seen);
-        const std::string what = c.url.value_or("(none)") + (c.folder ? "" : " no folder") +
-                                 (c.blocked ? " blocked" : "");
+        const std::string what = c.url.value_or("(none)") + " " + c.body.value_or("").substr(0, 8) +
+                                 (c.folder ? "" : " no folder") + (c.blocked ? " blocked" : "");
         EXPECT_EQ(readFile(run.dir.file("logo.bmp")), c.image) << what;
-        EXPECT_EQ(run.seen.isItemSeen(item), c.image == fresh) << what;
+        EXPECT_EQ(run.listFile(), c.image == fresh ? "31\r\n" : "") << what;
+        EXPECT_FALSE(std::filesystem::exists(run.dir.file("evil.exe"))) << what;
         EXPECT_EQ(run.host.messages, c.messages) << what;
     }
 }

@@ -3,14 +3,20 @@
 // rotating backups on disk is tested under Wine in the real user data folder.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <ctime>
+#include <filesystem>
+#include <random>
 #include <string>
+#include <vector>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "feed/feed_date.h"
 #include "settings/file_locations.h"
 #include "settings/settings_file.h"
+#include "tests/native/feed_test_support.h"
 
 namespace {
 
@@ -64,6 +70,117 @@ TEST(SettingsWrite, ReadingASavedFileGivesBackEveryReadableValue) {
         const Settings& want = def.readFlags & kSettingSkipOnRead ? before : written;
         EXPECT_EQ(settingValueText(read, def), settingValueText(want, def)) << def.key;
     }
+}
+
+// Whatever a text setting holds in memory (a feed may hand it line breaks, a
+// Ctrl-Z or 260 characters), the saved file reads back as the same record, less
+// the cuts storableSettingText names: no value can spill into a line of its own.
+TEST(SettingsWrite, AnyRecordReadsBackLessTheDocumentedCuts) {
+    std::mt19937 random(17);
+    auto someText = [&] {
+        std::string text(random() % 300, ' ');
+        for (char& c : text) c = static_cast<char>(random() % 4 ? 32 + random() % 95 : random());
+        return text;
+    };
+    Settings injected;
+    injected.CurrentTransactionDate =
+        "01-01-2020\r\nChangeFolderSound = \\\\127.0.0.1\\share\\inj.wav\r\nColourTableFile = x";
+    injected.AlertFontName = "Georgia\x1a";
+    injected.DocumentBrowserPath = "  " + std::string(258, 'x');
+    std::vector<Settings> records = {injected};
+    for (int i = 0; i < 300; ++i) {
+        Settings record;
+        for (const SettingDef& def : SettingsTable) {
+            if (uint32_t* number = settingNumber(record, def)) *number = random();
+            if (std::string* text = settingText(record, def)) assignSettingText(*text, someText());
+        }
+        records.push_back(record);
+    }
+    for (const Settings& written : records) {
+        Settings read;
+        readSettingsText(read, formatSettingsFile(written, 0));
+        for (const SettingDef& def : SettingsTable) {
+            if (def.readFlags & kSettingSkipOnRead) continue;
+            const std::string value = settingValueText(written, def);
+            EXPECT_EQ(settingValueText(read, def),
+                      def.isText() ? storableSettingText(def.key, value) : value)
+                << def.key;
+        }
+    }
+    EXPECT_EQ(storableSettingText("CurrentTransactionDate", injected.CurrentTransactionDate),
+              "01-01-2020");
+    EXPECT_EQ(storableSettingText("DocumentBrowserPath", injected.DocumentBrowserPath).size(),
+              259u - 19 - 3 - 1);
+}
+
+// A damaged file (empty, or with a NUL or Ctrl-Z that ends the reading early)
+// is passed over for the newest intact backup; only a missing file means the
+// defaults. A save never passes a damaged generation on to the backups.
+TEST(SettingsFile, DamagedFilesFallBackToTheNewestIntactBackup) {
+    const std::string good = "BeNoisy = 0\r\n", older = "BeNoisy = 0\r\nNoiseType = 5\r\n";
+    const std::string cut = std::string("AlertFontName = Georgia\x1a\r\nBeNoisy = 0\r\n");
+    struct Case {
+        std::optional<std::string> file, backup, oldest;
+        const char* readFrom;  // nullptr: nothing read
+        uint32_t beNoisy, noiseType;
+    } cases[] = {
+        {good, older, older, "Heralder17.ini", 0, 64},
+        {"", good, older, "Backup of Heralder17.ini", 0, 64},
+        {cut, std::string("\0", 1), older, "Backup of Backup of Heralder17.ini", 0, 5},
+        {cut, std::nullopt, std::nullopt, "Heralder17.ini", 1, 64},  // better than nothing
+        {std::nullopt, good, older, nullptr, 1, 64},
+        {"", "", std::nullopt, nullptr, 1, 64},
+    };
+    for (const Case& c : cases) {
+        ScratchFolder dir;
+        const std::string path = dir.file("Heralder17.ini");
+        for (auto [name, bytes] : {std::pair{path, c.file},
+                                   {dir.file("Backup of Heralder17.ini"), c.backup},
+                                   {dir.file("Backup of Backup of Heralder17.ini"), c.oldest}})
+            if (bytes) writeFile(name, *bytes);
+        Settings read;
+        const std::optional<std::string> from = readSettingsFile(read, path);
+        const std::string what = c.file.value_or("(missing)");
+        EXPECT_EQ(from, c.readFrom ? std::optional(dir.file(c.readFrom)) : std::nullopt) << what;
+        EXPECT_EQ(read.BeNoisy, c.beNoisy) << what;
+        EXPECT_EQ(read.NoiseType, c.noiseType) << what;
+
+        // Saving what was read keeps an intact generation among the backups.
+        ASSERT_TRUE(writeSettingsFile(read, path, 0)) << what;
+        if (c.beNoisy == 0) {
+            Settings again;
+            EXPECT_TRUE(readSettingsFile(again, dir.file("Backup of Heralder17.ini"))) << what;
+            EXPECT_EQ(again.BeNoisy, 0u) << what;
+        }
+    }
+}
+
+// Killed after the new file is complete and before it takes the old one's
+// place, the worst moment: the old settings are still there to read.
+TEST(SettingsFile, AKillDuringASaveLeavesTheOldFile) {
+    ScratchFolder dir;
+    const std::string path = dir.file("Heralder17.ini");
+    Settings before;
+    before.AlertFontSize = 33;
+    ASSERT_TRUE(writeSettingsFile(before, path, 0));
+    EXPECT_EXIT(
+        {
+            setFileReplaceHook([](const std::string& target) {
+                if (target.ends_with("/Heralder17.ini")) _exit(7);
+            });
+            writeSettingsFile(Settings{}, path, 0);
+        },
+        testing::ExitedWithCode(7), "");
+    Settings read;
+    EXPECT_EQ(readSettingsFile(read, path), path);
+    EXPECT_EQ(read.AlertFontSize, 33u);
+}
+
+// A full disk: the C runtime may say nothing at close, the flush must.
+TEST(FileWrites, AFullDiskIsAFailedWrite) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP();
+    EXPECT_FALSE(writeFileBytes("/dev/full", {"BeNoisy = 0\r\n"}));
+    EXPECT_FALSE(appendFileBytes("/dev/full", "41\r\n"));
 }
 
 TEST(SettingsPaths, BackupAndDataFileNames) {

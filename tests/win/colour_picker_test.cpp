@@ -6,7 +6,7 @@
 #include <array>
 #include <string>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "dialogs/colour_picker_win.h"
 #include "resources/resource.h"
 #include "tests/win/dialog_driver.h"

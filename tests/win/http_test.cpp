@@ -2,7 +2,7 @@
 // server for ordinary files and a raw one for replies a real server won't give.
 #include <gtest/gtest.h>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "feed/http_win.h"
 #include "feed/http_reply.h"
 #include "tests/win/test_support.h"

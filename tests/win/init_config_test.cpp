@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "dialogs/init_config.h"
 #include "dialogs/init_config_box_win.h"
 #include "dialogs/startup_manager_win.h"

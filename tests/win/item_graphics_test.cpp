@@ -8,7 +8,7 @@
 #include <fstream>
 #include <thread>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "base/packed_dib.h"
 #include "notify/item_graphics.h"
 #include "notify/item_graphics_win.h"

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 
 namespace {
 

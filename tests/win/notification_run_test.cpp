@@ -10,7 +10,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "feed/document_parser.h"
 #include "feed/http_win.h"
 #include "app/run_host_win.h"

@@ -7,7 +7,7 @@
 #include <set>
 #include <thread>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"

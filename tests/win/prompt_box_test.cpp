@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "dialogs/startup_manager_win.h"
 #include "feed/seen_list.h"
 #include "notify/prompt_box_win.h"

@@ -6,7 +6,7 @@
 #include <fstream>
 #include <string>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "feed/seen_list.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"

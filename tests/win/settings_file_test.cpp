@@ -9,7 +9,7 @@
 #include <fstream>
 #include <map>
 
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "base/win_headers.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
@@ -85,3 +85,10 @@ TEST_F(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
 }
 
 }  // namespace
+
+// Wine's C runtime reports success from fclose after a write that found no
+// room; the checked flush must not. /dev/full stands for the full disk.
+TEST(FileWrites, AFullDiskIsAFailedWrite) {
+    EXPECT_FALSE(writeFileBytes("Z:\\dev\\full", {"BeNoisy = 0\r\n"}));
+    EXPECT_FALSE(appendFileBytes("Z:\\dev\\full", "41\r\n"));
+}

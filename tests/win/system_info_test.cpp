@@ -7,7 +7,7 @@
 
 #include "app/app_win.h"
 #include "app/main_window_win.h"
-#include "base/crt_text.h"
+#include "base/file_io.h"
 #include "dialogs/system_info_win.h"
 #include "feed/http_win.h"
 #include "resources/resource.h"

@@ -1,0 +1,116 @@
+// Checked whole-file writes and one-step replacement (see file_io.h). The one
+// place where the disk is asked to confirm a write; the calls differ between
+// the C runtimes, the behaviour does not.
+#include "base/file_io.h"
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <memory>
+
+#ifdef _WIN32
+#include <io.h>
+
+#include "base/win_headers.h"
+#else
+#include <unistd.h>
+#endif
+
+namespace {
+
+FileReplaceHook replaceHook = nullptr;
+
+struct FileCloser {
+    void operator()(std::FILE* f) const { std::fclose(f); }
+};
+using UniqueFile = std::unique_ptr<std::FILE, FileCloser>;
+
+// Buffered bytes to the system, then the system's buffers to the disk.
+bool flushToDisk(std::FILE* f) {
+    if (std::fflush(f) != 0) return false;
+#ifdef _WIN32
+    return FlushFileBuffers(reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(f)))) != 0;
+#else
+    return fsync(fileno(f)) == 0;
+#endif
+}
+
+bool cutBack(std::FILE* f, long length) {
+#ifdef _WIN32
+    return _chsize(_fileno(f), length) == 0;
+#else
+    return ftruncate(fileno(f), length) == 0;
+#endif
+}
+
+}  // namespace
+
+bool fileExists(const std::string& path) {
+#ifdef _WIN32
+    struct _stat64 st;
+    return _stat64(path.c_str(), &st) == 0;
+#else
+    struct stat st;
+    return stat(path.c_str(), &st) == 0;
+#endif
+}
+
+std::optional<std::string> readFileBytes(const std::string& path) {
+    UniqueFile f(std::fopen(path.c_str(), "rb"));
+    if (!f) return std::nullopt;
+    std::string data;
+    char buffer[65536];
+    std::size_t n;
+    while ((n = std::fread(buffer, 1, sizeof buffer, f.get())) > 0) data.append(buffer, n);
+    if (std::ferror(f.get())) return std::nullopt;
+    return data;
+}
+
+bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces) {
+    std::FILE* f = std::fopen(path.c_str(), "wb");
+    if (!f) return false;
+    bool ok = true;
+    for (std::string_view piece : pieces)
+        ok = ok && std::fwrite(piece.data(), 1, piece.size(), f) == piece.size();
+    ok = ok && flushToDisk(f);
+    return std::fclose(f) == 0 && ok;
+}
+
+bool replaceFileWith(const std::string& from, const std::string& to) {
+#ifdef _WIN32
+    return MoveFileExA(from.c_str(), to.c_str(),
+                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+#else
+    return std::rename(from.c_str(), to.c_str()) == 0;
+#endif
+}
+
+bool replaceFileContents(const std::string& path, std::initializer_list<std::string_view> pieces) {
+    if (path.empty()) return false;
+    const std::string fresh = path + ".new";
+    if (writeFileBytes(fresh, pieces)) {
+        if (replaceHook) replaceHook(path);
+        if (replaceFileWith(fresh, path)) return true;
+    }
+    std::remove(fresh.c_str());
+    return false;
+}
+
+bool appendFileBytes(const std::string& path, std::string_view bytes) {
+    std::FILE* f = std::fopen(path.c_str(), "ab");
+    if (!f) return false;
+    // Unbuffered, so that nothing of a failed write is tried again at close.
+    std::setvbuf(f, nullptr, _IONBF, 0);
+    std::fseek(f, 0, SEEK_END);
+    const long before = std::ftell(f);
+    bool ok = std::fwrite(bytes.data(), 1, bytes.size(), f) == bytes.size() && flushToDisk(f);
+    if (!ok && before >= 0) {
+        std::clearerr(f);
+        cutBack(f, before);
+    }
+    return std::fclose(f) == 0 && ok;
+}
+
+void setFileReplaceHook(FileReplaceHook hook) {
+    replaceHook = hook;
+}
