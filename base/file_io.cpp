@@ -87,7 +87,7 @@ bool replaceFileWith(const std::string& from, const std::string& to) {
 
 bool replaceFileContents(const std::string& path, std::initializer_list<std::string_view> pieces) {
     if (path.empty()) return false;
-    const std::string fresh = path + ".new";
+    const std::string fresh = path + ".tmp";
     if (writeFileBytes(fresh, pieces)) {
         if (replaceHook) replaceHook(path);
         if (replaceFileWith(fresh, path)) return true;

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/file_io.h"
 #include "base/win_handles.h"
 #include "dialogs/colour_model.h"
 #include "resources/resource.h"
@@ -397,19 +398,5 @@ std::string colourTablePath(const std::string& tableFile) {
 }
 
 bool saveColourTableFile(const std::string& path, const ColourTable& table) {
-    const std::string bytes = formatColourTable(table);
-    const std::string temporary = path + ".tmp";
-    HANDLE file = CreateFileA(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return false;
-    DWORD written = 0;
-    bool ok = WriteFile(file, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
-              written == bytes.size();
-    ok = FlushFileBuffers(file) && ok;
-    ok = CloseHandle(file) && ok;
-    if (ok)
-        ok = MoveFileExA(temporary.c_str(), path.c_str(),
-                         MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
-    if (!ok) DeleteFileA(temporary.c_str());
-    return ok;
+    return replaceFileContents(path, {formatColourTable(table)});
 }
