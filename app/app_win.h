@@ -32,5 +32,9 @@ void recreateAlertBackgroundBrush(const Settings& record);
 // still names the white one until the process ends.
 void deleteSharedDrawingObjects();
 
+// Waits while still answering the system (a logon or shutdown must not find a
+// hung program). False when the wait ended because the program must quit.
+bool waitAnswering(DWORD ms);
+
 // The folder of the running program, ending in "\".
 std::string programFolder();

@@ -60,31 +60,13 @@ void centreOnScreen(HWND hwnd) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// Waits while still answering the system (a logon or shutdown must not find a
-// hung program); the window is hidden in update mode, so nothing else runs.
-void waitAnswering(DWORD ms) {
-    const DWORD start = GetTickCount();
-    for (DWORD elapsed = 0; elapsed < ms; elapsed = GetTickCount() - start) {
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, ms - elapsed, QS_ALLINPUT);
-        MSG msg;
-        while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) {
-            if (msg.message == WM_QUIT) {
-                PostQuitMessage(static_cast<int>(msg.wParam));
-                return;
-            }
-            TranslateMessage(&msg);
-            DispatchMessageA(&msg);
-        }
-    }
-}
-
 std::optional<std::string> fetchUpdateDocument(HWND hwnd) {
     std::optional<std::string> document =
         fetchServerFile(hwnd, publisherServerHost(), "/update/update.txt");
     if (app().updateMode)
         for (DWORD delay : retryDelaysMs) {
             if (document) break;
-            waitAnswering(delay);
+            if (!waitAnswering(delay)) break;
             document = fetchServerFile(hwnd, publisherServerHost(), "/update/update.txt");
         }
     return document;

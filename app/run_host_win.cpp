@@ -2,6 +2,7 @@
 #include "app/run_host_win.h"
 
 #include "app/app_win.h"
+#include "app/quiet_wait.h"
 #include "feed/http_win.h"
 #include "feed/installed_product.h"
 #include "notify/prompt_box_win.h"
@@ -50,6 +51,16 @@ void WindowsRunHost::endWaitCursor() {
 
 std::optional<InstalledVersion> WindowsRunHost::lookupInstalledVersion(const UpdateItem& item) {
     return ::lookupInstalledVersion(item);
+}
+
+bool WindowsRunHost::waitForUser() {
+    if (!app().updateMode) return true;
+    auto ask = [] {
+        QUERY_USER_NOTIFICATION_STATE state{};
+        if (FAILED(SHQueryUserNotificationState(&state))) return UserNotificationState::Unknown;
+        return static_cast<UserNotificationState>(state);
+    };
+    return waitUntilUserIsFree(ask, [](uint32_t ms) { return waitAnswering(ms); });
 }
 
 bool runNotifications(WindowsRunHost& host, std::vector<UpdateItem>& items) {

@@ -22,6 +22,9 @@ class WindowsRunHost : public RunHost {
     void beginWaitCursor() override;
     void endWaitCursor() override;
     std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item) override;
+    // A daily run asks Windows whether the user can take notifications and
+    // waits, a check a minute for at most four hours; Go by hand never waits.
+    bool waitForUser() override;
 
     HWND owner() const { return owner_; }
 

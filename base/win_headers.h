@@ -6,6 +6,7 @@
 #include <windowsx.h>
 #include <commctrl.h>
 #include <shlobj.h>
+#include <shellapi.h>
 #include <wininet.h>
 #include <mmsystem.h>
 

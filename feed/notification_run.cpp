@@ -30,6 +30,11 @@ bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& s
     if (items.empty()) return false;
     SelectionContext context{settings, seen, host};
     auto passes = [&](const UpdateItem& item) { return shouldShowItem(item, false, context); };
+    // A day with nothing new never waits; one with news waits as a whole, so
+    // that giving up leaves everything for the next run.
+    bool pending = false;
+    for (const UpdateItem& item : items) pending = pending || passes(item);
+    if (pending && !host.waitForUser()) return false;
 
     for (UpdateItem& item : items)
         if (item.type == ItemType::GraphicUpdate && passes(item))

@@ -32,6 +32,10 @@ class RunHost : public InstalledLookup {
     virtual std::string graphicFolder() = 0;
     virtual void beginWaitCursor() = 0;
     virtual void endWaitCursor() = 0;
+    // Holds a run that has something to show or apply while the user cannot
+    // take it (a presentation, a full-screen game); false gives the run up
+    // for today. A run the user started never waits.
+    virtual bool waitForUser() { return true; }
 };
 
 // Shows the wait cursor for as long as it lives.
@@ -46,7 +50,8 @@ class WaitCursorScope {
     RunHost& host_;
 };
 
-// False when there are no items or the user stopped at the prompt; true
+// False when there are no items, the host gave up waiting for the user (then
+// nothing is applied, shown or marked) or the user stopped at the prompt; true
 // otherwise, also when a window was cancelled.
 bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& settings,
                       SeenList& seen);

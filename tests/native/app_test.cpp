@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "app/command_line.h"
 #include "app/machine_policy.h"
 #include "app/platform.h"
+#include "app/quiet_wait.h"
 #include "app/window_edges.h"
 #include "resources/resource.h"
 
@@ -224,5 +226,44 @@ TEST(WindowEdges, StoredRectangleIsClippedToTheScreen) {
         EXPECT_EQ(record.StickyWindowTop, c.top);
         EXPECT_EQ(record.StickyWindowRight, c.right);
         EXPECT_EQ(record.StickyWindowBottom, c.bottom);
+    }
+}
+
+// Answers over time: the run shows its windows at the first answer that is not
+// busy, waits a check between answers, and gives up after four hours of them
+// (or when the session ends) without showing anything.
+TEST(QuietWait, WaitsWhileBusyAndGivesUpAfterFourHours) {
+    using S = UserNotificationState;
+    const std::vector<S> busyForEver(300, S::PresentationMode);
+    struct Case {
+        const char* name;
+        std::vector<S> answers;  // the last one repeats
+        int stopAfterWaits;      // the session ends after so many waits; -1 never
+        bool free;
+        std::size_t waits;
+    } cases[] = {
+        {"free at once", {S::AcceptsNotifications}, -1, true, 0},
+        {"no answer", {S::Unknown}, -1, true, 0},
+        {"locked, or an app", {S::NotPresent, S::App}, -1, true, 0},
+        {"busy, then free",
+         {S::Busy, S::Direct3dFullScreen, S::QuietTime, S::PresentationMode,
+          S::AcceptsNotifications},
+         -1,
+         true,
+         4},
+        {"busy for ever", busyForEver, -1, false, 240},
+        {"busy until the session ends", busyForEver, 3, false, 3},
+    };
+    for (const Case& c : cases) {
+        std::size_t asked = 0;
+        std::vector<uint32_t> waits;
+        const bool free =
+            waitUntilUserIsFree([&] { return c.answers[std::min(asked++, c.answers.size() - 1)]; },
+                                [&](uint32_t ms) {
+                                    waits.push_back(ms);
+                                    return static_cast<int>(waits.size()) != c.stopAfterWaits;
+                                });
+        EXPECT_EQ(free, c.free) << c.name;
+        EXPECT_EQ(waits, std::vector<uint32_t>(c.waits, 60000u)) << c.name;
     }
 }

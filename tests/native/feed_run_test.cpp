@@ -260,6 +260,30 @@ TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
     }
 }
 
+// A run with news waits for the user as a whole: given up, it applies, shows
+// and marks nothing. A run with nothing new never asks.
+TEST(NotificationRun, WaitsForTheUserOnlyWithNewsAndGivesUpLeavingEverything) {
+    for (bool userFree : {true, false}) {
+        for (bool news : {true, false}) {
+            Scenario run;
+            run.host.userFree = userFree;
+            run.addAlerts(7, 2);
+            UpdateItem update = makeItem(ItemType::SettingUpdate, 9);
+            update.plainText = "NoiseType = 5";
+            run.items.push_back(update);
+            if (!news)
+                for (const UpdateItem& item : run.items) run.seen.markItemSeen(item);
+            const std::string before = run.listFile();
+            run.go();
+            const bool showed = news && userFree;
+            EXPECT_EQ(run.host.waitedForUser, news ? 1 : 0) << userFree << news;
+            EXPECT_EQ(run.host.shown.size(), showed ? 2u : 0u) << userFree << news;
+            EXPECT_EQ(run.settings.NoiseType, showed ? 5u : 64u) << userFree << news;
+            if (!showed) EXPECT_EQ(run.listFile(), before) << userFree << news;
+        }
+    }
+}
+
 // A graphic whose download failed (9) is still waiting: it counts towards the
 // prompt and is marked by the window pass.
 TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {

@@ -58,6 +58,8 @@ class ScriptedHost : public RunHost {
     std::vector<int32_t> shown;  // in the order the windows opened
     std::vector<int> prompts;    // the waiting counts the prompt was opened with
     std::vector<std::string> messages;
+    bool userFree = true;  // what waitForUser answers
+    int waitedForUser = 0;
 
     int showAlertWindow(UpdateItem& item) override { return answer(item); }
     int showVersionWindow(UpdateItem& item) override { return answer(item); }
@@ -73,6 +75,10 @@ class ScriptedHost : public RunHost {
     }
     void showMessage(const std::string& text) override { messages.push_back(text); }
     std::string graphicFolder() override { return folder; }
+    bool waitForUser() override {
+        ++waitedForUser;
+        return userFree;
+    }
     void beginWaitCursor() override {}
     void endWaitCursor() override {}
     std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
