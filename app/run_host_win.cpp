@@ -52,7 +52,14 @@ std::optional<InstalledVersion> WindowsRunHost::lookupInstalledVersion(const Upd
     return ::lookupInstalledVersion(item);
 }
 
+bool WindowsRunHost::downloadTimeSpent() {
+    return RunFetchBudget::spent();
+}
+
 bool runNotifications(WindowsRunHost& host, std::vector<UpdateItem>& items) {
+    // Graphic updates and the windows' pictures share it: past it the rest
+    // wait for tomorrow and the windows show the default picture at once.
+    RunFetchBudget downloads;
     // The seen list and the graphics live in the product folder; without it
     // every mark would be lost silently on a machine set up without the installer.
     ensureDataFolders();

@@ -22,6 +22,7 @@ class WindowsRunHost : public RunHost {
     void beginWaitCursor() override;
     void endWaitCursor() override;
     std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item) override;
+    bool downloadTimeSpent() override;
 
     HWND owner() const { return owner_; }
 
