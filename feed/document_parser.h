@@ -18,10 +18,10 @@
 std::string normalizeLineEnds(std::string_view document);
 
 // The most items a document gives; the blocks after them are ignored. A
-// real document holds tens of items; 64 MiB of empty blocks would be
-// millions, gigabytes of items in memory and a wait of half a minute before
-// the first window.
-inline constexpr std::size_t kMaxDocumentItems = 65536;
+// real document holds tens of items, yet 64 MiB of empty blocks are millions:
+// gigabytes in memory, and every item is asked about before the first window
+// opens (each question looks at the seen list's file on disk).
+inline constexpr std::size_t kMaxDocumentItems = 10000;
 
 // The items of a (normalised) document in document order, the first
 // kMaxDocumentItems of them. The text ends at its first NUL byte.
