@@ -49,7 +49,11 @@ void WindowsRunHost::endWaitCursor() {
 }
 
 std::optional<InstalledVersion> WindowsRunHost::lookupInstalledVersion(const UpdateItem& item) {
-    return ::lookupInstalledVersion(item);
+    InstalledProductKey key = installedProductKey(item);
+    auto found = installed_.find(key);
+    if (found == installed_.end())
+        found = installed_.emplace(std::move(key), ::lookupInstalledVersion(item)).first;
+    return found->second;
 }
 
 bool WindowsRunHost::downloadTimeSpent() {

@@ -13,13 +13,16 @@ build="$root/build/windows"
 dir="$root/build/bench-huge"
 port=47632
 blocks=${BLOCKS:-3700000}
+# Another item shape, CR LF line ends written as "\r\n" (BLOCK=':BEGINVERSION\r\n...').
+block=${BLOCK:-':BEGINTIP\r\n:END\r\n'}
 . "$root/scripts/wine_env.sh"
 wine_env_start "$dir"
 serve_examples "$dir" "$port"
 doc="$dir/docroot/update/update.txt"
-python3 -c "import sys; open(sys.argv[1], 'wb').write(b':BEGINTIP\r\n:END\r\n' * int(sys.argv[2]))" \
-    "$doc" "$blocks"
-echo "document: $blocks empty items, $(($(stat -c %s "$doc") / 1048576)) MiB"
+python3 -c "import sys; open(sys.argv[1], 'wb').write(
+    sys.argv[3].encode().decode('unicode_escape').encode('latin-1') * int(sys.argv[2]))" \
+    "$doc" "$blocks" "$block"
+echo "document: $blocks items of $(printf '%s' "$block" | head -c 40)..., $(($(stat -c %s "$doc") / 1048576)) MiB"
 
 ms() { echo $(($(date +%s%N) / 1000000)); }
 visible() { xdotool search --onlyvisible --name '' 2>/dev/null | sort || true; }
@@ -40,7 +43,8 @@ sleep 1  # whatever the first window costs, counted in the peak too
 xdotool search --onlyvisible --name '' getwindowname %@ 2>/dev/null | sed 's/^/window: /' || true
 wineserver -k 2>/dev/null || true
 wait "$run" 2>/dev/null || true
-echo "heralder.exe /UPDATE: first window after ${first:-(none)} ms (bar 5000)," \
+[ -n "$first" ] || first="(none; the run ended after $(($(ms) - start)) ms)"
+echo "heralder.exe /UPDATE: first window after $first ms (bar 5000)," \
     "peak $(($(tail -n1 "$dir/peak_kb") / 1024)) MiB (bar 1024)"
 
 tool="$root/build/native/heralder-tool"
