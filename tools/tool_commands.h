@@ -14,6 +14,6 @@ std::string latin1ToUtf8(std::string_view bytes);
 // the file is missing or unreadable, or is no regular file (a folder, a FIFO,
 // a device), which is never opened for reading.
 std::optional<std::string> readToolDocument(const std::string& path);
-// False, after a message, when a settings FILE exists but is no regular file;
-// a missing one gives the defaults, as in the agent.
+// False, after a message, when a settings FILE exists but is no regular file
+// or cannot be opened; a missing one gives the defaults, as in the agent.
 bool mayReadToolSettings(const std::string& path);

@@ -67,5 +67,11 @@ std::optional<std::string> readToolDocument(const std::string& path) {
 }
 
 bool mayReadToolSettings(const std::string& path) {
-    return !refuseOther(path, inputKind(path));
+    const InputKind kind = inputKind(path);
+    if (refuseOther(path, kind)) return false;
+    // Not handed to the reader: "CON" cannot be opened without access, yet
+    // the reader would open it for reading and wait for the console.
+    if (kind != InputKind::Unopenable) return true;
+    std::fprintf(stderr, "There has been an error loading %s\n", path.c_str());
+    return false;
 }
