@@ -10,13 +10,13 @@
 #include "notify/document_check.h"
 
 #include <algorithm>
-#include <limits>
 #include <map>
 
 #include "base/ascii.h"
 #include "feed/document_parser.h"
 #include "feed/document_parser_detail.h"
 #include "notify/document_check_text.h"
+#include "notify/document_findings.h"
 #include "notify/document_check_values.h"
 #include "notify/url_policy.h"
 
@@ -32,8 +32,6 @@ using namespace checktext;
 constexpr std::string_view kBom = "\xEF\xBB\xBF";
 constexpr FindingSeverity E = FindingSeverity::Error;
 constexpr FindingSeverity W = FindingSeverity::Warning;
-// Past this many, the publisher has a broken file, not a list of fixes to make.
-constexpr std::size_t kMaxFindings = 1000;
 
 std::vector<std::string_view> markerNames() {
     std::vector<std::string_view> names;
@@ -162,52 +160,19 @@ class Checker {
         if (segments_ == 0 && !hiddenByBom_ && !unclosedBrace_)
             add(1, W, "the document holds no item (no :BEGIN... marker)");
         if (const Position dropped = firstDroppedBlock(text_))
-            itemLimit_ = Finding{lines_.at(*dropped), W,
-                                 "the agent reads the first " + std::to_string(kMaxDocumentItems) +
-                                     " items only: it ignores this block and every block after it"};
+            findings_.addAlways(
+                {lines_.at(*dropped), W,
+                 "the agent reads the first " + std::to_string(kMaxDocumentItems) +
+                     " items only: it ignores this block and every block after it"});
         return finish();
     }
 
   private:
     void add(int line, FindingSeverity severity, std::string text) {
-        findings_.push_back({line, severity, std::move(text)});
-        // Only the first findings in line order are reported. Dropping the
-        // rest as they come keeps a document of a million faults from
-        // holding a million texts; what is dropped could never be first.
-        if (findings_.size() >= 2 * kMaxFindings) keepFirstFindings();
+        findings_.add({line, severity, std::move(text)});
     }
 
-    void keepFirstFindings() {
-        std::stable_sort(findings_.begin(), findings_.end(),
-                         [](const Finding& a, const Finding& b) { return a.line < b.line; });
-        if (findings_.size() <= kMaxFindings) return;
-        for (auto f = findings_.begin() + kMaxFindings; f != findings_.end(); ++f) {
-            ++(f->severity == E ? droppedErrors_ : droppedWarnings_);
-            firstDroppedLine_ = std::min(firstDroppedLine_, f->line);
-        }
-        findings_.resize(kMaxFindings);
-    }
-
-    std::vector<Finding> finish() {
-        keepFirstFindings();
-        auto plural = [](int n, const char* what) {
-            return std::to_string(n) + " " + what + (n == 1 ? "" : "s");
-        };
-        if (droppedErrors_ + droppedWarnings_ > 0)
-            insertInOrder({firstDroppedLine_, droppedErrors_ ? E : W,
-                           "too many findings: " + plural(droppedErrors_, "more error") + " and " +
-                               plural(droppedWarnings_, "more warning") +
-                               " from here on are not listed"});
-        // Listed whatever else was dropped: it explains much of the rest.
-        if (itemLimit_) insertInOrder(std::move(*itemLimit_));
-        return std::move(findings_);
-    }
-
-    void insertInOrder(Finding finding) {
-        auto at = std::upper_bound(findings_.begin(), findings_.end(), finding.line,
-                                   [](int line, const Finding& f) { return line < f.line; });
-        findings_.insert(at, std::move(finding));
-    }
+    std::vector<Finding> finish() { return findings_.take(); }
 
     std::string_view lineText(std::size_t start, std::size_t end) const {
         return text_.substr(start, end - start);
@@ -655,10 +620,7 @@ class Checker {
     std::string_view text_;
     LineNumbers lines_;
     const ImageReader& images_;
-    std::vector<Finding> findings_;
-    int droppedErrors_ = 0, droppedWarnings_ = 0;
-    int firstDroppedLine_ = std::numeric_limits<int>::max();
-    std::optional<Finding> itemLimit_;
+    FindingList findings_;
     std::optional<Segment> open_;
     std::map<int32_t, int> numbers_;  // NUMBER -> its line
     int segments_ = 0;
