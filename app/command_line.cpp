@@ -3,6 +3,7 @@
 // they match, in table order.
 #include "app/command_line.h"
 
+#include <algorithm>
 #include <array>
 
 #include "resources/resource.h"
@@ -43,4 +44,30 @@ CommandLinePlan interpretCommandLine(std::string_view commandLine) {
         plan.steps.insert(plan.steps.end(), row.steps.begin(), row.steps.begin() + row.count);
     }
     return plan;
+}
+
+namespace {
+
+// The steps "/UPDATE" adds, found by asking the reader for that switch alone,
+// so that the two cannot drift apart.
+const std::vector<StartupStep>& dailyRunSteps() {
+    static const std::vector<StartupStep> steps = interpretCommandLine("/UPDATE").steps;
+    return steps;
+}
+
+std::vector<StartupStep>::const_iterator findDailyRun(const std::vector<StartupStep>& steps) {
+    return std::search(steps.begin(), steps.end(), dailyRunSteps().begin(), dailyRunSteps().end());
+}
+
+}  // namespace
+
+bool plansDailyRun(const CommandLinePlan& plan) {
+    return findDailyRun(plan.steps) != plan.steps.end();
+}
+
+bool dropDailyRun(CommandLinePlan& plan) {
+    const auto found = findDailyRun(plan.steps);
+    if (found == plan.steps.end()) return true;
+    plan.steps.erase(found, found + static_cast<std::ptrdiff_t>(dailyRunSteps().size()));
+    return !plan.steps.empty();
 }

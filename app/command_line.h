@@ -40,3 +40,11 @@ struct CommandLinePlan {
 };
 
 CommandLinePlan interpretCommandLine(std::string_view commandLine);
+
+// Whether the plan holds the daily run ("/UPDATE").
+bool plansDailyRun(const CommandLinePlan& plan);
+// Takes the daily run's steps out of the plan. False when nothing is left to
+// do, so start-up can end at once, before any window exists. A document path
+// alone does not keep the run going: with a switch on the line the window is
+// hidden, and nobody could close it.
+bool dropDailyRun(CommandLinePlan& plan);

@@ -12,7 +12,5 @@ struct MachinePolicy {
 };
 
 // Drops the "/UPDATE" steps from the plan when the policy forbids the check.
-// Returns false when nothing is left to do, so start-up ends at once, before
-// any window exists. A document path alone does not keep the run going: with
-// a switch on the line the window is hidden, and nobody could close it.
+// Returns false when nothing is left to do (see dropDailyRun).
 bool applyMachinePolicy(CommandLinePlan& plan, const MachinePolicy& policy);

@@ -50,7 +50,15 @@ void WindowsRunHost::endWaitCursor() {
 }
 
 std::optional<InstalledVersion> WindowsRunHost::lookupInstalledVersion(const UpdateItem& item) {
-    return ::lookupInstalledVersion(item);
+    InstalledProductKey key = installedProductKey(item);
+    auto found = installed_.find(key);
+    if (found == installed_.end())
+        found = installed_.emplace(std::move(key), ::lookupInstalledVersion(item)).first;
+    return found->second;
+}
+
+bool WindowsRunHost::downloadTimeSpent() {
+    return RunFetchBudget::spent();
 }
 
 bool WindowsRunHost::waitForUser() {
@@ -64,6 +72,9 @@ bool WindowsRunHost::waitForUser() {
 }
 
 bool runNotifications(WindowsRunHost& host, std::vector<UpdateItem>& items) {
+    // Graphic updates and the windows' pictures share it: past it the rest
+    // wait for tomorrow and the windows show the default picture at once.
+    RunFetchBudget downloads;
     // The seen list and the graphics live in the product folder; without it
     // every mark would be lost silently on a machine set up without the installer.
     ensureDataFolders();

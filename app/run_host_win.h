@@ -1,9 +1,12 @@
 #pragma once
 // The notification run on Windows: the host that gives the run the network,
 // the wait cursor, message boxes and installed versions, owned by a window.
+#include <map>
+#include <optional>
 #include <vector>
 
 #include "base/win_headers.h"
+#include "feed/installed_product.h"
 #include "feed/notification_run.h"
 #include "notify/notify_look_win.h"
 
@@ -25,6 +28,7 @@ class WindowsRunHost : public RunHost {
     // A daily run asks Windows whether the user can take notifications and
     // waits, a check a minute for at most four hours; Go by hand never waits.
     bool waitForUser() override;
+    bool downloadTimeSpent() override;
 
     HWND owner() const { return owner_; }
 
@@ -32,6 +36,10 @@ class WindowsRunHost : public RunHost {
     HWND owner_;
     HCURSOR previousCursor_ = nullptr;
     int waitDepth_ = 0;
+    // Each item is asked about several times before its window, and a
+    // document may name one product thousands of times; what is installed
+    // does not change during a run.
+    std::map<InstalledProductKey, std::optional<InstalledVersion>> installed_;
 };
 
 // The shared alert font and background brush, lent to a notification window.

@@ -3,10 +3,12 @@
 // command line turned into commands sent or posted to that window; after that
 // everything happens in the one message loop.
 #include <cstddef>
+#include <optional>
 #include <string>
 
 #include "app/app_win.h"
 #include "app/command_line.h"
+#include "app/daily_run_guard_win.h"
 #include "app/machine_policy_win.h"
 #include "app/main_window_win.h"
 #include "app/platform_win.h"
@@ -74,6 +76,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
     // off must not even flash the platform box.
     CommandLinePlan plan = interpretCommandLine(commandLine ? commandLine : "");
     if (!applyMachinePolicy(plan, readMachinePolicy())) return 0;
+    // Held until the process ends: the daily run is the whole process.
+    std::optional<DailyRunGuard> dailyRun;
+    if (plansDailyRun(plan) && !dailyRun.emplace().held() && !dropDailyRun(plan)) return 0;
 
     if (!isPlatformSupported(&kPlatformsXpOrLater)) {
         showIncompatiblePlatformBox(nullptr, kProductName);

@@ -241,18 +241,47 @@ std::string normalizeLineEnds(std::string_view document) {
     return out;
 }
 
-std::vector<UpdateItem> parseUpdateDocument(std::string_view document) {
+namespace {
+
+// Walks the blocks in document order; stops when visit returns false.
+template <class Visit>
+void walkBlocks(std::string_view document, Visit visit) {
     using namespace document;
     std::string_view text = documentText(document);
-    std::vector<UpdateItem> items;
     Position p = 0;
-    while (p) {
+    for (std::size_t count = 0; p; ++count) {
         Position begin = findNextBlock(text, *p);
         if (!begin) break;
-        UpdateItem& item = items.emplace_back();
+        UpdateItem item;
         item.type = blockType(text, *begin);
         // The next search starts at the ":END" line, which opens no block.
         p = scanBlock(text, *begin, item);
+        if (!visit(item, *begin, count)) break;
     }
+}
+
+}  // namespace
+
+void forEachUpdateItem(std::string_view document, const std::function<void(UpdateItem&)>& visit) {
+    walkBlocks(document, [&](UpdateItem& item, std::size_t, std::size_t count) {
+        if (count == kMaxDocumentItems) return false;
+        visit(item);
+        return true;
+    });
+}
+
+std::vector<UpdateItem> parseUpdateDocument(std::string_view document) {
+    std::vector<UpdateItem> items;
+    forEachUpdateItem(document, [&](UpdateItem& item) { items.push_back(std::move(item)); });
     return items;
+}
+
+std::optional<std::size_t> firstDroppedBlock(std::string_view document) {
+    std::optional<std::size_t> dropped;
+    walkBlocks(document, [&](UpdateItem&, std::size_t begin, std::size_t count) {
+        if (count < kMaxDocumentItems) return true;
+        dropped = begin;
+        return false;
+    });
+    return dropped;
 }

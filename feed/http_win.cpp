@@ -23,6 +23,8 @@
 namespace {
 
 FetchLimits fetchLimits;
+// The end of the current run's download time (GetTickCount64), 0 for none.
+ULONGLONG runDeadline = 0;
 
 // One fetch handed to a worker thread, so that the calling thread can stop
 // waiting at the deadline: WinINet offers no way to cut short a single read
@@ -50,10 +52,27 @@ void setFetchLimits(const FetchLimits& limits) {
     fetchLimits = limits;
 }
 
+RunFetchBudget::RunFetchBudget() : outer_(runDeadline == 0) {
+    if (outer_) runDeadline = GetTickCount64() + fetchLimits.runMs;
+}
+
+RunFetchBudget::~RunFetchBudget() {
+    if (outer_) runDeadline = 0;
+}
+
+bool RunFetchBudget::spent() {
+    return runDeadline != 0 && GetTickCount64() >= runDeadline;
+}
+
 std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
                                            const std::string& path) {
     const auto address = splitServerAddress(host);
     if (!address) return std::nullopt;
+    DWORD waitMs = fetchLimits.totalMs;
+    if (runDeadline) {
+        if (RunFetchBudget::spent()) return std::nullopt;
+        waitMs = static_cast<DWORD>(std::min<ULONGLONG>(waitMs, runDeadline - GetTickCount64()));
+    }
 
     // The system's own proxy settings apply.
     HINTERNET internet =
@@ -83,7 +102,7 @@ std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
     // The calling thread still blocks, as the daily run expects; it only
     // stops waiting at the deadline.
     std::unique_lock lock(job->mutex);
-    if (!job->finished.wait_for(lock, std::chrono::milliseconds(fetchLimits.totalMs),
+    if (!job->finished.wait_for(lock, std::chrono::milliseconds(waitMs),
                                 [&] { return job->done; })) {
         job->abandoned = true;
         InternetCloseHandle(job->internet);  // ends the worker's wait if WinINet can

@@ -13,6 +13,7 @@ const char* publisherServerHost();
 struct FetchLimits {
     DWORD idleMs = 30000;    // no byte received for this long ends the fetch
     DWORD totalMs = 120000;  // the whole fetch, connection to last byte
+    DWORD runMs = 30000;     // all downloads of one run after its document
 };
 // The program always uses the defaults; only the tests set shorter limits.
 void setFetchLimits(const FetchLimits& limits);
@@ -21,3 +22,21 @@ void setFetchLimits(const FetchLimits& limits);
 // any failure. Blocks the calling thread; callers show the wait cursor.
 std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
                                            const std::string& path);
+
+// For as long as it lives, every fetch shares one time budget (runMs from its
+// start): a fetch ends by the budget's end at the latest, and once the budget
+// is spent none starts. A notification run holds one, so that pictures on a
+// server that never answers cannot hold the run's windows for minutes. An
+// inner one keeps the outer budget.
+class RunFetchBudget {
+  public:
+    RunFetchBudget();
+    ~RunFetchBudget();
+    RunFetchBudget(const RunFetchBudget&) = delete;
+    RunFetchBudget& operator=(const RunFetchBudget&) = delete;
+
+    static bool spent();
+
+  private:
+    bool outer_;
+};

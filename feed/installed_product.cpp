@@ -40,6 +40,11 @@ std::string makerFolderPath(std::string_view platformFolder) {
     return path;
 }
 
+InstalledProductKey installedProductKey(const UpdateItem& item) {
+    // Products announced from version 4 on keep their file for all users.
+    return {item.version >= 4, item.iniFile, item.section};
+}
+
 std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item,
                                                        ProductFiles& files) {
     if (!item.iniFile) return std::nullopt;
@@ -48,8 +53,7 @@ std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item,
     // (a serial port can block the reader for good), so it counts as absent.
     if (pathNamesDevice(name)) return std::nullopt;
 
-    // Products announced from version 4 on keep their file for all users.
-    std::optional<std::string> maker = files.makerFolder(item.version >= 4);
+    std::optional<std::string> maker = files.makerFolder(std::get<0>(installedProductKey(item)));
     std::string path;
     if (maker) {
         std::string folder = withBackslash(maker->substr(0, kMaxPathChars));

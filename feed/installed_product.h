@@ -10,6 +10,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 #include "feed/update_item.h"
 
@@ -46,6 +47,12 @@ class ProductFiles {
 // nullopt when the item lacks either or a path would pass 260 characters. A file
 // or section that does not exist gives zeros ("0.0a").
 std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem& item, ProductFiles& files);
+
+// All that the lookup reads of an item: the all-users folder or not, INIFILE
+// and SECTION. Items with the same key have the same installed version, so a
+// run can ask once for each.
+using InstalledProductKey = std::tuple<bool, ItemText, ItemText>;
+InstalledProductKey installedProductKey(const UpdateItem& item);
 
 // Windows only: the same over the real folders and profile reader.
 std::optional<std::string> getUserQuenmarkFolder();

@@ -36,9 +36,19 @@ bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& s
     for (const UpdateItem& item : items) pending = pending || passes(item);
     if (pending && !host.waitForUser()) return false;
 
-    for (UpdateItem& item : items)
-        if (item.type == ItemType::GraphicUpdate && passes(item))
-            performGraphicUpdate(item, host, seen);
+    // A download cut short by the run's time, or never started, is no
+    // verdict on the file: it is tried again tomorrow rather than marked seen
+    // by the window pass like one that failed.
+    std::vector<bool> leftForTomorrow(items.size());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        UpdateItem& item = items[i];
+        if (item.type != ItemType::GraphicUpdate || !passes(item)) continue;
+        if (!host.downloadTimeSpent()) performGraphicUpdate(item, host, seen);
+        leftForTomorrow[i] = !seen.isItemSeen(item) && host.downloadTimeSpent();
+    }
+    auto left = [&](const UpdateItem& item) {
+        return leftForTomorrow[static_cast<std::size_t>(&item - items.data())];
+    };
     for (UpdateItem& item : items)
         if (item.type == ItemType::SettingUpdate && passes(item))
             performSettingUpdate(item, settings, seen);
@@ -46,7 +56,7 @@ bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& s
     // Updates count too, so a graphic whose download failed still asks.
     int waiting = 0;
     for (const UpdateItem& item : items)
-        if (!seen.isItemSeen(item) && passes(item)) ++waiting;
+        if (!seen.isItemSeen(item) && !left(item) && passes(item)) ++waiting;
     if (settings.PromptMultipleItems != 0 &&
         static_cast<uint32_t>(waiting) >= settings.PromptMultipleCount &&
         host.promptMultipleItems(items, waiting, seen) == 0)
@@ -54,7 +64,7 @@ bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& s
 
     for (UpdateItem& item : items) {
         // Asked anew: the prompt or an earlier window may have marked it.
-        if (!passes(item)) continue;
+        if (left(item) || !passes(item)) continue;
         int result = showWindowFor(item, host);
         if (item.neverShowAgain) {
             // Left unmarked on purpose: should notifications ever be switched

@@ -3,7 +3,8 @@
 // setting updates it carries, count what is waiting, ask once when that is
 // many, then show one window per item in document order and remember each
 // shown item at once, so that nothing shown is offered twice even when the
-// run ends early. The run decides; RunHost does: windows, network, cursor,
+// run ends early. A graphic update that the run's download time could not
+// reach is left unmarked for the next run. The run decides; RunHost does: windows, network, cursor,
 // message boxes and installed versions are the host's, so the whole run is
 // tested natively with a scripted host.
 #include <optional>
@@ -36,6 +37,9 @@ class RunHost : public InstalledLookup {
     // take it (a presentation, a full-screen game); false gives the run up
     // for today. A run the user started never waits.
     virtual bool waitForUser() { return true; }
+    // Whether the run's downloads after the document have used up the time
+    // they share; from then on nothing more is fetched.
+    virtual bool downloadTimeSpent() { return false; }
 };
 
 // Shows the wait cursor for as long as it lives.

@@ -16,6 +16,7 @@
 #include "feed/document_parser.h"
 #include "feed/document_parser_detail.h"
 #include "notify/document_check_text.h"
+#include "notify/document_findings.h"
 #include "notify/document_check_values.h"
 #include "notify/url_policy.h"
 
@@ -158,19 +159,20 @@ class Checker {
         }
         if (segments_ == 0 && !hiddenByBom_ && !unclosedBrace_)
             add(1, W, "the document holds no item (no :BEGIN... marker)");
+        if (const Position dropped = firstDroppedBlock(text_))
+            findings_.addAlways(
+                {lines_.at(*dropped), W,
+                 "the agent reads the first " + std::to_string(kMaxDocumentItems) +
+                     " items only: it ignores this block and every block after it"});
         return finish();
     }
 
   private:
     void add(int line, FindingSeverity severity, std::string text) {
-        findings_.push_back({line, severity, std::move(text)});
+        findings_.add({line, severity, std::move(text)});
     }
 
-    std::vector<Finding> finish() {
-        std::stable_sort(findings_.begin(), findings_.end(),
-                         [](const Finding& a, const Finding& b) { return a.line < b.line; });
-        return std::move(findings_);
-    }
+    std::vector<Finding> finish() { return findings_.take(); }
 
     std::string_view lineText(std::size_t start, std::size_t end) const {
         return text_.substr(start, end - start);
@@ -625,7 +627,7 @@ class Checker {
     std::string_view text_;
     LineNumbers lines_;
     const ImageReader& images_;
-    std::vector<Finding> findings_;
+    FindingList findings_;
     std::optional<Segment> open_;
     std::map<int32_t, int> numbers_;  // NUMBER -> its line
     int segments_ = 0;

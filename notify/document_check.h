@@ -29,8 +29,9 @@ struct Finding {
 using ImageReader = std::function<std::optional<std::string>(const std::string& name)>;
 
 // Everything worth knowing about the document (the file's bytes as read from
-// disk), in line order. Without an image reader, pictures are judged by name
-// only.
+// disk), in line order: the first thousand findings, and when there are more,
+// one last finding that counts the rest. Without an image reader, pictures are
+// judged by name only.
 std::vector<Finding> checkUpdateDocument(std::string_view fileBytes,
                                          const ImageReader& images = nullptr);
 

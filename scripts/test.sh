@@ -102,13 +102,15 @@ grep -E 'cases:' "$logs/installer.log"
 count_cases "$logs/installer.log"
 echo "screenshots: build/dist/screenshots"
 
-# The Windows benchmarks: the daily run against a minimal program, and how fast
-# the notification windows open. Figures only.
+# The Windows benchmarks: the daily run against a minimal program, how fast
+# the notification windows open, and a document of millions of items. Figures only.
 if [ -f build/windows/window_timing.exe ]; then
     echo "== wine_update"
     bench/wine_update.sh 2>&1 | tail -6 || true
     echo "== wine_windows"
     bench/wine_windows.sh 2>&1 | tail -12 || true
+    echo "== wine_huge_document"
+    bench/wine_huge_document.sh 2>&1 | tail -5 || true
 fi
 
 for bench in build/native/bench_*; do

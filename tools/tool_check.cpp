@@ -11,7 +11,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "feed/document_file.h"
 #include "notify/document_check.h"
 #include "tools/tool_commands.h"
 
@@ -23,7 +22,6 @@
 namespace {
 
 constexpr const char* kUsage = "usage: heralder-tool check [--json] [--images DIR] FILE\n";
-
 
 std::string findingsJson(const std::string& path, const std::vector<Finding>& findings) {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
@@ -74,11 +72,8 @@ int runCheckCommand(int argc, char** argv) {
         std::fputs(kUsage, stderr);
         return 2;
     }
-    std::optional<std::string> document = readLocalDocument(*path);
-    if (!document) {
-        std::fprintf(stderr, "There has been an error loading %s\n", path->c_str());
-        return 1;
-    }
+    const std::optional<std::string> document = readToolDocument(*path);
+    if (!document) return 1;
     const std::vector<Finding> findings =
         checkUpdateDocument(*document, images ? folderReader(*images) : ImageReader());
     const std::string out = json ? findingsJson(*path, findings) : formatFindings(*path, findings);

@@ -1,4 +1,5 @@
 #pragma once
+#include <optional>
 #include <string>
 #include <string_view>
 // The subcommands of heralder-tool, one file each.
@@ -8,3 +9,11 @@ int runCheckCommand(int argc, char** argv);
 
 // The agent's texts are single-byte (Latin-1); JSON wants UTF-8.
 std::string latin1ToUtf8(std::string_view bytes);
+
+// The bytes of a document FILE, or nullopt after a message on standard error:
+// the file is missing or unreadable, or is no regular file (a folder, a FIFO,
+// a device), which is never opened for reading.
+std::optional<std::string> readToolDocument(const std::string& path);
+// False, after a message, when a settings FILE exists but is no regular file
+// or cannot be opened; a missing one gives the defaults, as in the agent.
+bool mayReadToolSettings(const std::string& path);

@@ -8,7 +8,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include "feed/document_file.h"
 #include "feed/document_parser.h"
 #include "feed/update_item.h"
 #include "tools/tool_commands.h"
@@ -35,7 +34,6 @@ std::string latin1ToUtf8(std::string_view bytes) {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
 
 Json textJson(const ItemText& text) {
     if (!text) return nullptr;
@@ -84,6 +82,38 @@ Json itemJson(const UpdateItem& item) {
     return j;
 }
 
+// The array is written an item at a time, as nlohmann's dump(2) of the whole
+// array would lay it out: a tree of every item costs hundreds of bytes for
+// each 15-byte empty block, the output no less.
+class ItemArrayWriter {
+  public:
+    void add(const UpdateItem& item) {
+        chunk_ += count_++ ? ",\n" : "[\n";
+        const std::string text = itemJson(item).dump(2);
+        chunk_ += "  ";
+        for (char c : text) {
+            chunk_ += c;
+            if (c == '\n') chunk_ += "  ";  // no raw line break inside a JSON string
+        }
+        if (chunk_.size() >= 65536) flush();
+    }
+    bool finish() {
+        chunk_ += count_ ? "\n]\n" : "[]\n";
+        flush();
+        return ok_ && std::fflush(stdout) == 0;
+    }
+
+  private:
+    void flush() {
+        ok_ = ok_ && std::fwrite(chunk_.data(), 1, chunk_.size(), stdout) == chunk_.size();
+        chunk_.clear();
+    }
+
+    std::string chunk_;
+    std::size_t count_ = 0;
+    bool ok_ = true;
+};
+
 }  // namespace
 
 int runParseCommand(int argc, char** argv) {
@@ -91,20 +121,17 @@ int runParseCommand(int argc, char** argv) {
         std::fputs("usage: heralder-tool parse FILE\n", stderr);
         return 2;
     }
-    const std::string path = argv[0];
-    std::optional<std::string> document = readLocalDocument(path);
-    if (!document) {
-        std::fprintf(stderr, "There has been an error loading %s\n", path.c_str());
-        return 1;
+    std::string text;
+    {
+        const std::optional<std::string> document = readToolDocument(argv[0]);
+        if (!document) return 1;
+        text = normalizeLineEnds(*document);
     }
-    Json items = Json::array();
-    for (const UpdateItem& item : parseUpdateDocument(normalizeLineEnds(*document)))
-        items.push_back(itemJson(item));
-    std::string out = items.dump(2) + "\n";
 #ifdef _WIN32
     // The same bytes on every platform: no LF to CR LF translation.
     _setmode(_fileno(stdout), _O_BINARY);
 #endif
-    std::fwrite(out.data(), 1, out.size(), stdout);
-    return std::fflush(stdout) == 0 ? 0 : 1;
+    ItemArrayWriter out;
+    forEachUpdateItem(text, [&](const UpdateItem& item) { out.add(item); });
+    return out.finish() ? 0 : 1;
 }

@@ -21,6 +21,7 @@ int runSettingsCommand(int argc, char** argv) {
 #ifdef _WIN32
     _setmode(_fileno(stdout), _O_BINARY);  // LF line ends, as on every platform
 #endif
+    if (!mayReadToolSettings(argv[0])) return 1;
     Settings record;
     readSettingsFile(record, argv[0]);  // a missing file leaves the defaults, as in the agent
     const std::string lines = formatSettingLines(record);

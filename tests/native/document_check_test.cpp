@@ -6,6 +6,7 @@
 
 #include <map>
 
+#include "feed/document_parser.h"
 #include "notify/document_check.h"
 
 namespace {
@@ -159,4 +160,20 @@ TEST(DocumentCheck, SummaryCountsBothKinds) {
     EXPECT_TRUE(hasErrors(findings));
     EXPECT_EQ(formatFindings("u.txt", {}), "u.txt: 0 errors, 0 warnings\n");
     EXPECT_FALSE(hasErrors({findings[1]}));
+}
+
+// A broken document is not a list of a million fixes: the first thousand
+// findings, one that counts the rest, and the item limit wherever it falls.
+TEST(DocumentCheck, ListsTheFirstThousandFindingsAndTheItemLimit) {
+    std::string document;
+    for (std::size_t i = 0; i <= kMaxDocumentItems; ++i) document += ":BEGINTIP\n:END\n";
+    const std::vector<Finding> findings = checkUpdateDocument(document);
+    ASSERT_EQ(findings.size(), 1002u);
+    // Three errors a block (no NUMBER, TITLE, PLAINTEXT); the thousandth is
+    // the first of block 334's three.
+    EXPECT_EQ(findings[999].line, 667);
+    expectFindings({findings[1000], findings[1001]},
+                   {"667 E too many findings: 29003 more errors and 0 more warnings",
+                    "20001 W reads the first 10000 items only"},
+                   "limits");
 }

@@ -311,6 +311,25 @@ TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
     }
 }
 
+// The download that used up the run's time and those never tried are not
+// marked, so the next run fetches them; a download that failed in time is.
+TEST(NotificationRun, GraphicUpdatesPastTheDownloadTimeWaitForTheNextRun) {
+    Scenario run;
+    run.settings.PromptMultipleItems = 1;
+    run.settings.PromptMultipleCount = 1;
+    run.items = {makeItem(ItemType::Alert, 1)};
+    for (int32_t number : {7, 8, 9}) {
+        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, number);
+        graphic.url = "/update/images/g" + std::to_string(number) + ".png";
+        run.items.push_back(graphic);
+    }
+    run.host.timeSpentAfter = 2;
+    EXPECT_TRUE(run.go());
+    EXPECT_EQ(run.host.fetches, 2);
+    EXPECT_EQ(run.host.prompts, std::vector<int>{2});
+    EXPECT_EQ(run.listFile(), "1\r\n7\r\n");
+}
+
 TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
     Scenario run;
     run.settings.OnlyShowNewItems = 0;

@@ -45,11 +45,14 @@ inline UpdateItem makeItem(ItemType type, int32_t number) {
 
 // Windows answer Next, or Cancel on item cancelOn; "never show again" is ticked
 // on item neverShowAgainOn; the prompt marks its first promptMarks items before
-// answering; files come from serverFiles.
+// answering; files come from serverFiles; the run's download time is spent
+// once timeSpentAfter fetches have been made (never when negative).
 class ScriptedHost : public RunHost {
   public:
     int32_t cancelOn = 0, neverShowAgainOn = 0;
     int promptAnswer = 1;
+    int timeSpentAfter = -1;
+    int fetches = 0;
     std::size_t promptMarks = 0;
     std::map<std::string, std::string> serverFiles;
     std::optional<InstalledVersion> installed;
@@ -70,10 +73,12 @@ class ScriptedHost : public RunHost {
         return promptAnswer;
     }
     std::optional<std::string> fetchServerFile(const std::string& path) override {
+        ++fetches;
         auto found = serverFiles.find(path);
         return found == serverFiles.end() ? std::nullopt : std::optional(found->second);
     }
     void showMessage(const std::string& text) override { messages.push_back(text); }
+    bool downloadTimeSpent() override { return timeSpentAfter >= 0 && fetches >= timeSpentAfter; }
     std::string graphicFolder() override { return folder; }
     bool waitForUser() override {
         ++waitedForUser;

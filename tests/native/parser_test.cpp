@@ -42,7 +42,8 @@ TEST(ParserDifferential, StaysLinearOnHostileShapes) {
         {repeat(":BEGINALERT\r\nNUMBER=1\r\n", 200000), 1},  // no :END
         {":BEGINALERT\r\nTITLE=" + repeat("{\r\n", 1000000), 1},
         {":BEGINALERT\r\n" + repeat("}\r\n", 1000000) + ":END\r\n", 1},
-        {repeat(":BEGINTIP\r\n:END\r\n", 300000), 300000},
+        // Past the item limit the blocks are walked no further.
+        {repeat(":BEGINTIP\r\n:END\r\n", 300000), kMaxDocumentItems},
     };
     for (const auto& c : cases) {
         const auto start = std::chrono::steady_clock::now();
@@ -52,6 +53,20 @@ TEST(ParserDifferential, StaysLinearOnHostileShapes) {
         EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60))
             << c.document.substr(0, 40);
     }
+}
+
+// The limit keeps the first items and drops the rest whole; one block more
+// than the limit is where the dropping starts.
+TEST(Parser, KeepsTheFirstItemsUpToTheLimit) {
+    const std::string block = ":BEGINTIP\r\nNUMBER=7\r\n:END\r\n";
+    const std::string full = repeat(block, kMaxDocumentItems);
+    EXPECT_EQ(firstDroppedBlock(full), std::nullopt);
+    const std::string over = full + ":BEGINALERT\r\nNUMBER=8\r\n:END\r\n" + block;
+    EXPECT_EQ(firstDroppedBlock(over), full.size());
+    const std::vector<UpdateItem> items = parseUpdateDocument(over);
+    ASSERT_EQ(items.size(), kMaxDocumentItems);
+    EXPECT_EQ(items.back().number, 7);
+    EXPECT_EQ(items.back().type, ItemType::Tip);
 }
 
 // The reference reader relies on atoi as the C runtime reads it, beyond the

@@ -82,3 +82,30 @@ void LoopbackServer::serve() {
         closesocket(client);
     }
 }
+
+SilentServer::SilentServer(int port) {
+    static WinsockUser winsock;
+    SOCKET s = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    BOOL yes = TRUE;
+    setsockopt(s, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(static_cast<u_short>(port));
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    int size = sizeof address;
+    if (s == INVALID_SOCKET || bind(s, reinterpret_cast<sockaddr*>(&address), sizeof address) ||
+        listen(s, 64) || getsockname(s, reinterpret_cast<sockaddr*>(&address), &size)) {
+        if (s != INVALID_SOCKET) closesocket(s);
+        return;
+    }
+    socket_ = s;
+    port_ = ntohs(address.sin_port);
+}
+
+SilentServer::~SilentServer() {
+    if (listening()) closesocket(static_cast<SOCKET>(socket_));
+}
+
+std::string SilentServer::host() const {
+    return "127.0.0.1:" + std::to_string(port_);
+}

@@ -32,3 +32,22 @@ class LoopbackServer {
 };
 
 inline constexpr int kAppServerPort = 47632;
+
+// A server that never answers: it listens and accepts nothing, so the system
+// completes each connection and the request waits for a reply that never
+// comes. On port (0: any free one).
+class SilentServer {
+  public:
+    explicit SilentServer(int port = 0);
+    ~SilentServer();
+    SilentServer(const SilentServer&) = delete;
+    SilentServer& operator=(const SilentServer&) = delete;
+
+    bool listening() const { return socket_ != ~0ull; }
+    // "127.0.0.1:port"
+    std::string host() const;
+
+  private:
+    unsigned long long socket_ = ~0ull;
+    int port_ = 0;
+};

@@ -19,6 +19,7 @@
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
 #include "tests/win/dialog_driver.h"
+#include "tests/win/loopback_server.h"
 #include "tests/win/test_support.h"
 
 namespace {
@@ -50,6 +51,21 @@ class LoopbackRunHost : public WindowsRunHost {
 
     bool realMessages = false;
     std::vector<int32_t> shown;
+};
+
+// The real windows, and graphic updates from a server that never answers.
+class SilentRunHost : public LoopbackRunHost {
+  public:
+    explicit SilentRunHost(std::string host) : host_(std::move(host)) {}
+    std::optional<std::string> fetchServerFile(const std::string& path) override {
+        ++fetches;
+        return ::fetchServerFile(owner(), host_, path);
+    }
+    int showAlertWindow(UpdateItem& item) override { return WindowsRunHost::showAlertWindow(item); }
+    int fetches = 0;
+
+  private:
+    std::string host_;
 };
 
 class WindowsRun : public testing::Test {
@@ -131,6 +147,47 @@ TEST_F(WindowsRun, FailedGraphicWriteIsReportedAndKeepsTheOldPicture) {
     EXPECT_EQ(readFileBytes(productFolder + kBanner), "the picture the user has now");
     // Not marked by the graphic pass, but by the window pass that follows.
     EXPECT_EQ(seenOnDisk().count(2109), 1u);
+}
+
+// Four graphic updates and an alert's picture on servers that never answer
+// hold the run for the one budget, not for a fetch time limit each: the first
+// download uses it up, the other three are not tried and wait unmarked for the
+// next run, and the alert opens at once with the default picture.
+TEST_F(WindowsRun, DownloadsShareOneTimeBudgetAndWhatItMissesWaitsForTheNextRun) {
+    SilentServer updates, pictures(kAppServerPort);
+    ASSERT_TRUE(updates.listening() && pictures.listening());
+    setFetchLimits({.idleMs = 5000, .totalMs = 5000, .runMs = 1500});
+    std::vector<UpdateItem> run;
+    for (int32_t number : {1, 2, 3, 4}) {
+        UpdateItem& graphic = run.emplace_back();
+        graphic.type = ItemType::GraphicUpdate;
+        graphic.number = number;
+        graphic.url = "/update/images/new" + std::to_string(number) + ".png";
+    }
+    UpdateItem& alert = run.emplace_back();
+    alert.type = ItemType::Alert;
+    alert.number = 5;
+    alert.importance = 3;
+    alert.title = "Picture on a silent server";
+    alert.plainText = "The window opens without waiting for its picture.";
+    alert.graphic = "silent.png";
+
+    SilentRunHost host(updates.host());
+    const DWORD start = GetTickCount();
+    DWORD openedAfter = 0;
+    DialogDriver driver([&](HWND box) {
+        openedAfter = GetTickCount() - start;
+        clickItem(box, IDC_BUTTON1);
+    });
+    EXPECT_TRUE(runNotifications(host, run));
+    setFetchLimits({});
+
+    EXPECT_TRUE(driver.ran());
+    EXPECT_EQ(host.fetches, 1);
+    EXPECT_GE(openedAfter, 1400u);
+    EXPECT_LT(openedAfter, 4000u);  // four fetch limits and a fifth would be 25 s
+    EXPECT_EQ(seenOnDisk(), (std::unordered_set<int32_t>{5}));
+    EXPECT_FALSE(std::filesystem::exists(productFolder + "images\\silent.png"));
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // heralder.exe run as a whole process, as Windows starts it: the daily job
 // against the test program's own loopback server, the server down, a local
 // document in the main window, the window's remembered edges, bad command
-// lines and two copies at once. Each test starts from an empty data folder.
+// lines and two daily runs at once. Each test starts from an empty data folder.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -128,9 +128,10 @@ TEST_F(HeralderProcess, ServerDownEndsWithTheNetworkErrorAfterTheRetries) {
     EXPECT_TRUE(seenEntries().empty());
 }
 
-// Two copies at once (a logon run and one the user started) both finish;
-// neither loses the other's marks nor leaves a broken settings file.
-TEST_F(HeralderProcess, TwoCopiesAtOnceKeepEveryMarkAndAWholeSettingsFile) {
+// Two daily runs at once both finish, but only one does the day's work: each
+// window appears once and each number is in the seen list once; the settings
+// file stays whole.
+TEST_F(HeralderProcess, TwoDailyRunsAtOnceShowEachItemOnceAndKeepAWholeSettingsFile) {
     LoopbackServer server(examplesFolder());
     const ProcessRun single = runUpdate();
     ASSERT_TRUE(single.exited);
@@ -141,11 +142,21 @@ TEST_F(HeralderProcess, TwoCopiesAtOnceKeepEveryMarkAndAWholeSettingsFile) {
     std::thread other([&] { runs[1] = runUpdate(); });
     runs[0] = runUpdate();
     other.join();
+    std::multiset<std::string> titles;
     for (const ProcessRun& run : runs) {
         EXPECT_TRUE(run.exited);
         EXPECT_EQ(run.exitCode, 0u);
+        for (const SeenWindow& window : run.windows) titles.insert(window.title);
     }
+    std::multiset<std::string> once;
+    for (const SeenWindow& window : single.windows) once.insert(window.title);
+    EXPECT_EQ(titles, once);
     EXPECT_EQ(seenEntries(), expected);
+    const auto list = readFileBytes(getUserHeralderPath("Heralder.lst"));
+    ASSERT_TRUE(list);
+    std::size_t lines = 0;
+    for (std::size_t at = 0; (at = list->find("\r\n", at)) != std::string::npos; at += 2) ++lines;
+    EXPECT_EQ(lines, expected.size());
     const auto text = readFileBytes(settingsPath());
     ASSERT_TRUE(text);
     EXPECT_EQ(text->rfind(";Quenmark Heralder configuration file\r\n", 0), 0u);
