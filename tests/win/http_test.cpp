@@ -59,6 +59,42 @@ TEST(HttpRawServer, SlowServersEndAsFailuresWithinTheLimits) {
     EXPECT_EQ(fetchServerFile(nullptr, host, "/extra"), "Hello");  // the next fetch is unharmed
 }
 
+int loopRequests(const std::string& host) {
+    return std::stoi(fetchServerFile(nullptr, host, "/count").value_or("-1000"));
+}
+
+// Redirects are followed a few times, and only within the server asked.
+TEST(HttpRawServer, RedirectsStayOnTheServer) {
+    REQUIRE_SERVER("HERALDER_RAW_HOST", host);
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
+        {"/hop/1", "arrived"},
+        {"/hop/5", "arrived"},
+        {"/hop/6", std::nullopt},
+        {"/hop-absolute", "arrived"},
+        {"/hop-other-port", std::nullopt},
+        {"/hop-other-host", std::nullopt},
+        {"/hop-https", std::nullopt},
+    };
+    for (const auto& [path, want] : cases)
+        EXPECT_EQ(fetchServerFile(nullptr, host, path), want) << path;
+    const int before = loopRequests(host);
+    EXPECT_FALSE(fetchServerFile(nullptr, host, "/loop"));
+    EXPECT_EQ(loopRequests(host) - before, 1 + maxRedirects);
+}
+
+// A fetch given up on at its deadline asks for nothing more, even when the
+// server keeps redirecting.
+TEST(HttpRawServer, AbandonedFetchMakesNoFurtherRequest) {
+    REQUIRE_SERVER("HERALDER_RAW_HOST", host);
+    const auto count = [&] { return loopRequests(host); };
+    const int before = count();
+    setFetchLimits({5000, 1000});
+    EXPECT_FALSE(fetchServerFile(nullptr, host, "/slow-loop"));  // 0.6 s a hop
+    setFetchLimits({});
+    Sleep(3000);  // time for the rest of the hops the worker must not ask for
+    EXPECT_LE(count() - before, 2);
+}
+
 TEST(HttpServerName, BuildOptionIsAUsableAddress) {
     EXPECT_TRUE(splitServerAddress(publisherServerHost())) << publisherServerHost();
 }
