@@ -36,7 +36,6 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-
 Json textJson(const ItemText& text) {
     if (!text) return nullptr;
     return latin1ToUtf8(*text);
