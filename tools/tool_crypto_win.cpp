@@ -97,21 +97,18 @@ std::optional<GeneratedKey> generateFeedKey() {
 
 std::optional<Signature> signWithPrivateKey(std::string_view privatePem, std::string_view message) {
     auto blob = readPrivateKeyPem(privatePem);
-    Algorithm ecdsa(BCRYPT_ECDSA_P256_ALGORITHM), sha256(BCRYPT_SHA256_ALGORITHM);
-    if (!blob || !ecdsa.handle || !sha256.handle) return std::nullopt;
+    Algorithm ecdsa(BCRYPT_ECDSA_P256_ALGORITHM);
+    auto digest = sha256WithCng(message);
+    if (!blob || !ecdsa.handle || !digest) return std::nullopt;
     BCRYPT_KEY_HANDLE key = nullptr;
     if (BCryptImportKeyPair(ecdsa.handle, nullptr, BCRYPT_ECCPRIVATE_BLOB, &key,
                             reinterpret_cast<PUCHAR>(&*blob), sizeof *blob, 0) != 0)
         return std::nullopt;
     Signature signature;
     signature.publicPoint = pointOf(*blob);
-    UCHAR hash[32];
     ULONG size = 0;
-    const bool ok = BCryptHash(sha256.handle, nullptr, 0,
-                               reinterpret_cast<PUCHAR>(const_cast<char*>(message.data())),
-                               static_cast<ULONG>(message.size()), hash, sizeof hash) == 0 &&
-                    BCryptSignHash(key, nullptr, hash, sizeof hash, signature.bytes.data(),
-                                   signature.bytes.size(), &size, 0) == 0 &&
+    const bool ok = BCryptSignHash(key, nullptr, digest->data(), digest->size(),
+                                   signature.bytes.data(), signature.bytes.size(), &size, 0) == 0 &&
                     size == signature.bytes.size();
     BCryptDestroyKey(key);
     if (!ok) return std::nullopt;
