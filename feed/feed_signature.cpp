@@ -250,7 +250,7 @@ bool expiryPassed(int64_t expiresDay, int64_t today) {
 }
 
 SignatureVerdict checkFeedSignature(std::string_view document, std::span<const FeedKey> keys,
-                                    const SignatureVerifier& verify, int64_t today,
+                                    SignatureVerifier verify, int64_t today,
                                     uint64_t lowestSerial) {
     SignatureVerdict verdict;
     SignatureReading reading = readSignatureLine(document);

@@ -17,7 +17,6 @@
 // the public point's X coordinate in hex, which names the key to try.
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -81,8 +80,9 @@ std::string dayToIsoDate(int64_t day);
 // A day of tolerance for clocks that are a little wrong.
 bool expiryPassed(int64_t expiresDay, int64_t today);
 
-using SignatureVerifier = std::function<bool(const FeedKey& key, std::string_view message,
-                                             const std::array<uint8_t, 64>& signature)>;
+// A plain function: the agent's is CNG, the tool's OpenSSL or CNG.
+using SignatureVerifier = bool (*)(const FeedKey& key, std::string_view message,
+                                   const std::array<uint8_t, 64>& signature);
 
 struct SignatureVerdict {
     SignatureProblem problem = SignatureProblem::None;
@@ -93,8 +93,7 @@ struct SignatureVerdict {
 // Whether a document may be acted on: signed by one of keys, not expired
 // today, and with a serial not lower than lowestSerial (0: none seen yet).
 SignatureVerdict checkFeedSignature(std::string_view document, std::span<const FeedKey> keys,
-                                    const SignatureVerifier& verify, int64_t today,
-                                    uint64_t lowestSerial);
+                                    SignatureVerifier verify, int64_t today, uint64_t lowestSerial);
 
 // What the agent remembers between runs, kept in a small file of its own:
 // the highest serial accepted and its expiry, and the last refusal (shown in

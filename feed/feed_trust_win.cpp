@@ -15,11 +15,16 @@
 
 namespace {
 
-const char* const kBuiltInKeyTexts[] = {
+// A build without keys leaves the signature code out altogether.
 #ifdef HERALDER_FEED_KEYS_INC
+constexpr bool kKeysBuiltIn = true;
+const char* const kBuiltInKeyTexts[] = {
 #include HERALDER_FEED_KEYS_INC
+};
+#else
+constexpr bool kKeysBuiltIn = false;
+const char* const kBuiltInKeyTexts[] = {nullptr};
 #endif
-    nullptr};
 
 std::string recordFile(const std::string& recordPath) {
     return recordPath.empty() ? getUserHeralderPath("Heralder.sig") : recordPath;
@@ -101,8 +106,8 @@ bool verifyWithCng(const FeedKey& key, std::string_view message,
 DocumentTrust judgeServerDocument(std::string_view document, std::time_t now,
                                   const std::string& recordPath) {
     DocumentTrust trust;
+    if (!kKeysBuiltIn) return trust;
     const std::vector<FeedKey>& keys = builtInFeedKeys();
-    if (keys.empty()) return trust;
     const std::string path = recordFile(recordPath);
     SignatureRecord record = readRecord(path);
     const SignatureVerdict verdict =
@@ -117,13 +122,14 @@ DocumentTrust judgeServerDocument(std::string_view document, std::time_t now,
         record.refusedDay = today;
         record.refusedReason = signatureProblemText(verdict.problem);
     }
+    if (recordPath.empty()) ensureDataFolders();
     writeFileBytes(path, {formatSignatureRecord(record)});
     return trust;
 }
 
 std::string localDocumentMark(std::string_view document, std::time_t now) {
+    if (!kKeysBuiltIn) return {};
     const std::vector<FeedKey>& keys = builtInFeedKeys();
-    if (keys.empty()) return {};
     const SignatureVerdict verdict =
         checkFeedSignature(document, keys, verifyWithCng, dayOf(now), 0);
     if (verdict.accepted()) return {};
@@ -131,8 +137,8 @@ std::string localDocumentMark(std::string_view document, std::time_t now) {
 }
 
 std::string signatureStatusText(const std::string& recordPath) {
+    if (!kKeysBuiltIn) return "not required (no key built in)";
     const std::vector<FeedKey>& keys = builtInFeedKeys();
-    if (keys.empty()) return "not required (no key built in)";
     std::string text = "key";
     for (const FeedKey& key : keys) text += " " + key.id;
     const SignatureRecord record = readRecord(recordFile(recordPath));

@@ -22,6 +22,9 @@ namespace {
 
 constexpr char kNetworkError[] =
     "There has been a network error. The update document is not available.";
+constexpr char kNotVerified[] =
+    "The update document could not be verified, so nothing in it was shown or changed.\n\n"
+    "Heralder will try again at its next update.";
 
 std::string heralderExe() {
     return testProgramFolder() + "heralder.exe";
@@ -287,6 +290,64 @@ TEST_F(HeralderProcess, StartupSwitchMakesTheStartupFolderAgree) {
             expectStartupLink(link, heralderExe(), "/UPDATE");
     }
     DeleteFileA(link.c_str());
+}
+
+// heralder.exe built with two public keys (scripts/build.sh windows-signed),
+// over the sample document signed in the ways tests/win/fixtures.sh makes.
+// Whatever is wrong with the signature, nothing in the document is shown,
+// applied or fetched, and the user is told once that day.
+TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
+    const std::string signedExe = testEnv("HERALDER_SIGNED_EXE");
+    if (signedExe.empty()) GTEST_SKIP() << "needs scripts/build.sh windows-signed";
+    const auto signedCase = [](const char* name) {
+        return testEnv("HERALDER_SIGNED_CASES") + "\\" + name;
+    };
+    const auto runUpdateOf = [](const std::string& exe) {
+        return runProcess(exe, "/UPDATE", nullptr, 60000);
+    };
+    const struct {
+        const char* name;
+        const char* acceptedBefore;
+        bool accepted;
+    } cases[] = {
+        {"valid", nullptr, true},     {"second_key", nullptr, true}, {"changed", nullptr, false},
+        {"unsigned", nullptr, false}, {"other_key", nullptr, false}, {"expired", nullptr, false},
+        {"older", "valid", false},    {"twice", nullptr, false},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        clearUserData();
+        std::set<std::string> seenBefore;
+        if (c.acceptedBefore) {
+            LoopbackServer earlier(signedCase(c.acceptedBefore));
+            ASSERT_TRUE(runUpdateOf(signedExe).exited);
+            seenBefore = seenEntries();
+            ASSERT_FALSE(seenBefore.empty());
+        }
+        const Settings settingsBefore = storedSettings();
+        LoopbackServer server(signedCase(c.name));
+        const ProcessRun run = runUpdateOf(signedExe);
+        ASSERT_TRUE(run.exited);
+        EXPECT_EQ(run.exitCode, 0u);
+        if (c.accepted) {
+            EXPECT_GE(run.windows.size(), 6u);
+            EXPECT_TRUE(seenEntries().count("2107"));
+            continue;
+        }
+        ASSERT_EQ(run.windows.size(), 1u);
+        EXPECT_EQ(run.windows[0].text, kNotVerified);
+        EXPECT_EQ(seenEntries(), seenBefore);
+        EXPECT_EQ(server.requests(), 1);  // the document; no picture
+        const Settings after = storedSettings();
+        EXPECT_EQ(after.AlertFontSize, settingsBefore.AlertFontSize);
+        EXPECT_EQ(after.PromptMultipleCount, settingsBefore.PromptMultipleCount);
+        const ProcessRun again = runUpdateOf(signedExe);  // the same day: no second box
+        EXPECT_TRUE(again.exited && again.windows.empty());
+    }
+    // A build without keys reads a signed document as it always read documents.
+    clearUserData();
+    LoopbackServer server(signedCase("valid"));
+    EXPECT_GE(runUpdateOf(heralderExe()).windows.size(), 6u);
 }
 
 }  // namespace
