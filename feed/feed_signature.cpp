@@ -294,7 +294,9 @@ SignatureRecord parseSignatureRecord(std::string_view text) {
             record.expires = std::string(value);
         } else if (name == "refused-day" && isoDateToDay(value)) {
             record.refusedDay = std::string(value);
-        } else if (name == "refused") {
+        } else if (name == "refused" && std::none_of(value.begin(), value.end(), [](char c) {
+                       return static_cast<unsigned char>(c) < ' ';
+                   })) {
             record.refusedReason = std::string(value.substr(0, 100));
         }
     }
@@ -342,6 +344,8 @@ std::optional<std::string> base64Decode(std::string_view text) {
                 return std::nullopt;
             }
         }
+        // One spelling for each byte string: the bits that padding leaves over are zero.
+        if ((pad == 2 && (v & 0xffff)) || (pad == 1 && (v & 0xff))) return std::nullopt;
         out += static_cast<char>(v >> 16);
         if (pad < 2) out += static_cast<char>((v >> 8) & 0xff);
         if (pad < 1) out += static_cast<char>(v & 0xff);

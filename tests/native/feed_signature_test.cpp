@@ -50,6 +50,8 @@ TEST(SignatureLine, OnlyOneWellFormedLastLineIsRead) {
     const std::string good = signedDocument(kBody, key);
     const std::string line = good.substr(kBody.size(), good.size() - kBody.size() - 1);
     const std::string sig = line.substr(line.find(" sig=") + 5);
+    std::string twoSpellings = line;  // the last digit's unused bits set
+    twoSpellings[twoSpellings.size() - 3] += 1;
     using P = SignatureProblem;
     const struct {
         const char* name;
@@ -71,6 +73,7 @@ TEST(SignatureLine, OnlyOneWellFormedLastLineIsRead) {
         {"truncated sig", kBody + line.substr(0, line.size() - 4), P::Malformed},
         {"cut before sig", kBody + line.substr(0, line.find(" sig=")), P::Malformed},
         {"sig too long", kBody + line + "AAAA", P::Malformed},
+        {"sig spelt another way", kBody + twoSpellings, P::Malformed},
         {"sig not base64", kBody + line.substr(0, line.size() - 4) + "!!==", P::Malformed},
         {"other version", kBody + ";heralder-signature v2" + line.substr(line.find(" serial=")),
          P::Malformed},
