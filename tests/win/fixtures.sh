@@ -6,7 +6,8 @@
 # With the windows-signed build and the native tool, it also signs the sample
 # document in the ways the tests of signed documents need and exports
 # HERALDER_SIGNED_EXE and HERALDER_SIGNED_CASES (a folder per case, each
-# served as the publisher's "/update/").
+# served as the publisher's "/update/"). With lighttpd's TLS module it serves
+# the same files over HTTPS (fixtures_https).
 
 FIXTURES_LIFETIME=${FIXTURES_LIFETIME:-900}
 FIXTURES_PIDS=()
@@ -54,6 +55,7 @@ fixtures_start() {
     export HERALDER_CLOSED_HOST="127.0.0.1:$(fixtures_free_port)"
 
     fixtures_signed_cases "$1/../windows-signed" "$src/../.."
+    fixtures_https "$root"
 
     # Also stop them if the run ends early, keeping the exit handler there is.
     previous=$(trap -p EXIT)
@@ -93,4 +95,28 @@ fixtures_signed_cases() {
     { cat "$cases/valid/update.txt"; tail -n 1 "$cases/valid/update.txt"; } >"$cases/twice/update.txt"
     export HERALDER_SIGNED_EXE=$(winpath "$build/heralder.exe")
     export HERALDER_SIGNED_CASES=$(winpath "$cases")
+}
+
+# fixtures_https DOCROOT: lighttpd with TLS over DOCROOT, one port for each of
+# tests/servers/make_tls.sh's certificates. Exports HERALDER_HTTPS_GOOD,
+# _EXPIRED, _WRONG_HOST and _UNTRUSTED ("https://localhost:PORT"),
+# HERALDER_HTTPS_CA (the authority to trust, DER) and HERALDER_HTTPS_LOG (the
+# access log, "PORT PATH" a line), all as the Windows programs see them.
+fixtures_https() {
+    local root=$1 src tls="$FIXTURES_DIR/tls" name port
+    [ -f /usr/lib/lighttpd/mod_openssl.so ] || return 0
+    src=$(cd "$(dirname "${BASH_SOURCE[0]}")/../servers" && pwd)
+    "$src/make_tls.sh" "$tls" || return 0
+    local conf
+    conf=$(sed -e "s|@ROOT@|$root|" -e "s|@DIR@|$tls|g" "$src/lighttpd_tls.conf.in")
+    for name in GOOD EXPIRED WRONG_HOST UNTRUSTED; do
+        port=$(fixtures_free_port)
+        conf=${conf//@$name@/$port}
+        export "HERALDER_HTTPS_$name=https://localhost:$port"
+    done
+    printf '%s\n' "$conf" >"$tls/lighttpd.conf"
+    : >"$tls/access.log"
+    fixtures_serve HERALDER_HTTPS_LISTENING "${HERALDER_HTTPS_GOOD##*:}" lighttpd -D -f "$tls/lighttpd.conf"
+    export HERALDER_HTTPS_CA=$(winpath "$tls/ca.der")
+    export HERALDER_HTTPS_LOG=$(winpath "$tls/access.log")
 }
