@@ -28,9 +28,9 @@ int64_t todayUtc() {
     return static_cast<int64_t>(std::time(nullptr) / 86400);
 }
 
-int fail(const char* format, const std::string& what = {}) {
-    std::fprintf(stderr, format, what.c_str());
-    std::fputc('\n', stderr);
+// Prints "heralder-tool: " + message and returns the exit code for a failure.
+int fail(const std::string& message) {
+    std::fprintf(stderr, "heralder-tool: %s\n", message.c_str());
     return 1;
 }
 
@@ -70,7 +70,7 @@ std::optional<std::vector<FeedKey>> readKeyFiles(const std::vector<std::string>&
         const auto text = readFileBytes(path);
         const auto key = text ? readPublicKeyPem(*text) : std::nullopt;
         if (!key) {
-            fail("heralder-tool: %s is not a P-256 public key file", path);
+            fail(path + " is not a P-256 public key file");
             return std::nullopt;
         }
         keys.push_back(*key);
@@ -89,14 +89,14 @@ int runKeygenCommand(int argc, char** argv) {
     const std::string privatePath = dir + "/feed-private.pem";
     const std::string publicPath = dir + "/feed-public.pem";
     for (const std::string& path : {privatePath, publicPath})
-        if (readFileBytes(path)) return fail("heralder-tool: %s exists; nothing was written", path);
+        if (readFileBytes(path)) return fail(path + " exists; nothing was written");
     const auto key = generateFeedKey();
-    if (!key) return fail("heralder-tool: could not make a key%s");
+    if (!key) return fail("could not make a key");
     if (!writeNewFile(privatePath, key->privatePem, true))
-        return fail("heralder-tool: cannot write %s", privatePath);
+        return fail("cannot write " + privatePath);
     if (!writeNewFile(publicPath, publicKeyPem(key->publicPoint), false)) {
         std::remove(privatePath.c_str());
-        return fail("heralder-tool: cannot write %s", publicPath);
+        return fail("cannot write " + publicPath);
     }
     std::printf("%s\n%s\nkey %s\n", privatePath.c_str(), publicPath.c_str(),
                 feedKeyId(key->publicPoint).c_str());
@@ -134,32 +134,31 @@ int runSignCommand(int argc, char** argv) {
         return 2;
     }
     const uint64_t serialNumber = *serial;
-    if (files[0] == files[1]) return fail("heralder-tool: OUT must not be IN%s");
+    if (files[0] == files[1]) return fail("OUT must not be IN");
     const auto privatePem = readFileBytes(keyPath);
-    if (!privatePem) return fail("heralder-tool: cannot read %s", keyPath);
+    if (!privatePem) return fail(std::string("cannot read ") + keyPath);
     const auto document = readLocalDocument(files[0]);
-    if (!document) return fail("heralder-tool: cannot read %s", files[0]);
+    if (!document) return fail("cannot read " + files[0]);
 
     // An earlier signature is replaced, never signed over.
     std::string body(unsignedPart(*document));
     if (readSignatureLine(body).problem != SignatureProblem::NoSignature)
-        return fail("heralder-tool: %s has a signature line that is not its last line", files[0]);
+        return fail(files[0] + " has a signature line that is not its last line");
     const std::string lineEnd = body.find("\r\n") != std::string::npos ? "\r\n" : "\n";
     if (!body.empty() && body.back() != '\n') body += lineEnd;
 
     // The key's name goes into the signed bytes, so the key is read first.
     const auto probe = signWithPrivateKey(*privatePem, "");
-    if (!probe) return fail("heralder-tool: %s is not a P-256 private key file", keyPath);
+    if (!probe) return fail(std::string(keyPath) + " is not a P-256 private key file");
     const std::string expires = dayToIsoDate(*expiresDay);
     const std::string prefix =
         body + signatureLinePrefix(serialNumber, expires, feedKeyId(probe->publicPoint));
     const auto signature = signWithPrivateKey(*privatePem, prefix);
-    if (!signature) return fail("heralder-tool: signing failed%s");
+    if (!signature) return fail("signing failed");
     const std::string signedText =
         body + signatureLine(std::string_view(prefix).substr(body.size()), signature->bytes) +
         lineEnd;
-    if (!writeFileBytes(files[1], {signedText}))
-        return fail("heralder-tool: cannot write %s", files[1]);
+    if (!writeFileBytes(files[1], {signedText})) return fail("cannot write " + files[1]);
     if (expiryPassed(*expiresDay, today))
         std::fprintf(stderr, "heralder-tool: warning: %s has expired: agents will refuse it\n",
                      expires.c_str());
@@ -189,7 +188,7 @@ int runVerifyCommand(int argc, char** argv) {
     const auto keys = readKeyFiles(keyPaths);
     if (!keys) return 2;
     const auto document = readLocalDocument(files[0]);
-    if (!document) return fail("heralder-tool: cannot read %s", files[0]);
+    if (!document) return fail("cannot read " + files[0]);
     const SignatureVerdict verdict =
         checkFeedSignature(*document, *keys, verifyFeedSignature, todayUtc(), 0);
     if (verdict.line)

@@ -167,13 +167,15 @@ struct WindowOutcome {
     int rows = -1;
     bool wasMaximised = false;
     std::vector<std::string> titles;
+    std::string windowTitle;
 };
 
 ProcessRun runShowingDocument(const std::string& arguments, WindowOutcome& outcome,
-                              const std::string& screenshot = "") {
+                              const std::string& screenshot = "",
+                              const std::string& exe = heralderExe()) {
     DWORD shownAt = 0;
     bool closed = false;
-    return runProcess(heralderExe(), arguments, nullptr, 30000, [&](DWORD pid) {
+    return runProcess(exe, arguments, nullptr, 30000, [&](DWORD pid) {
         HWND main = findProcessWindow(pid, "QuenmarkHeralderApplication");
         if (!main || closed) return;
         if (!shownAt) shownAt = GetTickCount();
@@ -189,6 +191,9 @@ ProcessRun runShowingDocument(const std::string& arguments, WindowOutcome& outco
             outcome.titles.push_back(narrow);
         }
         outcome.wasMaximised = IsZoomed(main);
+        char title[256] = {};
+        GetWindowTextA(main, title, sizeof title);
+        outcome.windowTitle = title;
         if (!screenshot.empty()) {
             SendMessageA(list, LB_SETCURSEL, 1, 0);
             saveWindowScreenshot(main, screenshot);
@@ -326,7 +331,14 @@ TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
         }
         const Settings settingsBefore = storedSettings();
         LoopbackServer server(signedCase(c.name));
-        const ProcessRun run = runUpdateOf(signedExe);
+        const ProcessRun run = runProcess(
+            signedExe, "/UPDATE",
+            [&](HWND box, int) {
+                if (std::string(c.name) == "changed")
+                    saveWindowScreenshot(box, "signature_refused");
+                return false;
+            },
+            60000);
         ASSERT_TRUE(run.exited);
         EXPECT_EQ(run.exitCode, 0u);
         if (c.accepted) {
@@ -348,6 +360,17 @@ TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
     clearUserData();
     LoopbackServer server(signedCase("valid"));
     EXPECT_GE(runUpdateOf(heralderExe()).windows.size(), 6u);
+
+    // A local document is shown whatever its signature; the title tells.
+    for (const auto& [name, title] : {std::pair{"valid", "Quenmark Heralder"},
+                                      {"unsigned", "Quenmark Heralder - unsigned document"},
+                                      {"changed", "Quenmark Heralder - not verified document"}}) {
+        WindowOutcome outcome;
+        ASSERT_TRUE(
+            runShowingDocument(signedCase(name) + "\\update.txt", outcome, "", signedExe).exited);
+        EXPECT_GT(outcome.rows, 5) << name;
+        EXPECT_EQ(outcome.windowTitle, title) << name;
+    }
 }
 
 }  // namespace
