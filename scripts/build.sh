@@ -9,11 +9,12 @@
 #            loopback server (127.0.0.1:47631)
 #   windows-signed  heralder.exe of the test build with two throw-away public
 #            keys built in (keys/ beside it), for the tests of signed documents
+#   windows-https  heralder.exe asking https://localhost:47633, the tests' TLS server
 #   release  heralder.exe, the tool and the manual as they ship (scripts/package.sh),
 #            asking the publisher's own server
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
-kind=${1:?usage: build.sh native|asan|fuzz|windows|windows-signed|run|release}
+kind=${1:?usage: build.sh native|asan|fuzz|windows|windows-signed|windows-https|run|release}
 targets=()
 out="$root/build/$kind"
 
@@ -41,6 +42,11 @@ case "$kind" in
                    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake"
                    -DHERALDER_BENCH=OFF -DHERALDER_SERVER_HOST=127.0.0.1:47632
                    "-DHERALDER_FEED_KEYS=$out/keys/first/feed-public.pem;$out/keys/second/feed-public.pem")
+             targets=(--target heralder) ;;
+    windows-https)
+             args=(-DCMAKE_BUILD_TYPE=Release
+                   -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake"
+                   -DHERALDER_BENCH=OFF -DHERALDER_SERVER_HOST=https://localhost:47633)
              targets=(--target heralder) ;;
     release) args=(-DCMAKE_BUILD_TYPE=Release
                    -DCMAKE_TOOLCHAIN_FILE="$root/cmake/mingw-w64-x86_64.cmake"

@@ -97,26 +97,34 @@ fixtures_signed_cases() {
     export HERALDER_SIGNED_CASES=$(winpath "$cases")
 }
 
-# fixtures_https DOCROOT: lighttpd with TLS over DOCROOT, one port for each of
-# tests/servers/make_tls.sh's certificates. Exports HERALDER_HTTPS_GOOD,
-# _EXPIRED, _WRONG_HOST and _UNTRUSTED ("https://localhost:PORT"),
-# HERALDER_HTTPS_CA (the authority to trust, DER) and HERALDER_HTTPS_LOG (the
-# access log, "PORT PATH" a line), all as the Windows programs see them.
+# fixtures_https DOCROOT: lighttpd with TLS over the sample document and
+# pictures (and DOCROOT's large.bin) as "/update/", one port for each of
+# tests/servers/make_tls.sh's certificates; the good one on 47633, the port the
+# windows-https build asks. Exports HERALDER_HTTPS_GOOD, _EXPIRED, _WRONG_HOST
+# and _UNTRUSTED ("https://localhost:PORT"), HERALDER_HTTPS_CA (the authority
+# to trust, DER), HERALDER_HTTPS_LOG (the access log, "PORT PATH" a line) and,
+# with that build, HERALDER_HTTPS_EXE, as the Windows programs see them.
 fixtures_https() {
-    local root=$1 src tls="$FIXTURES_DIR/tls" name port
+    local docroot=$1 src tls="$FIXTURES_DIR/tls" name port
     [ -f /usr/lib/lighttpd/mod_openssl.so ] || return 0
     src=$(cd "$(dirname "${BASH_SOURCE[0]}")/../servers" && pwd)
     "$src/make_tls.sh" "$tls" || return 0
+    local root="$tls/root"
+    mkdir -p "$root/update/images"
+    cp "$src/../../examples/update.txt" "$root/update/"
+    cp "$src/../../examples/images/"* "$docroot/update/images/large.bin" "$root/update/images/"
     local conf
     conf=$(sed -e "s|@ROOT@|$root|" -e "s|@DIR@|$tls|g" "$src/lighttpd_tls.conf.in")
     for name in GOOD EXPIRED WRONG_HOST UNTRUSTED; do
-        port=$(fixtures_free_port)
+        if [ $name = GOOD ]; then port=47633; else port=$(fixtures_free_port); fi
         conf=${conf//@$name@/$port}
         export "HERALDER_HTTPS_$name=https://localhost:$port"
     done
     printf '%s\n' "$conf" >"$tls/lighttpd.conf"
     : >"$tls/access.log"
-    fixtures_serve HERALDER_HTTPS_LISTENING "${HERALDER_HTTPS_GOOD##*:}" lighttpd -D -f "$tls/lighttpd.conf"
+    fixtures_serve HERALDER_HTTPS_LISTENING 47633 lighttpd -D -f "$tls/lighttpd.conf"
     export HERALDER_HTTPS_CA=$(winpath "$tls/ca.der")
     export HERALDER_HTTPS_LOG=$(winpath "$tls/access.log")
+    local exe="$FIXTURES_DIR/../../windows-https/heralder.exe"
+    [ -f "$exe" ] && export HERALDER_HTTPS_EXE=$(winpath "$exe")
 }

@@ -7,8 +7,6 @@
 #include "feed/http_reply.h"
 #include "tests/win/test_support.h"
 
-#include <wincrypt.h>
-
 #define REQUIRE_SERVER(var, name)          \
     const std::string name = testEnv(var); \
     if (name.empty()) GTEST_SKIP() << var " is not set: run through scripts/test_wine.sh"
@@ -97,26 +95,11 @@ TEST(HttpRawServer, AbandonedFetchMakesNoFurtherRequest) {
     EXPECT_LE(count() - before, 2);
 }
 
-// The tests' certificate authority is trusted in this throw-away prefix only:
-// Wine's crypt32 keeps the machine's root store in the prefix's registry.
-bool trustTestAuthority(const std::string& derPath) {
-    const auto der = readFileBytes(derPath);
-    HCERTSTORE store =
-        der ? CertOpenStore(CERT_STORE_PROV_SYSTEM_A, 0, 0, CERT_SYSTEM_STORE_LOCAL_MACHINE, "Root")
-            : nullptr;
-    if (!store) return false;
-    const bool ok = CertAddEncodedCertificateToStore(
-        store, X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(der->data()),
-        static_cast<DWORD>(der->size()), CERT_STORE_ADD_REPLACE_EXISTING, nullptr);
-    CertCloseStore(store, 0);
-    return ok;
-}
-
 // Only a certificate from a trusted authority, in date and for the host asked,
 // gets a request through; any other fails the fetch before a request is sent.
 TEST(HttpsServer, OnlyATrustedCurrentCertificateForTheHostIsAccepted) {
     REQUIRE_SERVER("HERALDER_HTTPS_GOOD", good);
-    ASSERT_TRUE(trustTestAuthority(testEnv("HERALDER_HTTPS_CA")));
+    ASSERT_TRUE(trustTestAuthority());
     const auto want = readFileBytes(testEnv("HERALDER_HTTP_ROOT") + "\\update\\images\\large.bin");
     const auto got = fetchServerFile(nullptr, good, "/update/images/large.bin");
     ASSERT_TRUE(got && want);

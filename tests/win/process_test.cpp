@@ -373,4 +373,19 @@ TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
     }
 }
 
+// heralder.exe built for https://localhost:47633 (scripts/build.sh
+// windows-https) against the tests' TLS server: the daily job, pictures and
+// picture updates included, all over TLS.
+TEST_F(HeralderProcess, DailyRunWorksOverHttps) {
+    const std::string exe = testEnv("HERALDER_HTTPS_EXE");
+    if (exe.empty()) GTEST_SKIP() << "needs scripts/build.sh windows-https";
+    ASSERT_TRUE(trustTestAuthority());
+    const ProcessRun run = runProcess(exe, "/UPDATE", nullptr, 60000);
+    ASSERT_TRUE(run.exited);
+    EXPECT_GE(run.windows.size(), 6u);
+    EXPECT_TRUE(seenEntries().count("2110"));
+    EXPECT_TRUE(fileExists(getUserHeralderPath("heralder_banner.png")));
+    EXPECT_TRUE(fileExists(getUserHeralderPath("images\\alert.png")));
+}
+
 }  // namespace

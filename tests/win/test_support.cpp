@@ -1,6 +1,11 @@
 // Shared helpers of the Windows tests (see test_support.h).
 #include "tests/win/test_support.h"
 
+#include <wincrypt.h>
+
+#include <fstream>
+#include <iterator>
+
 #include <cstdio>
 
 std::string testEnv(const char* name) {
@@ -102,4 +107,18 @@ std::string clipboardText() {
         }
     CloseClipboard();
     return text;
+}
+
+bool trustTestAuthority() {
+    std::ifstream file(testEnv("HERALDER_HTTPS_CA"), std::ios::binary);
+    const std::string der((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    if (der.empty()) return false;
+    HCERTSTORE store =
+        CertOpenStore(CERT_STORE_PROV_SYSTEM_A, 0, 0, CERT_SYSTEM_STORE_LOCAL_MACHINE, "Root");
+    if (!store) return false;
+    const bool ok = CertAddEncodedCertificateToStore(
+        store, X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(der.data()),
+        static_cast<DWORD>(der.size()), CERT_STORE_ADD_REPLACE_EXISTING, nullptr);
+    CertCloseStore(store, 0);
+    return ok;
 }
