@@ -13,10 +13,6 @@ namespace {
 constexpr char kBase64[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr std::string_view kPemBegin = "-----BEGIN PUBLIC KEY-----";
 constexpr std::string_view kPemEnd = "-----END PUBLIC KEY-----";
-// SubjectPublicKeyInfo for an id-ecPublicKey on prime256v1, up to the point.
-constexpr uint8_t kSpkiPrefix[] = {0x30, 0x59, 0x30, 0x13, 0x06, 0x07, 0x2a, 0x86, 0x48,
-                                   0xce, 0x3d, 0x02, 0x01, 0x06, 0x08, 0x2a, 0x86, 0x48,
-                                   0xce, 0x3d, 0x03, 0x01, 0x07, 0x03, 0x42, 0x00};
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -156,19 +152,6 @@ std::string_view unsignedPart(std::string_view document) {
     return document.substr(0, lines.back());
 }
 
-std::string signatureLinePrefix(uint64_t serial, std::string_view expires, std::string_view keyId) {
-    std::string line(kSignatureMarker);
-    line += "v1 serial=" + std::to_string(serial) + " expires=";
-    line += expires;
-    line += " key=";
-    line += keyId;
-    return line;
-}
-
-std::string signatureLine(std::string_view prefix, const std::array<uint8_t, 64>& signature) {
-    return std::string(prefix) + " sig=" + base64Encode(signature);
-}
-
 std::optional<FeedKey> readPublicKeyPem(std::string_view pem) {
     const std::size_t begin = pem.find(kPemBegin);
     if (begin == std::string_view::npos) return std::nullopt;
@@ -179,27 +162,15 @@ std::optional<FeedKey> readPublicKeyPem(std::string_view pem) {
     for (char c : pem.substr(bodyStart, end - bodyStart))
         if (c != '\r' && c != '\n' && c != ' ' && c != '\t') base64 += c;
     const auto der = base64Decode(base64);
-    if (!der || der->size() != sizeof kSpkiPrefix + 65 ||
-        !std::equal(std::begin(kSpkiPrefix), std::end(kSpkiPrefix), der->begin(),
+    if (!der || der->size() != sizeof kP256SpkiPrefix + 65 ||
+        !std::equal(std::begin(kP256SpkiPrefix), std::end(kP256SpkiPrefix), der->begin(),
                     [](uint8_t a, char b) { return a == static_cast<uint8_t>(b); }) ||
-        static_cast<uint8_t>((*der)[sizeof kSpkiPrefix]) != 0x04)
+        static_cast<uint8_t>((*der)[sizeof kP256SpkiPrefix]) != 0x04)
         return std::nullopt;
     FeedKey key;
-    std::copy(der->begin() + sizeof kSpkiPrefix, der->end(), key.point.begin());
+    std::copy(der->begin() + sizeof kP256SpkiPrefix, der->end(), key.point.begin());
     key.id = feedKeyId(key.point);
     return key;
-}
-
-std::string publicKeyPem(const std::array<uint8_t, 65>& point) {
-    std::vector<uint8_t> der(std::begin(kSpkiPrefix), std::end(kSpkiPrefix));
-    der.insert(der.end(), point.begin(), point.end());
-    const std::string base64 = base64Encode(der);
-    std::string pem(kPemBegin);
-    pem += '\n';
-    for (std::size_t at = 0; at < base64.size(); at += 64) pem += base64.substr(at, 64) + '\n';
-    pem += kPemEnd;
-    pem += '\n';
-    return pem;
 }
 
 std::string feedKeyId(const std::array<uint8_t, 65>& point) {
@@ -311,18 +282,6 @@ std::string formatSignatureRecord(const SignatureRecord& record) {
     if (!record.refusedDay.empty()) text += "refused-day=" + record.refusedDay + "\n";
     if (!record.refusedReason.empty()) text += "refused=" + record.refusedReason + "\n";
     return text;
-}
-
-std::string base64Encode(std::span<const uint8_t> bytes) {
-    std::string out;
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        const std::size_t n = std::min<std::size_t>(3, bytes.size() - i);
-        uint32_t v = static_cast<uint32_t>(bytes[i]) << 16;
-        if (n > 1) v |= static_cast<uint32_t>(bytes[i + 1]) << 8;
-        if (n > 2) v |= bytes[i + 2];
-        for (std::size_t k = 0; k < 4; ++k) out += k <= n ? kBase64[(v >> (18 - 6 * k)) & 63] : '=';
-    }
-    return out;
 }
 
 std::optional<std::string> base64Decode(std::string_view text) {

@@ -63,6 +63,11 @@ std::string_view unsignedPart(std::string_view document);
 std::string signatureLinePrefix(uint64_t serial, std::string_view expires, std::string_view keyId);
 std::string signatureLine(std::string_view prefix, const std::array<uint8_t, 64>& signature);
 
+// SubjectPublicKeyInfo for an id-ecPublicKey on prime256v1, up to the point.
+inline constexpr uint8_t kP256SpkiPrefix[] = {0x30, 0x59, 0x30, 0x13, 0x06, 0x07, 0x2a, 0x86, 0x48,
+                                              0xce, 0x3d, 0x02, 0x01, 0x06, 0x08, 0x2a, 0x86, 0x48,
+                                              0xce, 0x3d, 0x03, 0x01, 0x07, 0x03, 0x42, 0x00};
+
 // A publisher's public key (P-256): the uncompressed point 04||X||Y.
 struct FeedKey {
     std::array<uint8_t, 65> point{};
