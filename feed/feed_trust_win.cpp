@@ -137,7 +137,7 @@ std::string localDocumentMark(std::string_view document, std::time_t now) {
 }
 
 std::string signatureStatusText(const std::string& recordPath) {
-    if (!kKeysBuiltIn) return "not required (no key built in)";
+    if (!kKeysBuiltIn) return {};
     const std::vector<FeedKey>& keys = builtInFeedKeys();
     std::string text = "key";
     for (const FeedKey& key : keys) text += " " + key.id;

@@ -38,5 +38,5 @@ DocumentTrust judgeServerDocument(std::string_view document, std::time_t now = s
 std::string localDocumentMark(std::string_view document, std::time_t now = std::time(nullptr));
 
 // One line for system information: the keys, the last accepted serial and
-// expiry, and the last refusal with its reason.
+// expiry, and the last refusal with its reason; "" in a build without keys.
 std::string signatureStatusText(const std::string& recordPath = "");

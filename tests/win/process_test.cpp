@@ -313,11 +313,16 @@ TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
     const struct {
         const char* name;
         const char* acceptedBefore;
-        bool accepted;
+        const char* refusal;  // as system information shows it; null: accepted
     } cases[] = {
-        {"valid", nullptr, true},     {"second_key", nullptr, true}, {"changed", nullptr, false},
-        {"unsigned", nullptr, false}, {"other_key", nullptr, false}, {"expired", nullptr, false},
-        {"older", "valid", false},    {"twice", nullptr, false},
+        {"valid", nullptr, nullptr},
+        {"second_key", nullptr, nullptr},
+        {"changed", nullptr, "bad signature"},
+        {"unsigned", nullptr, "no signature"},
+        {"other_key", nullptr, "unknown key"},
+        {"expired", nullptr, "expired"},
+        {"older", "valid", "older than the last accepted document"},
+        {"twice", nullptr, "signed more than once"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
@@ -341,7 +346,7 @@ TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
             60000);
         ASSERT_TRUE(run.exited);
         EXPECT_EQ(run.exitCode, 0u);
-        if (c.accepted) {
+        if (!c.refusal) {
             EXPECT_GE(run.windows.size(), 6u);
             EXPECT_TRUE(seenEntries().count("2107"));
             continue;
@@ -350,6 +355,9 @@ TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
         EXPECT_EQ(run.windows[0].text, kNotVerified);
         EXPECT_EQ(seenEntries(), seenBefore);
         EXPECT_EQ(server.requests(), 1);  // the document; no picture
+        const std::string record = readFileBytes(getUserHeralderPath("Heralder.sig")).value_or("");
+        EXPECT_NE(record.find(std::string("refused=") + c.refusal + "\n"), std::string::npos)
+            << record;
         const Settings after = storedSettings();
         EXPECT_EQ(after.AlertFontSize, settingsBefore.AlertFontSize);
         EXPECT_EQ(after.PromptMultipleCount, settingsBefore.PromptMultipleCount);
