@@ -396,4 +396,33 @@ TEST_F(HeralderProcess, DailyRunWorksOverHttps) {
     EXPECT_TRUE(fileExists(getUserHeralderPath("images\\alert.png")));
 }
 
+// The same server's certificate from an authority nobody trusts: Go ends with
+// the network-error box, and no request reaches the server.
+TEST_F(HeralderProcess, HttpsFromAnUnknownAuthorityIsANetworkError) {
+    const std::string exe = testEnv("HERALDER_HTTPS_EXE");
+    if (exe.empty()) GTEST_SKIP() << "needs scripts/build.sh windows-https";
+    ASSERT_TRUE(trustTestAuthority(false));
+    const auto requests = [] {
+        const std::string log = readFileBytes(testEnv("HERALDER_HTTPS_LOG")).value_or("");
+        int n = 0;
+        for (std::size_t at = 0; (at = log.find("47633 /", at)) != std::string::npos; ++at) ++n;
+        return n;
+    };
+    const int before = requests();
+    bool goSent = false, answered = false;
+    const ProcessRun run = runProcess(
+        exe, "", [&](HWND, int) { return !(answered = true); }, 30000,
+        [&](DWORD pid) {
+            HWND main = findProcessWindow(pid, "QuenmarkHeralderApplication");
+            if (main && !goSent) goSent = PostMessageA(main, WM_COMMAND, IDM_GO, 0);
+            if (main && answered) PostMessageA(main, WM_CLOSE, 0, 0);
+        });
+    ASSERT_TRUE(trustTestAuthority());
+    ASSERT_TRUE(run.exited);
+    ASSERT_EQ(run.windows.size(), 1u);
+    EXPECT_EQ(run.windows[0].text, kNetworkError);
+    Sleep(500);  // the log goes through a pipe
+    EXPECT_EQ(requests(), before);
+}
+
 }  // namespace
