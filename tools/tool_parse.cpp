@@ -36,6 +36,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
+
 Json textJson(const ItemText& text) {
     if (!text) return nullptr;
     return latin1ToUtf8(*text);

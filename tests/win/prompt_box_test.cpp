@@ -191,8 +191,8 @@ TEST_F(MultipleItemPrompt, CountShowsTheStoredValueAndKeepsTypedOnesInRange) {
         uint32_t before;
         const char* typed;  // nullptr: left as it opened
         uint32_t stored;
-    } cases[] = {{6, "1", 2}, {6, "40000", 32760}, {6, "15", 15},          {6, "2", 2},
-                 {6, "", 2},  {1, nullptr, 1},     {40000, nullptr, 40000}};
+    } cases[] = {{6, "1", 2},       {6, "40000", 32760}, {6, "15", 15},          {6, "2", 2},
+                 {6, "", 2},        {1, nullptr, 1},     {40000, nullptr, 40000}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.typed ? c.typed : std::to_string(c.before));
         Settings record;
