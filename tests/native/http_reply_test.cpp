@@ -26,6 +26,15 @@ TEST(SplitServerAddress, HostAndOptionalPort) {
         EXPECT_FALSE(splitServerAddress(text)) << '"' << text << '"';
 }
 
+// Pages the agent opens on the server keep its scheme: an https server's
+// newsletter page is never asked for over plain HTTP.
+TEST(ServerLinkBase, KeepsTheConfiguredScheme) {
+    for (const auto& [configured, want] : {std::pair{"host:8080", "http://host:8080"},
+                                           {"https://host", "https://host"},
+                                           {"HTTP://host", "HTTP://host"}})
+        EXPECT_EQ(serverLinkBase(configured), want);
+}
+
 // A redirect may only move within the one server the agent was built for.
 TEST(RedirectPath, StaysOnTheSameSchemeHostAndPort) {
     const ServerAddress plain{"Host", 8080, false}, secure{"host", 0, true};
