@@ -55,6 +55,9 @@ case "$kind" in
     *) echo "unknown build kind: $kind" >&2; exit 2 ;;
 esac
 
+# Keys are given for each build, never left over from an earlier one.
+[ "$kind" = windows-signed ] || args+=(-UHERALDER_FEED_KEYS)
+
 if command -v ccache >/dev/null; then
     # Work trees of the same project share their objects.
     export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$(dirname "$root")}

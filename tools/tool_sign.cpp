@@ -15,8 +15,10 @@
 #include "tools/tool_crypto.h"
 
 #ifdef _WIN32
+#include <direct.h>
 #include <io.h>
 #else
+#include <sys/stat.h>
 #include <unistd.h>
 #endif
 
@@ -86,6 +88,12 @@ int runKeygenCommand(int argc, char** argv) {
         return 2;
     }
     const std::string dir = argv[0];
+    // A new folder for the keys is made (one level); an existing one is used.
+#ifdef _WIN32
+    _mkdir(dir.c_str());
+#else
+    mkdir(dir.c_str(), 0700);
+#endif
     const std::string privatePath = dir + "/feed-private.pem";
     const std::string publicPath = dir + "/feed-public.pem";
     for (const std::string& path : {privatePath, publicPath})
