@@ -1,6 +1,7 @@
 // Fetches one file from the publisher's web server with WinINet. The design is
 // deliberately small: one request, the Content-Length header decides the size,
-// one read, the status code is not looked at (an error page is the file). What
+// one read, the status code is only looked at for redirects (an error page is
+// the file). What
 // it adds is refusing a length that is not a plain number or is absurdly large,
 // so that a broken or hostile server cannot make it allocate gigabytes, and
 // time limits: WinINet's receive time-out ends a silent server, and the fetch
