@@ -1,9 +1,9 @@
 // Fetches one file from the publisher's web server with WinINet. The design is
 // deliberately small: one request, the Content-Length header decides the size,
-// one read, the status code is only looked at for redirects (an error page is
-// the file). What
-// it adds is refusing a length that is not a plain number or is absurdly large,
-// so that a broken or hostile server cannot make it allocate gigabytes, and
+// one read, the status code is looked at only for redirects (an error page is
+// the file). What it adds is refusing a length that is not a plain number or
+// is absurdly large, so that a broken or hostile server cannot make it
+// allocate gigabytes, and
 // time limits: WinINet's receive time-out ends a silent server, and the fetch
 // runs on a worker thread that the caller stops waiting for at the deadline,
 // the one way to end a single blocking read of a server that trickles.
