@@ -3,10 +3,10 @@
 // one read, the status code is looked at only for redirects (an error page is
 // the file). What it adds is refusing a length that is not a plain number or
 // is absurdly large, so that a broken or hostile server cannot make it
-// allocate gigabytes, and
-// time limits: WinINet's receive time-out ends a silent server, and the fetch
-// runs on a worker thread that the caller stops waiting for at the deadline,
-// the one way to end a single blocking read of a server that trickles.
+// allocate gigabytes, and time limits: WinINet's receive time-out ends a
+// silent server, and the fetch runs on a worker thread that the caller stops
+// waiting for at the deadline, the one way to end a single blocking read of a
+// server that trickles.
 // Redirects are followed by hand, a few times and only within the configured
 // server: the server address is fixed at build time so that nobody else can
 // write what the agent shows, and an https server is never left for http.
