@@ -20,6 +20,7 @@
 #include "feed/document_file.h"
 #include "feed/document_parser.h"
 #include "feed/feed_date.h"
+#include "feed/feed_trust_win.h"
 #include "feed/http_win.h"
 #include "notify/browse_box_win.h"
 #include "notify/alert_box_win.h"
@@ -35,6 +36,9 @@ namespace {
 constexpr char kNetworkError[] =
     "There has been a network error. The update document is not available.";
 constexpr char kItemError[] = "There has been an error accessing this item.";
+constexpr char kNotVerified[] =
+    "The update document could not be verified, so nothing in it was shown or changed.\n\n"
+    "Heralder will try again at its next update.";
 
 std::vector<DWORD> retryDelaysMs = {5000, 15000, 40000};
 
@@ -111,13 +115,32 @@ void loadDocumentText(MainWindow& w, std::string_view document) {
     setTransactionDate(settings());
 }
 
+// A build with the publisher's keys acts only on a document they signed;
+// anything else ends like a failed fetch, told once a day in the daily run.
+bool acceptServerDocument(MainWindow& w, std::string_view document) {
+    const DocumentTrust trust = judgeServerDocument(document);
+    if (!trust.accepted && (trust.tellUser || !app().updateMode)) showMessage(w.hwnd, kNotVerified);
+    return trust.accepted;
+}
+
+// A local document is shown whatever it holds; the title says when a build
+// with keys could not verify the document the list shows.
+void markTitle(MainWindow& w, const std::string& mark) {
+    std::string title = loadResString(IDS_APP_NAME);
+    if (!mark.empty()) title += " - " + mark + " document";
+    SetWindowTextA(w.hwnd, title.c_str());
+}
+
 void onGo(MainWindow& w) {
     HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
     enableCommand(w.hwnd, IDM_GO, false);
     if (std::optional<std::string> document = fetchUpdateDocument(w.hwnd)) {
-        loadDocumentText(w, *document);
-        if (settings().DoNoticationsAutomatically && !app().updateMode)
-            PostMessageA(w.hwnd, WM_COMMAND, IDM_SHOW_NOTIFICATIONS, 0);
+        if (acceptServerDocument(w, *document)) {
+            loadDocumentText(w, *document);
+            markTitle(w, "");
+            if (settings().DoNoticationsAutomatically && !app().updateMode)
+                PostMessageA(w.hwnd, WM_COMMAND, IDM_SHOW_NOTIFICATIONS, 0);
+        }
     } else {
         showMessage(w.hwnd, kNetworkError);
     }
@@ -128,6 +151,7 @@ void onGo(MainWindow& w) {
 void onLoadDocument(MainWindow& w, const char* path) {
     if (std::optional<std::string> document = readLocalDocument(path)) {
         loadDocumentText(w, *document);
+        markTitle(w, localDocumentMark(*document));
         return;
     }
     showMessage(w.hwnd, std::string("There has been an error loading ") + path);

@@ -1,6 +1,7 @@
 // The first-run sign-up's words and decisions (see init_config.h).
 #include "dialogs/init_config.h"
 
+#include "feed/http_reply.h"
 #include "settings/file_locations.h"
 
 const char* const kInitConfigText =
@@ -41,8 +42,7 @@ constexpr uint32_t kPlatformXp = 12;
 }  // namespace
 
 std::string newsletterAddress(std::string_view host) {
-    std::string address = "http://";
-    address += host;
+    std::string address = serverLinkBase(host);
     address += "/update-list.html";
     return address;
 }

@@ -18,7 +18,8 @@ inline constexpr const char* kOldInstallationSection = "Heralder";
 inline constexpr const char* kOldInstallationKey = "ApplicationPath";
 inline constexpr const char* kOldInstallationProgram = "QMK-heralder.exe";
 
-// The newsletter page on the publisher's web server ("host" or "host:port").
+// The newsletter page on the publisher's web server, as configured ("host",
+// "host:port", optionally after "http://" or "https://").
 std::string newsletterAddress(std::string_view host);
 
 // The old program's path from the folder the old INI file names: a backslash

@@ -9,6 +9,7 @@
 #include "base/file_io.h"
 #include "base/win_handles.h"
 #include "dialogs/about_text.h"
+#include "feed/feed_trust_win.h"
 #include "feed/http_win.h"
 #include "feed/installed_product.h"
 #include "feed/seen_list.h"
@@ -187,6 +188,7 @@ SystemFacts gatherSystemFacts(const Settings& record, uint32_t platformCode,
             f.seenEntries = parseSeenNumbers(*bytes).size();
 
     f.serverHost = publisherServerHost();
+    f.documentSignature = signatureStatusText();
     f.proxy = proxyFacts();
     addProducts(getUserQuenmarkFolder(), f.products);
     addProducts(getCommonQuenmarkFolder(), f.products);

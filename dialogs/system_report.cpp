@@ -93,6 +93,7 @@ std::string formatSystemReport(const SystemFacts& f) {
 
     heading(out, "Network");
     line(out, "Server", orUnknown(f.serverHost));
+    if (!f.documentSignature.empty()) line(out, "Signed documents", f.documentSignature);
     line(out, "Proxy", proxyText(f.proxy));
 
     heading(out, "Installed Quenmark products");

@@ -51,6 +51,7 @@ struct SystemFacts {
     FileFacts seenList;
     std::optional<std::size_t> seenEntries;  // distinct item numbers; none when unreadable
     std::string serverHost;
+    std::string documentSignature;  // keys, last accepted, last refused; "" leaves the line out
     ProxyFacts proxy;
     std::vector<ProductFacts> products;
 };

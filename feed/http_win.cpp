@@ -1,11 +1,15 @@
 // Fetches one file from the publisher's web server with WinINet. The design is
 // deliberately small: one request, the Content-Length header decides the size,
-// one read, the status code is not looked at (an error page is the file). What
-// it adds is refusing a length that is not a plain number or is absurdly large,
-// so that a broken or hostile server cannot make it allocate gigabytes, and
-// time limits: WinINet's receive time-out ends a silent server, and the fetch
-// runs on a worker thread that the caller stops waiting for at the deadline,
-// the one way to end a single blocking read of a server that trickles.
+// one read, the status code is looked at only for redirects (an error page is
+// the file). What it adds is refusing a length that is not a plain number or
+// is absurdly large, so that a broken or hostile server cannot make it
+// allocate gigabytes, and time limits: WinINet's receive time-out ends a
+// silent server, and the fetch runs on a worker thread that the caller stops
+// waiting for at the deadline, the one way to end a single blocking read of a
+// server that trickles.
+// Redirects are followed by hand, a few times and only within the configured
+// server: the server address is fixed at build time so that nobody else can
+// write what the agent shows, and an https server is never left for http.
 #include "feed/http_win.h"
 
 #include <algorithm>
@@ -37,9 +41,16 @@ struct FetchJob {
     bool abandoned = false;
     HINTERNET internet = nullptr;
     std::optional<std::string> body;
+
+    // A worker given up on makes no further request: a redirect loop must
+    // not go on knocking at the server after the caller has moved on.
+    bool givenUp() {
+        std::lock_guard lock(mutex);
+        return abandoned;
+    }
 };
 
-std::optional<std::string> fetchWithin(HINTERNET internet, const ServerAddress& address,
+std::optional<std::string> fetchWithin(FetchJob& job, const ServerAddress& address,
                                        const std::string& path);
 
 }  // namespace
@@ -87,7 +98,7 @@ std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
     job->internet = internet;
     try {
         std::thread([job, address = *address, path] {
-            std::optional<std::string> body = fetchWithin(job->internet, address, path);
+            std::optional<std::string> body = fetchWithin(*job, address, path);
             std::lock_guard lock(job->mutex);
             job->body = std::move(body);
             job->done = true;
@@ -113,20 +124,49 @@ std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
 
 namespace {
 
-std::optional<std::string> fetchWithin(HINTERNET internet, const ServerAddress& address,
+// Sends GET path and follows up to maxRedirects redirects within the same
+// server; the request whose reply is not a redirect, or null on failure.
+UniqueInternet sendFollowingRedirects(FetchJob& job, HINTERNET connection,
+                                      const ServerAddress& address, std::string path) {
+    const DWORD flags = INTERNET_FLAG_NO_CACHE_WRITE | INTERNET_FLAG_NO_AUTO_REDIRECT |
+                        (address.secure ? INTERNET_FLAG_SECURE : 0);
+    for (int redirects = 0;; ++redirects) {
+        if (job.givenUp()) return {};
+        UniqueInternet request(HttpOpenRequestA(connection, "GET", path.c_str(), "HTTP/1.0",
+                                                nullptr, nullptr, flags, 0));
+        if (!request) return {};
+        // Wine honours the receive time-out only when it is set on the request.
+        InternetSetOptionA(request.get(), INTERNET_OPTION_RECEIVE_TIMEOUT, &fetchLimits.idleMs,
+                           sizeof fetchLimits.idleMs);
+        if (!HttpSendRequestA(request.get(), nullptr, 0, nullptr, 0)) return {};
+
+        DWORD status = 0, size = sizeof status;
+        if (!HttpQueryInfoA(request.get(), HTTP_QUERY_STATUS_CODE | HTTP_QUERY_FLAG_NUMBER, &status,
+                            &size, nullptr) ||
+            !isRedirectStatus(status))
+            return request;
+        if (redirects == maxRedirects) return {};
+        char location[2048] = {};
+        DWORD locationSize = sizeof location - 1;
+        if (!HttpQueryInfoA(request.get(), HTTP_QUERY_LOCATION, location, &locationSize, nullptr))
+            return {};
+        auto next = redirectPath(address, std::string_view(location, locationSize));
+        if (!next) return {};
+        path = std::move(*next);
+    }
+}
+
+std::optional<std::string> fetchWithin(FetchJob& job, const ServerAddress& address,
                                        const std::string& path) {
-    const INTERNET_PORT port = address.port ? address.port : INTERNET_INVALID_PORT_NUMBER;
-    UniqueInternet connection(InternetConnectA(internet, address.host.c_str(), port, "", "",
+    const INTERNET_PORT port = address.port     ? address.port
+                               : address.secure ? INTERNET_DEFAULT_HTTPS_PORT
+                                                : INTERNET_DEFAULT_HTTP_PORT;
+    UniqueInternet connection(InternetConnectA(job.internet, address.host.c_str(), port, "", "",
                                                INTERNET_SERVICE_HTTP, 0, 0));
     if (!connection) return std::nullopt;
 
-    UniqueInternet request(HttpOpenRequestA(connection.get(), "GET", path.c_str(), "HTTP/1.0",
-                                            nullptr, nullptr, INTERNET_FLAG_NO_CACHE_WRITE, 0));
+    UniqueInternet request = sendFollowingRedirects(job, connection.get(), address, path);
     if (!request) return std::nullopt;
-    // Wine honours the receive time-out only when it is set on the request.
-    InternetSetOptionA(request.get(), INTERNET_OPTION_RECEIVE_TIMEOUT, &fetchLimits.idleMs,
-                       sizeof fetchLimits.idleMs);
-    if (!HttpSendRequestA(request.get(), nullptr, 0, nullptr, 0)) return std::nullopt;
 
     char lengthText[32] = {};
     DWORD lengthSize = sizeof lengthText;

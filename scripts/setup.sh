@@ -10,6 +10,8 @@ packages=(
     mingw-w64-x86-64-dev
     wine wine64 xvfb xauth x11-utils imagemagick
     lighttpd libimage-exiftool-perl
+    # The tool's keys and signatures (OpenSSL); lighttpd's TLS for the HTTPS tests.
+    libssl-dev lighttpd-mod-openssl openssl
     # Wine's own fonts (caption glyphs, "MS Sans Serif") and metric-compatible
     # faces, so that screenshots show what Windows users see.
     fonts-wine fonts-liberation

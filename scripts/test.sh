@@ -87,6 +87,10 @@ for fuzzer in build/fuzz/fuzz_*; do
 done
 
 step "windows build" scripts/build.sh windows
+# heralder.exe again with throw-away keys, and for an HTTPS server, for the
+# whole-process tests of signed documents and of TLS.
+step "windows build (signed)" scripts/build.sh windows-signed
+step "windows build (https)" scripts/build.sh windows-https
 if [ -f build/windows/heralder_win_tests.exe ]; then
     scripts/test_wine.sh 2>&1 | tee "$logs/wine.log" | grep -E '^\[  (PASSED|FAILED) |^\[  FAILED  \]|Failure|cases:|^FAIL'
     [ "${PIPESTATUS[0]}" -eq 0 ] || steps_failed+=("wine tests")

@@ -26,7 +26,8 @@ rc=$?
 # The publisher's tool as a Windows console program over the same kept cases
 # as the native one: both builds must read files alike.
 if [ $# -eq 0 ] && [ -f "$build/heralder-tool.exe" ]; then
-    python3 "$root/tests/tool/check.py" --wine "$build/heralder-tool.exe" || rc=1
+    other=(); [ -x "$root/build/native/heralder-tool" ] && other=(--other "$root/build/native/heralder-tool")
+    python3 "$root/tests/tool/check.py" --wine "$build/heralder-tool.exe" "${other[@]}" || rc=1
 fi
 
 declare -F fixtures_stop >/dev/null && fixtures_stop

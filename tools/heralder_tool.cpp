@@ -19,9 +19,19 @@ const Command commands[] = {
     {"settings", "settings FILE   print the settings that a settings file gives",
      runSettingsCommand},
     {"check",
-     "check [--json] [--images DIR] FILE\n"
+     "check [--json] [--images DIR] [--key PUBLIC.pem] FILE\n"
      "                  report what an update document will not do as meant",
      runCheckCommand},
+    {"keygen", "keygen DIR      write a new signing key: DIR/feed-private.pem, feed-public.pem",
+     runKeygenCommand},
+    {"sign",
+     "sign --key PRIVATE.pem --serial N [--expires YYYY-MM-DD] IN OUT\n"
+     "                  write IN signed to OUT (expiry: 14 days ahead unless given)",
+     runSignCommand},
+    {"verify",
+     "verify --key PUBLIC.pem [--key PUBLIC2.pem] FILE\n"
+     "                  say whether a signed document verifies",
+     runVerifyCommand},
 };
 
 int usage() {

@@ -21,7 +21,8 @@
 
 namespace {
 
-constexpr const char* kUsage = "usage: heralder-tool check [--json] [--images DIR] FILE\n";
+constexpr const char* kUsage =
+    "usage: heralder-tool check [--json] [--images DIR] [--key PUBLIC.pem] FILE\n";
 
 std::string findingsJson(const std::string& path, const std::vector<Finding>& findings) {
     nlohmann::ordered_json list = nlohmann::ordered_json::array();
@@ -56,11 +57,14 @@ int runCheckCommand(int argc, char** argv) {
     bool json = false;
     std::optional<std::string> images;
     std::optional<std::string> path;
+    std::vector<std::string> keys;
     for (int i = 0; i < argc; ++i) {
         if (std::strcmp(argv[i], "--json") == 0) {
             json = true;
         } else if (std::strcmp(argv[i], "--images") == 0 && i + 1 < argc) {
             images = argv[++i];
+        } else if (std::strcmp(argv[i], "--key") == 0 && i + 1 < argc) {
+            keys.push_back(argv[++i]);
         } else if (argv[i][0] == '-' || path) {
             std::fputs(kUsage, stderr);
             return 2;
@@ -74,8 +78,10 @@ int runCheckCommand(int argc, char** argv) {
     }
     const std::optional<std::string> document = readToolDocument(*path);
     if (!document) return 1;
-    const std::vector<Finding> findings =
+    std::vector<Finding> findings =
         checkUpdateDocument(*document, images ? folderReader(*images) : ImageReader());
+    if (!keys.empty())
+        if (auto finding = signatureFinding(*document, keys)) findings.push_back(*finding);
     const std::string out = json ? findingsJson(*path, findings) : formatFindings(*path, findings);
 #ifdef _WIN32
     _setmode(_fileno(stdout), _O_BINARY);  // LF line ends, as on every platform

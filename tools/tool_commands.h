@@ -2,10 +2,21 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "notify/document_check.h"
 // The subcommands of heralder-tool, one file each.
 int runParseCommand(int argc, char** argv);
 int runSettingsCommand(int argc, char** argv);
 int runCheckCommand(int argc, char** argv);
+int runKeygenCommand(int argc, char** argv);
+int runSignCommand(int argc, char** argv);
+int runVerifyCommand(int argc, char** argv);
+
+// check --key: an error when the document's signature does not verify with
+// the public key files named.
+std::optional<Finding> signatureFinding(std::string_view document,
+                                        const std::vector<std::string>& keyPaths);
 
 // The agent's texts are single-byte (Latin-1); JSON wants UTF-8.
 std::string latin1ToUtf8(std::string_view bytes);

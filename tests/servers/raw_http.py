@@ -5,15 +5,19 @@ Usage: raw_http.py PORT. Each path in REPLIES is one kind of reply (no
 Content-Length, a body shorter than announced, a nonsense length...); /echo
 returns the request line and User-Agent header the client sent. It only binds 127.0.0.1; tests/win/fixtures.sh limits its lifetime.
 """
+import re
 import socketserver
 import sys
+import threading
 import time
 
 
-def reply(body, length="fit", status="200 OK"):
+def reply(body, length="fit", status="200 OK", location=None):
     """length "fit" announces the body's size, None leaves the header out,
     anything else is sent as it stands."""
     head = [f"HTTP/1.0 {status}", "Content-Type: text/plain"]
+    if location is not None:
+        head.append(f"Location: {location}")
     if length is not None:
         head.append(f"Content-Length: {len(body) if length == 'fit' else length}")
     return ("\r\n".join(head) + "\r\n\r\n").encode("ascii") + body
@@ -50,6 +54,42 @@ def trickle(sock):
 
 SLOW = {"/silent": silent, "/trickle": trickle}
 
+# Redirects: /hop/N sends the client N more hops before it arrives; the others
+# point elsewhere. Requests for the loops are counted and /count tells how many.
+PORT = 0
+loop_requests = 0
+loop_lock = threading.Lock()
+
+
+def moved(location):
+    return reply(b"moved", status="302 Found", location=location)
+
+
+def redirect(path):
+    global loop_requests
+    hop = re.fullmatch(r"/hop/(\d+)", path)
+    if hop:
+        n = int(hop.group(1))
+        return reply(b"arrived") if n == 0 else moved(f"/hop/{n - 1}")
+    if path == "/hop-absolute":
+        return moved(f"http://127.0.0.1:{PORT}/hop/0")
+    if path == "/hop-other-port":
+        return moved(f"http://127.0.0.1:{PORT + 1}/hop/0")
+    if path == "/hop-other-host":
+        return moved(f"http://localhost:{PORT}/hop/0")
+    if path == "/hop-https":
+        return moved(f"https://127.0.0.1:{PORT}/hop/0")
+    if path in ("/loop", "/slow-loop"):
+        with loop_lock:
+            loop_requests += 1
+        if path == "/slow-loop":
+            time.sleep(0.6)
+        return moved(path)
+    if path == "/count":
+        with loop_lock:
+            return reply(str(loop_requests).encode("ascii"))
+    return None
+
 
 class Handler(socketserver.BaseRequestHandler):
     def handle(self):
@@ -67,6 +107,8 @@ class Handler(socketserver.BaseRequestHandler):
             echo = reply(b"\r\n".join(lines[:1] + agent))
             if path in SLOW:
                 SLOW[path](self.request)
+            elif (moving := redirect(path)) is not None:
+                self.request.sendall(moving)
             else:
                 self.request.sendall(echo if path == "/echo" else REPLIES.get(path, NOT_FOUND))
         except OSError:
@@ -74,5 +116,6 @@ class Handler(socketserver.BaseRequestHandler):
 
 
 if __name__ == "__main__":
+    PORT = int(sys.argv[1])
     socketserver.ThreadingTCPServer.daemon_threads = True
     socketserver.ThreadingTCPServer(("127.0.0.1", int(sys.argv[1])), Handler).serve_forever()

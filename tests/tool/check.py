@@ -4,11 +4,15 @@ the tool gets a path that does not exist) with NAME.json (compared as JSON) or
 NAME.out (byte for byte), NAME.rc (exit code other than 0), NAME.err (text standard
 error must contain, {PATH} standing for the input), NAME.args (options put before
 the input, separated by blanks, paths relative to the case folder).
-Usage: check.py [--wine] TOOL"""
+After them, keygen, sign and verify with throw-away keys (sign_cases.py); with
+--other TOOL2 each tool's signatures are also checked by the other.
+Usage: check.py [--wine] TOOL [--other TOOL2]"""
 import json
 import pathlib
 import subprocess
 import sys
+
+from sign_cases import sign_cases
 
 
 def problems_of(tool, case, prefix):
@@ -53,6 +57,8 @@ def problems_of(tool, case, prefix):
 def main():
     prefix = ["wine"] if sys.argv[1:2] == ["--wine"] else []
     tool = str(pathlib.Path(sys.argv[1 + len(prefix)]).resolve())
+    rest = sys.argv[2 + len(prefix):]
+    other = [str(pathlib.Path(rest[1]).resolve())] if rest[:1] == ["--other"] else []
     cases = sorted(p for p in pathlib.Path(__file__).parent.glob("cases/*/*")
                    if p.suffix in (".in", ".missing"))
     failed = 0
@@ -61,7 +67,10 @@ def main():
             failed += 1
             print(f"FAIL {case.parent.name}/{case.name}: " + "; ".join(problems))
     print(f"tool cases: {len(cases) - failed} passed, {failed} failed")
-    return 1 if failed else 0
+    tools = {"wine" if prefix else "native": prefix + [tool]}
+    if other:
+        tools["native"] = other
+    return 1 if failed + sign_cases(tools) else 0
 
 
 if __name__ == "__main__":

@@ -3,6 +3,11 @@
 # copy of tests/servers/docroot, HERALDER_HTTP_ROOT as a Windows path),
 # HERALDER_RAW_HOST (tests/servers/raw_http.py) and HERALDER_CLOSED_HOST (where
 # nothing listens). Both servers end with fixtures_stop or FIXTURES_LIFETIME.
+# With the windows-signed build and the native tool, it also signs the sample
+# document in the ways the tests of signed documents need and exports
+# HERALDER_SIGNED_EXE and HERALDER_SIGNED_CASES (a folder per case, each
+# served as the publisher's "/update/"). With lighttpd's TLS module it serves
+# the same files over HTTPS (fixtures_https).
 
 FIXTURES_LIFETIME=${FIXTURES_LIFETIME:-900}
 FIXTURES_PIDS=()
@@ -49,6 +54,9 @@ fixtures_start() {
     fixtures_serve HERALDER_RAW_HOST "$port" python3 "$src/raw_http.py" "$port"
     export HERALDER_CLOSED_HOST="127.0.0.1:$(fixtures_free_port)"
 
+    fixtures_signed_cases "$1/../windows-signed" "$src/../.."
+    fixtures_https "$root"
+
     # Also stop them if the run ends early, keeping the exit handler there is.
     previous=$(trap -p EXIT)
     eval "set -- $previous"
@@ -60,4 +68,63 @@ fixtures_stop() {
     for pid in "${FIXTURES_PIDS[@]}"; do kill "$pid" 2>/dev/null; done
     for pid in "${FIXTURES_PIDS[@]}"; do wait "$pid" 2>/dev/null; done
     FIXTURES_PIDS=()
+}
+
+# fixtures_signed_cases SIGNED_BUILD SOURCE: the sample signed by the build's
+# first and second keys and by a key it does not know, expired, older, changed
+# after signing, unsigned and signed twice.
+fixtures_signed_cases() {
+    local build=$1 source=$2 tool="$2/build/native/heralder-tool" cases="$FIXTURES_DIR/signed"
+    [ -f "$build/heralder.exe" ] && [ -x "$tool" ] || return 0
+    local first="$build/keys/first/feed-private.pem" second="$build/keys/second/feed-private.pem"
+    mkdir -p "$cases/keys" && "$tool" keygen "$cases/keys" >/dev/null
+    local name
+    for name in valid second_key other_key expired older changed unsigned twice; do
+        mkdir -p "$cases/$name/images" && cp "$source/examples/images/"* "$cases/$name/images/"
+    done
+    local doc="$source/examples/update.txt" sign=("$tool" sign --serial)
+    "${sign[@]}" 10 --key "$first" "$doc" "$cases/valid/update.txt" >/dev/null
+    "${sign[@]}" 11 --key "$second" "$doc" "$cases/second_key/update.txt" >/dev/null
+    "${sign[@]}" 10 --key "$cases/keys/feed-private.pem" "$doc" "$cases/other_key/update.txt" >/dev/null
+    "${sign[@]}" 10 --key "$first" --expires 2020-01-01 "$doc" "$cases/expired/update.txt" 2>/dev/null >&2
+    "${sign[@]}" 9 --key "$first" "$doc" "$cases/older/update.txt" >/dev/null
+    # One letter of the first item's title.
+    python3 -c 'import sys; d = bytearray(open(sys.argv[1], "rb").read()); d[d.index(b"TITLE ") + 6] ^= 1; open(sys.argv[2], "wb").write(d)' \
+        "$cases/valid/update.txt" "$cases/changed/update.txt"
+    cp "$doc" "$cases/unsigned/update.txt"
+    { cat "$cases/valid/update.txt"; tail -n 1 "$cases/valid/update.txt"; } >"$cases/twice/update.txt"
+    export HERALDER_SIGNED_EXE=$(winpath "$build/heralder.exe")
+    export HERALDER_SIGNED_CASES=$(winpath "$cases")
+}
+
+# fixtures_https DOCROOT: lighttpd with TLS over the sample document and
+# pictures (and DOCROOT's large.bin) as "/update/", one port for each of
+# tests/servers/make_tls.sh's certificates; the good one on 47633, the port the
+# windows-https build asks. Exports HERALDER_HTTPS_GOOD, _EXPIRED, _WRONG_HOST
+# and _UNTRUSTED ("https://localhost:PORT"), HERALDER_HTTPS_CA (the authority
+# to trust, DER), HERALDER_HTTPS_LOG (the access log, "PORT PATH" a line) and,
+# with that build, HERALDER_HTTPS_EXE, as the Windows programs see them.
+fixtures_https() {
+    local docroot=$1 src tls="$FIXTURES_DIR/tls" name port
+    [ -f /usr/lib/lighttpd/mod_openssl.so ] || return 0
+    src=$(cd "$(dirname "${BASH_SOURCE[0]}")/../servers" && pwd)
+    "$src/make_tls.sh" "$tls" || return 0
+    local root="$tls/root"
+    mkdir -p "$root/update/images"
+    cp "$src/../../examples/update.txt" "$root/update/"
+    cp "$src/../../examples/images/"* "$docroot/update/images/large.bin" "$root/update/images/"
+    local conf
+    conf=$(sed -e "s|@ROOT@|$root|" -e "s|@DIR@|$tls|g" "$src/lighttpd_tls.conf.in")
+    for name in GOOD EXPIRED WRONG_HOST UNTRUSTED; do
+        if [ $name = GOOD ]; then port=47633; else port=$(fixtures_free_port); fi
+        conf=${conf//@$name@/$port}
+        export "HERALDER_HTTPS_$name=https://localhost:$port"
+    done
+    printf '%s\n' "$conf" >"$tls/lighttpd.conf"
+    : >"$tls/access.log"
+    fixtures_serve HERALDER_HTTPS_LISTENING 47633 lighttpd -D -f "$tls/lighttpd.conf"
+    export HERALDER_HTTPS_CA=$(winpath "$tls/ca.der")
+    export HERALDER_HTTPS_LOG=$(winpath "$tls/access.log")
+    local exe="$FIXTURES_DIR/../../windows-https/heralder.exe"
+    [ -f "$exe" ] && export HERALDER_HTTPS_EXE=$(winpath "$exe")
 }

@@ -59,6 +59,65 @@ TEST(HttpRawServer, SlowServersEndAsFailuresWithinTheLimits) {
     EXPECT_EQ(fetchServerFile(nullptr, host, "/extra"), "Hello");  // the next fetch is unharmed
 }
 
+int loopRequests(const std::string& host) {
+    return std::stoi(fetchServerFile(nullptr, host, "/count").value_or("-1000"));
+}
+
+// Redirects are followed a few times, and only within the server asked.
+TEST(HttpRawServer, RedirectsStayOnTheServer) {
+    REQUIRE_SERVER("HERALDER_RAW_HOST", host);
+    const std::pair<const char*, std::optional<std::string>> cases[] = {
+        {"/hop/1", "arrived"},
+        {"/hop/5", "arrived"},
+        {"/hop/6", std::nullopt},
+        {"/hop-absolute", "arrived"},
+        {"/hop-other-port", std::nullopt},
+        {"/hop-other-host", std::nullopt},
+        {"/hop-https", std::nullopt},
+    };
+    for (const auto& [path, want] : cases)
+        EXPECT_EQ(fetchServerFile(nullptr, host, path), want) << path;
+    const int before = loopRequests(host);
+    EXPECT_FALSE(fetchServerFile(nullptr, host, "/loop"));
+    EXPECT_EQ(loopRequests(host) - before, 1 + maxRedirects);
+}
+
+// A fetch given up on at its deadline asks for nothing more, even when the
+// server keeps redirecting.
+TEST(HttpRawServer, AbandonedFetchMakesNoFurtherRequest) {
+    REQUIRE_SERVER("HERALDER_RAW_HOST", host);
+    const auto count = [&] { return loopRequests(host); };
+    const int before = count();
+    setFetchLimits({5000, 1000});
+    EXPECT_FALSE(fetchServerFile(nullptr, host, "/slow-loop"));  // 0.6 s a hop
+    setFetchLimits({});
+    Sleep(3000);  // time for the rest of the hops the worker must not ask for
+    EXPECT_LE(count() - before, 2);
+}
+
+// Only a certificate from a trusted authority, in date and for the host asked,
+// gets a request through; any other fails the fetch before a request is sent.
+TEST(HttpsServer, OnlyATrustedCurrentCertificateForTheHostIsAccepted) {
+    REQUIRE_SERVER("HERALDER_HTTPS_GOOD", good);
+    ASSERT_TRUE(trustTestAuthority());
+    const auto want = readFileBytes(testEnv("HERALDER_HTTP_ROOT") + "\\update\\images\\large.bin");
+    const auto got = fetchServerFile(nullptr, good, "/update/images/large.bin");
+    ASSERT_TRUE(got && want);
+    EXPECT_TRUE(*got == *want);
+    std::vector<std::string> refusedPorts;
+    for (const char* var :
+         {"HERALDER_HTTPS_EXPIRED", "HERALDER_HTTPS_WRONG_HOST", "HERALDER_HTTPS_UNTRUSTED"}) {
+        const std::string host = testEnv(var);
+        EXPECT_FALSE(fetchServerFile(nullptr, host, "/update/images/alert.png")) << var;
+        refusedPorts.push_back(host.substr(host.rfind(':') + 1));
+    }
+    Sleep(500);  // the log goes through a pipe
+    const std::string log = readFileBytes(testEnv("HERALDER_HTTPS_LOG")).value_or("");
+    EXPECT_NE(log.find("/update/images/large.bin"), std::string::npos) << log;
+    for (const std::string& port : refusedPorts)
+        EXPECT_EQ(log.find(port + " /"), std::string::npos) << port << "\n" << log;
+}
+
 TEST(HttpServerName, BuildOptionIsAUsableAddress) {
     EXPECT_TRUE(splitServerAddress(publisherServerHost())) << publisherServerHost();
 }

@@ -22,6 +22,9 @@ namespace {
 
 constexpr char kNetworkError[] =
     "There has been a network error. The update document is not available.";
+constexpr char kNotVerified[] =
+    "The update document could not be verified, so nothing in it was shown or changed.\n\n"
+    "Heralder will try again at its next update.";
 
 std::string heralderExe() {
     return testProgramFolder() + "heralder.exe";
@@ -175,13 +178,15 @@ struct WindowOutcome {
     int rows = -1;
     bool wasMaximised = false;
     std::vector<std::string> titles;
+    std::string windowTitle;
 };
 
 ProcessRun runShowingDocument(const std::string& arguments, WindowOutcome& outcome,
-                              const std::string& screenshot = "") {
+                              const std::string& screenshot = "",
+                              const std::string& exe = heralderExe()) {
     DWORD shownAt = 0;
     bool closed = false;
-    return runProcess(heralderExe(), arguments, nullptr, 30000, [&](DWORD pid) {
+    return runProcess(exe, arguments, nullptr, 30000, [&](DWORD pid) {
         HWND main = findProcessWindow(pid, "QuenmarkHeralderApplication");
         if (!main || closed) return;
         if (!shownAt) shownAt = GetTickCount();
@@ -197,6 +202,9 @@ ProcessRun runShowingDocument(const std::string& arguments, WindowOutcome& outco
             outcome.titles.push_back(narrow);
         }
         outcome.wasMaximised = IsZoomed(main);
+        char title[256] = {};
+        GetWindowTextA(main, title, sizeof title);
+        outcome.windowTitle = title;
         if (!screenshot.empty()) {
             SendMessageA(list, LB_SETCURSEL, 1, 0);
             saveWindowScreenshot(main, screenshot);
@@ -298,6 +306,134 @@ TEST_F(HeralderProcess, StartupSwitchMakesTheStartupFolderAgree) {
             expectStartupLink(link, heralderExe(), "/UPDATE");
     }
     DeleteFileA(link.c_str());
+}
+
+// heralder.exe built with two public keys (scripts/build.sh windows-signed),
+// over the sample document signed in the ways tests/win/fixtures.sh makes.
+// Whatever is wrong with the signature, nothing in the document is shown,
+// applied or fetched, and the user is told once that day.
+TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
+    const std::string signedExe = testEnv("HERALDER_SIGNED_EXE");
+    if (signedExe.empty()) GTEST_SKIP() << "needs scripts/build.sh windows-signed";
+    const auto signedCase = [](const char* name) {
+        return testEnv("HERALDER_SIGNED_CASES") + "\\" + name;
+    };
+    const auto runUpdateOf = [](const std::string& exe) {
+        return runProcess(exe, "/UPDATE", nullptr, 60000);
+    };
+    const struct {
+        const char* name;
+        const char* acceptedBefore;
+        const char* refusal;  // as system information shows it; null: accepted
+    } cases[] = {
+        {"valid", nullptr, nullptr},
+        {"second_key", nullptr, nullptr},
+        {"changed", nullptr, "bad signature"},
+        {"unsigned", nullptr, "no signature"},
+        {"other_key", nullptr, "unknown key"},
+        {"expired", nullptr, "expired"},
+        {"older", "valid", "older than the last accepted document"},
+        {"twice", nullptr, "signed more than once"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        clearUserData();
+        std::set<std::string> seenBefore;
+        if (c.acceptedBefore) {
+            LoopbackServer earlier(signedCase(c.acceptedBefore));
+            ASSERT_TRUE(runUpdateOf(signedExe).exited);
+            seenBefore = seenEntries();
+            ASSERT_FALSE(seenBefore.empty());
+        }
+        const Settings settingsBefore = storedSettings();
+        LoopbackServer server(signedCase(c.name));
+        const ProcessRun run = runProcess(
+            signedExe, "/UPDATE",
+            [&](HWND box, int) {
+                if (std::string(c.name) == "changed")
+                    saveWindowScreenshot(box, "signature_refused");
+                return false;
+            },
+            60000);
+        ASSERT_TRUE(run.exited);
+        EXPECT_EQ(run.exitCode, 0u);
+        if (!c.refusal) {
+            EXPECT_GE(run.windows.size(), 6u);
+            EXPECT_TRUE(seenEntries().count("2107"));
+            continue;
+        }
+        ASSERT_EQ(run.windows.size(), 1u);
+        EXPECT_EQ(run.windows[0].text, kNotVerified);
+        EXPECT_EQ(seenEntries(), seenBefore);
+        EXPECT_EQ(server.requests(), 1);  // the document; no picture
+        const std::string record = readFileBytes(getUserHeralderPath("Heralder.sig")).value_or("");
+        EXPECT_NE(record.find(std::string("refused=") + c.refusal + "\n"), std::string::npos)
+            << record;
+        const Settings after = storedSettings();
+        EXPECT_EQ(after.AlertFontSize, settingsBefore.AlertFontSize);
+        EXPECT_EQ(after.PromptMultipleCount, settingsBefore.PromptMultipleCount);
+        const ProcessRun again = runUpdateOf(signedExe);  // the same day: no second box
+        EXPECT_TRUE(again.exited && again.windows.empty());
+    }
+    // A build without keys reads a signed document as it always read documents.
+    clearUserData();
+    LoopbackServer server(signedCase("valid"));
+    EXPECT_GE(runUpdateOf(heralderExe()).windows.size(), 6u);
+
+    // A local document is shown whatever its signature; the title tells.
+    for (const auto& [name, title] : {std::pair{"valid", "Quenmark Heralder"},
+                                      {"unsigned", "Quenmark Heralder - unsigned document"},
+                                      {"changed", "Quenmark Heralder - not verified document"}}) {
+        WindowOutcome outcome;
+        ASSERT_TRUE(
+            runShowingDocument(signedCase(name) + "\\update.txt", outcome, "", signedExe).exited);
+        EXPECT_GT(outcome.rows, 5) << name;
+        EXPECT_EQ(outcome.windowTitle, title) << name;
+    }
+}
+
+// heralder.exe built for https://localhost:47633 (scripts/build.sh
+// windows-https) against the tests' TLS server: the daily job, pictures and
+// picture updates included, all over TLS.
+TEST_F(HeralderProcess, DailyRunWorksOverHttps) {
+    const std::string exe = testEnv("HERALDER_HTTPS_EXE");
+    if (exe.empty()) GTEST_SKIP() << "needs scripts/build.sh windows-https";
+    ASSERT_TRUE(trustTestAuthority());
+    const ProcessRun run = runProcess(exe, "/UPDATE", nullptr, 60000);
+    ASSERT_TRUE(run.exited);
+    EXPECT_GE(run.windows.size(), 6u);
+    EXPECT_TRUE(seenEntries().count("2110"));
+    EXPECT_TRUE(fileExists(getUserHeralderPath("heralder_banner.png")));
+    EXPECT_TRUE(fileExists(getUserHeralderPath("images\\alert.png")));
+}
+
+// The same server's certificate from an authority nobody trusts: Go ends with
+// the network-error box, and no request reaches the server.
+TEST_F(HeralderProcess, HttpsFromAnUnknownAuthorityIsANetworkError) {
+    const std::string exe = testEnv("HERALDER_HTTPS_EXE");
+    if (exe.empty()) GTEST_SKIP() << "needs scripts/build.sh windows-https";
+    ASSERT_TRUE(trustTestAuthority(false));
+    const auto requests = [] {
+        const std::string log = readFileBytes(testEnv("HERALDER_HTTPS_LOG")).value_or("");
+        int n = 0;
+        for (std::size_t at = 0; (at = log.find("47633 /", at)) != std::string::npos; ++at) ++n;
+        return n;
+    };
+    const int before = requests();
+    bool goSent = false, answered = false;
+    const ProcessRun run = runProcess(
+        exe, "", [&](HWND, int) { return !(answered = true); }, 30000,
+        [&](DWORD pid) {
+            HWND main = findProcessWindow(pid, "QuenmarkHeralderApplication");
+            if (main && !goSent) goSent = PostMessageA(main, WM_COMMAND, IDM_GO, 0);
+            if (main && answered) PostMessageA(main, WM_CLOSE, 0, 0);
+        });
+    ASSERT_TRUE(trustTestAuthority());
+    ASSERT_TRUE(run.exited);
+    ASSERT_EQ(run.windows.size(), 1u);
+    EXPECT_EQ(run.windows[0].text, kNetworkError);
+    Sleep(500);  // the log goes through a pipe
+    EXPECT_EQ(requests(), before);
 }
 
 }  // namespace

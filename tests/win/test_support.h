@@ -46,6 +46,11 @@ void saveWindowScreenshot(HWND hwnd, const std::string& name);
 // Deletes the files (not the subfolders) of folder, which ends in a backslash.
 void deleteFilesIn(const std::string& folder);
 
+// Trusts (or no longer trusts) the HTTPS tests' certificate authority
+// (HERALDER_HTTPS_CA) in this throw-away prefix only: Wine's crypt32 keeps the
+// machine's root store in the prefix's registry.
+bool trustTestAuthority(bool trusted = true);
+
 // A file or folder is there.
 bool pathExists(const std::string& path);
 
