@@ -7,6 +7,7 @@
 #include <bcrypt.h>
 
 #include "base/crt_text.h"
+#include "base/file_io.h"
 #include "settings/file_locations_win.h"
 
 #ifndef NT_SUCCESS
@@ -123,7 +124,7 @@ DocumentTrust judgeServerDocument(std::string_view document, std::time_t now,
         record.refusedReason = signatureProblemText(verdict.problem);
     }
     if (recordPath.empty()) ensureDataFolders();
-    writeFileBytes(path, {formatSignatureRecord(record)});
+    replaceFileContents(path, {formatSignatureRecord(record)});
     return trust;
 }
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "base/crt_text.h"
+#include "base/file_io.h"
 #include "feed/document_file.h"
 #include "tools/tool_commands.h"
 #include "tools/tool_crypto.h"
@@ -145,8 +146,8 @@ int runSignCommand(int argc, char** argv) {
     if (files[0] == files[1]) return fail("OUT must not be IN");
     const auto privatePem = readFileBytes(keyPath);
     if (!privatePem) return fail(std::string("cannot read ") + keyPath);
-    const auto document = readLocalDocument(files[0]);
-    if (!document) return fail("cannot read " + files[0]);
+    const auto document = readToolDocument(files[0]);
+    if (!document) return 1;
 
     // An earlier signature is replaced, never signed over.
     std::string body(unsignedPart(*document));
@@ -195,8 +196,8 @@ int runVerifyCommand(int argc, char** argv) {
     }
     const auto keys = readKeyFiles(keyPaths);
     if (!keys) return 2;
-    const auto document = readLocalDocument(files[0]);
-    if (!document) return fail("cannot read " + files[0]);
+    const auto document = readToolDocument(files[0]);
+    if (!document) return 1;
     const SignatureVerdict verdict =
         checkFeedSignature(*document, *keys, verifyFeedSignature, todayUtc(), 0);
     if (verdict.line)
