@@ -21,6 +21,7 @@
 #include "feed/document_parser.h"
 #include "feed/feed_date.h"
 #include "feed/http_win.h"
+#include "feed/kept_document_win.h"
 #include "notify/browse_box_win.h"
 #include "notify/alert_box_win.h"
 #include "resources/resource.h"
@@ -78,14 +79,15 @@ void waitAnswering(DWORD ms) {
     }
 }
 
-std::optional<std::string> fetchUpdateDocument(HWND hwnd) {
-    std::optional<std::string> document =
-        fetchServerFile(hwnd, publisherServerHost(), "/update/update.txt");
+std::optional<FetchedDocument> fetchUpdateDocument(HWND hwnd) {
+    const std::string kept = keptDocumentPath();
+    std::optional<FetchedDocument> document =
+        fetchDocument(hwnd, publisherServerHost(), "/update/update.txt", kept);
     if (app().updateMode)
         for (DWORD delay : retryDelaysMs) {
             if (document) break;
             waitAnswering(delay);
-            document = fetchServerFile(hwnd, publisherServerHost(), "/update/update.txt");
+            document = fetchDocument(hwnd, publisherServerHost(), "/update/update.txt", kept);
         }
     return document;
 }
@@ -132,8 +134,10 @@ void loadDocumentText(MainWindow& w, std::string_view document) {
 void onGo(MainWindow& w) {
     HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
     enableCommand(w.hwnd, IDM_GO, false);
-    if (std::optional<std::string> document = fetchUpdateDocument(w.hwnd)) {
-        loadDocumentText(w, *document);
+    if (std::optional<FetchedDocument> document = fetchUpdateDocument(w.hwnd)) {
+        loadDocumentText(w, document->document.text);
+        // Kept only now that the run has taken it as its document.
+        keepFetchedDocument(keptDocumentPath(), *document);
         if (settings().DoNoticationsAutomatically && !app().updateMode)
             PostMessageA(w.hwnd, WM_COMMAND, IDM_SHOW_NOTIFICATIONS, 0);
     } else {

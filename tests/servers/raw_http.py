@@ -5,15 +5,18 @@ Usage: raw_http.py PORT. Each path in REPLIES is one kind of reply (no
 Content-Length, a body shorter than announced, a nonsense length...); /echo
 returns the request line and User-Agent header the client sent. It only binds 127.0.0.1; tests/win/fixtures.sh limits its lifetime.
 """
+import gzip
 import socketserver
 import sys
 import time
 
 
-def reply(body, length="fit", status="200 OK"):
+def reply(body, length="fit", status="200 OK", encoding=None):
     """length "fit" announces the body's size, None leaves the header out,
-    anything else is sent as it stands."""
+    anything else is sent as it stands; encoding names a Content-Encoding."""
     head = [f"HTTP/1.0 {status}", "Content-Type: text/plain"]
+    if encoding:
+        head.append(f"Content-Encoding: {encoding}")
     if length is not None:
         head.append(f"Content-Length: {len(body) if length == 'fit' else length}")
     return ("\r\n".join(head) + "\r\n\r\n").encode("ascii") + body
@@ -28,6 +31,10 @@ REPLIES = {
     "/not-a-number": reply(b"Hello", length="abc"),
     "/huge": reply(b"Hello", length=100000000),
     "/extra": reply(b"HelloEXTRA BYTES", length=5),
+    "/gzip": reply(gzip.compress(b"decoded text " * 100), encoding="gzip"),
+    # 64 KiB on the wire, one byte past 64 MiB once decoded.
+    "/gzip-bomb": reply(gzip.compress(bytes(64 * 1024 * 1024 + 1), 9), encoding="gzip"),
+    "/not-modified": reply(b"", length=None, status="304 Not Modified"),
 }
 NOT_FOUND = reply(b"", status="404 Not Found")
 # Replies that never finish: the client's time limits must end them.
