@@ -25,6 +25,7 @@
 #include "notify/browse_box_win.h"
 #include "notify/alert_box_win.h"
 #include "resources/resource.h"
+#include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
 #include "ui/dialog_win.h"
 #include "ui/list_marker_win.h"
@@ -136,7 +137,9 @@ void onGo(MainWindow& w) {
     enableCommand(w.hwnd, IDM_GO, false);
     if (std::optional<FetchedDocument> document = fetchUpdateDocument(w.hwnd)) {
         loadDocumentText(w, document->document.text);
-        // Kept only now that the run has taken it as its document.
+        // Kept only now that the run has taken it as its document; on the
+        // first run the product folder may not be there yet.
+        ensureDataFolders();
         keepFetchedDocument(keptDocumentPath(), *document);
         if (settings().DoNoticationsAutomatically && !app().updateMode)
             PostMessageA(w.hwnd, WM_COMMAND, IDM_SHOW_NOTIFICATIONS, 0);
