@@ -102,14 +102,19 @@ grep -E 'cases:' "$logs/installer.log"
 count_cases "$logs/installer.log"
 echo "screenshots: build/dist/screenshots"
 
-# The Windows benchmarks: the daily run against a minimal program, and how fast
-# the notification windows open. Figures only.
+# The Windows benchmarks: the daily run against a minimal program, how fast
+# the notification windows open, and the daily fetch's bytes on the wire; then
+# the publisher's load model. Figures only.
 if [ -f build/windows/window_timing.exe ]; then
     echo "== wine_update"
     bench/wine_update.sh 2>&1 | tail -6 || true
     echo "== wine_windows"
     bench/wine_windows.sh 2>&1 | tail -12 || true
+    echo "== wine_bytes"
+    RUNS=5 bench/wine_bytes.sh 2>&1 | tail -5 || true
 fi
+echo "== publisher_load"
+bench/publisher_load.py 2>&1 || true
 
 for bench in build/native/bench_*; do
     [ -x "$bench" ] || continue
