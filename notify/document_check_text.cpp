@@ -1,6 +1,8 @@
 // Text tools of the document check (see document_check_text.h).
 #include "notify/document_check_text.h"
 
+#include <array>
+
 #include <algorithm>
 
 #include "base/ascii.h"
@@ -42,8 +44,21 @@ std::string quoted(std::string_view value) {
 // letters ("TITEL") costs one, as a publisher's typo does.
 std::size_t editDistance(std::string_view a, std::string_view b) {
     // Three rows: the one before the previous is needed for a swapped pair.
-    std::vector<std::size_t> before(b.size() + 1), previous(b.size() + 1), row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j) previous[j] = j;
+    // Names and the words set against them are short, so the rows usually
+    // live on the stack: this runs for every unknown word of a document.
+    constexpr std::size_t kShort = 48;
+    std::array<std::size_t, 3 * kShort> local;
+    std::vector<std::size_t> heap;
+    std::size_t* rows = local.data();
+    if (b.size() + 1 > kShort) {
+        heap.resize(3 * (b.size() + 1));
+        rows = heap.data();
+    }
+    const std::size_t width = b.size() + 1 > kShort ? b.size() + 1 : kShort;
+    std::size_t* before = rows;
+    std::size_t* previous = rows + width;
+    std::size_t* row = rows + 2 * width;
+    for (std::size_t j = 0; j <= b.size(); ++j) before[j] = previous[j] = j;
     for (std::size_t i = 1; i <= a.size(); ++i) {
         row[0] = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
@@ -71,8 +86,10 @@ std::optional<std::string_view> nearest(std::string_view word,
     std::optional<std::string_view> best;
     std::size_t bestDistance = limit + 1;
     for (std::string_view name : names) {
-        if (!withinDistance(word, name, limit)) continue;
-        std::size_t d = editDistance(word, name);
+        const std::size_t gap =
+            word.size() > name.size() ? word.size() - name.size() : name.size() - word.size();
+        if (gap > limit) continue;
+        const std::size_t d = editDistance(word, name);
         if (d < bestDistance) best = name, bestDistance = d;
     }
     return best;

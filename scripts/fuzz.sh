@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# A long fuzzing run of one target, for a night rather than the test command's
+# bounded minutes:  scripts/fuzz.sh TARGET HOURS   (e.g. fuzz_parser 8)
+# Builds the fuzz tree, then runs TARGET on both cores (FUZZ_JOBS, default the
+# machine's core count) over its kept corpus build/fuzz/corpus-TARGET and its
+# seeds, for HOURS hours. Inputs are capped at FUZZ_MAX_LEN bytes (default
+# 8192): every rule of the reader and the check shows within a few kilobytes,
+# and the work per input grows with its length, so longer inputs would only
+# slow the run. Crashes land in build/fuzz/crashes-TARGET/; the last lines of
+# each worker's log tell how many inputs ran.
+set -euo pipefail
+root=$(cd "$(dirname "$0")/.." && pwd)
+target=${1:?usage: fuzz.sh TARGET HOURS}
+hours=${2:?usage: fuzz.sh TARGET HOURS}
+jobs=${FUZZ_JOBS:-$(nproc)}
+max_len=${FUZZ_MAX_LEN:-8192}
+
+"$root/scripts/build.sh" fuzz >/dev/null
+fuzzer="$root/build/fuzz/$target"
+[ -x "$fuzzer" ] || { echo "fuzz.sh: no fuzz target $target in build/fuzz" >&2; exit 2; }
+corpus="$root/build/fuzz/corpus-$target"
+crashes="$root/build/fuzz/crashes-$target"
+logs="$root/build/fuzz/logs-$target"
+mkdir -p "$corpus" "$crashes" "$logs"
+seeds=()
+[ -d "$root/tests/fuzz/seeds/$target" ] && seeds+=("$root/tests/fuzz/seeds/$target")
+seconds=$(python3 -c "print(int(float('$hours') * 3600))")
+
+echo "fuzzing $target for $hours h on $jobs cores, inputs up to $max_len bytes"
+cd "$logs"
+# Workers share the corpus; -fork restarts a worker after a crash and goes on.
+status=0
+"$fuzzer" -fork="$jobs" -ignore_crashes=1 -max_total_time="$seconds" -max_len="$max_len" \
+    -len_control=0 -timeout=10 -rss_limit_mb=2048 -artifact_prefix="$crashes/" -print_final_stats=1 \
+    "$corpus" "${seeds[@]}" >"$logs/fuzz.log" 2>&1 || status=$?
+grep -E '^#[0-9]+' "$logs/fuzz.log" | tail -1
+grep -E 'stat::number_of_executed_units' "$logs/fuzz.log" || true
+found=$(find "$crashes" -type f | wc -l)
+echo "crashes kept: $found (in $crashes)"
+[ "$found" -eq 0 ] && [ "$status" -eq 0 ]
