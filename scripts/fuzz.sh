@@ -4,7 +4,7 @@
 # Builds the fuzz tree, then runs TARGET on both cores (FUZZ_JOBS, default the
 # machine's core count) over its kept corpus build/fuzz/corpus-TARGET and its
 # seeds, for HOURS hours. Inputs are capped at FUZZ_MAX_LEN bytes (default
-# 8192): every rule of the reader and the check shows within a few kilobytes,
+# 4096): every rule of the reader and the check shows within a few kilobytes,
 # and the work per input grows with its length, so longer inputs would only
 # slow the run. Crashes land in build/fuzz/crashes-TARGET/; the last lines of
 # each worker's log tell how many inputs ran.
@@ -13,7 +13,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 target=${1:?usage: fuzz.sh TARGET HOURS}
 hours=${2:?usage: fuzz.sh TARGET HOURS}
 jobs=${FUZZ_JOBS:-$(nproc)}
-max_len=${FUZZ_MAX_LEN:-8192}
+max_len=${FUZZ_MAX_LEN:-4096}
 
 "$root/scripts/build.sh" fuzz >/dev/null
 fuzzer="$root/build/fuzz/$target"
