@@ -6,8 +6,8 @@
 # seeds, for HOURS hours. Inputs are capped at FUZZ_MAX_LEN bytes (default
 # 4096): every rule of the reader and the check shows within a few kilobytes,
 # and the work per input grows with its length, so longer inputs would only
-# slow the run. Crashes land in build/fuzz/crashes-TARGET/; the last lines of
-# each worker's log tell how many inputs ran.
+# slow the run. Crashes land in build/fuzz/crashes-TARGET/, the workers' logs
+# in build/fuzz/logs-TARGET/; the script ends by counting the inputs run.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 target=${1:?usage: fuzz.sh TARGET HOURS}
@@ -27,14 +27,20 @@ seeds=()
 seconds=$(python3 -c "print(int(float('$hours') * 3600))")
 
 echo "fuzzing $target for $hours h on $jobs cores, inputs up to $max_len bytes"
-cd "$logs"
-# Workers share the corpus; -fork restarts a worker after a crash and goes on.
+cd "$logs" && rm -f fuzz-*.log
+# One long-lived worker per core, sharing the corpus (each writes fuzz-N.log
+# here); a worker that finds a crash stops and keeps the input.
 status=0
-"$fuzzer" -fork="$jobs" -ignore_crashes=1 -max_total_time="$seconds" -max_len="$max_len" \
-    -len_control=0 -timeout=10 -rss_limit_mb=2048 -artifact_prefix="$crashes/" -print_final_stats=1 \
-    "$corpus" "${seeds[@]}" >"$logs/fuzz.log" 2>&1 || status=$?
-grep -E '^#[0-9]+' "$logs/fuzz.log" | tail -1
-grep -E 'stat::number_of_executed_units' "$logs/fuzz.log" || true
+"$fuzzer" -jobs="$jobs" -workers="$jobs" -max_total_time="$seconds" -max_len="$max_len" \
+    -len_control=0 -timeout=10 -rss_limit_mb=2048 -artifact_prefix="$crashes/" \
+    "$corpus" "${seeds[@]}" >/dev/null 2>&1 || status=$?
+runs=0
+for log in fuzz-*.log; do
+    last=$(grep -E '^#[0-9]+' "$log" | tail -1)
+    echo "$log: $last"
+    runs=$((runs + $(echo "$last" | sed -E 's/^#([0-9]+).*/\1/')))
+done
+echo "inputs run: $runs in $seconds s ($((runs / (seconds > 0 ? seconds : 1))) a second)"
 found=$(find "$crashes" -type f | wc -l)
 echo "crashes kept: $found (in $crashes)"
 [ "$found" -eq 0 ] && [ "$status" -eq 0 ]
