@@ -22,9 +22,11 @@
 #include "feed/feed_date.h"
 #include "feed/feed_trust_win.h"
 #include "feed/http_win.h"
+#include "feed/kept_document_win.h"
 #include "notify/browse_box_win.h"
 #include "notify/alert_box_win.h"
 #include "resources/resource.h"
+#include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
 #include "ui/dialog_win.h"
 #include "ui/list_marker_win.h"
@@ -64,14 +66,15 @@ void centreOnScreen(HWND hwnd) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-std::optional<std::string> fetchUpdateDocument(HWND hwnd) {
-    std::optional<std::string> document =
-        fetchServerFile(hwnd, publisherServerHost(), "/update/update.txt");
+std::optional<FetchedDocument> fetchUpdateDocument(HWND hwnd) {
+    const std::string kept = keptDocumentPath();
+    std::optional<FetchedDocument> document =
+        fetchDocument(hwnd, publisherServerHost(), "/update/update.txt", kept);
     if (app().updateMode)
         for (DWORD delay : retryDelaysMs) {
             if (document) break;
             if (!waitAnswering(delay)) break;
-            document = fetchServerFile(hwnd, publisherServerHost(), "/update/update.txt");
+            document = fetchDocument(hwnd, publisherServerHost(), "/update/update.txt", kept);
         }
     return document;
 }
@@ -134,10 +137,17 @@ void markTitle(MainWindow& w, const std::string& mark) {
 void onGo(MainWindow& w) {
     HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
     enableCommand(w.hwnd, IDM_GO, false);
-    if (std::optional<std::string> document = fetchUpdateDocument(w.hwnd)) {
-        if (acceptServerDocument(w, *document)) {
-            loadDocumentText(w, *document);
+    if (std::optional<FetchedDocument> document = fetchUpdateDocument(w.hwnd)) {
+        // A kept copy answered by "not modified" is checked again too: its
+        // expiry may have passed since.
+        if (acceptServerDocument(w, document->document.text)) {
+            loadDocumentText(w, document->document.text);
             markTitle(w, "");
+            // Kept only now that the run has taken it as its document, so a
+            // refused one never is; on the first run the product folder may
+            // not be there yet.
+            ensureDataFolders();
+            keepFetchedDocument(keptDocumentPath(), *document);
             if (settings().DoNoticationsAutomatically && !app().updateMode)
                 PostMessageA(w.hwnd, WM_COMMAND, IDM_SHOW_NOTIFICATIONS, 0);
         }

@@ -18,6 +18,24 @@ struct FetchLimits {
 // The program always uses the defaults; only the tests set shorter limits.
 void setFetchLimits(const FetchLimits& limits);
 
+// One GET: the path, request headers of its own ("Name: value\r\n" lines) and
+// whether WinINet is to decode a compressed body (the headers then ask for
+// one). A decoded body has no length announced for it, so it is read to its
+// end, and one over maxContentLength is a failed fetch.
+struct FetchRequest {
+    std::string path;
+    std::string headers;
+    bool decode = false;
+};
+struct FetchReply {
+    DWORD status = 0;
+    std::string body;
+    std::string etag;  // the validators, "" when the server gave none
+    std::string lastModified;
+};
+std::optional<FetchReply> fetchServerReply(HWND owner, const std::string& host,
+                                           const FetchRequest& request);
+
 // GETs path from host ("host" or "host:port") and returns the body, or nullopt on
 // any failure. Blocks the calling thread; callers show the wait cursor.
 std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,

@@ -1,6 +1,9 @@
 // Text tools of the document check (see document_check_text.h).
 #include "notify/document_check_text.h"
 
+#include <array>
+#include <limits>
+
 #include <algorithm>
 
 #include "base/ascii.h"
@@ -38,31 +41,58 @@ std::string quoted(std::string_view value) {
     return out + (value.size() > kMax ? "...'" : "'");
 }
 
+namespace {
+
 // Optimal string alignment distance, ASCII case folded: a swapped pair of
-// letters ("TITEL") costs one, as a publisher's typo does.
-std::size_t editDistance(std::string_view a, std::string_view b) {
+// letters ("TITEL") costs one, as a publisher's typo does. Past limit the
+// answer is limit + 1: a row's smallest value never falls in later rows, so
+// the walk ends as soon as one exceeds the limit, which for an unknown word
+// set against every name is after a row or two.
+std::size_t distanceUpTo(std::string_view a, std::string_view b, std::size_t limit) {
     // Three rows: the one before the previous is needed for a swapped pair.
-    std::vector<std::size_t> before(b.size() + 1), previous(b.size() + 1), row(b.size() + 1);
-    for (std::size_t j = 0; j <= b.size(); ++j) previous[j] = j;
+    // Names and the words set against them are short, so the rows usually
+    // live on the stack: this runs for every unknown word of a document.
+    constexpr std::size_t kShort = 48;
+    std::array<std::size_t, 3 * kShort> local;
+    std::vector<std::size_t> heap;
+    std::size_t* rows = local.data();
+    if (b.size() + 1 > kShort) {
+        heap.resize(3 * (b.size() + 1));
+        rows = heap.data();
+    }
+    const std::size_t width = b.size() + 1 > kShort ? b.size() + 1 : kShort;
+    std::size_t* before = rows;
+    std::size_t* previous = rows + width;
+    std::size_t* row = rows + 2 * width;
+    for (std::size_t j = 0; j <= b.size(); ++j) before[j] = previous[j] = j;
     for (std::size_t i = 1; i <= a.size(); ++i) {
         row[0] = i;
+        std::size_t smallest = i;
         for (std::size_t j = 1; j <= b.size(); ++j) {
             const std::size_t cost = asciiUpper(a[i - 1]) == asciiUpper(b[j - 1]) ? 0 : 1;
-            row[j] = std::min({previous[j] + 1, row[j - 1] + 1, previous[j - 1] + cost});
+            row[j] = std::min(std::min(previous[j], row[j - 1]) + 1, previous[j - 1] + cost);
             if (i > 1 && j > 1 && asciiUpper(a[i - 1]) == asciiUpper(b[j - 2]) &&
                 asciiUpper(a[i - 2]) == asciiUpper(b[j - 1]))
                 row[j] = std::min(row[j], before[j - 2] + 1);
+            smallest = std::min(smallest, row[j]);
         }
+        if (smallest > limit) return limit + 1;
         std::swap(before, previous);
         std::swap(previous, row);
     }
-    return previous[b.size()];
+    return std::min(previous[b.size()], limit + 1);
+}
+
+}  // namespace
+
+std::size_t editDistance(std::string_view a, std::string_view b) {
+    return distanceUpTo(a, b, std::numeric_limits<std::size_t>::max() - 1);
 }
 
 // Names further apart in length than the limit cannot be within it.
 bool withinDistance(std::string_view a, std::string_view b, std::size_t limit) {
     const std::size_t gap = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
-    return gap <= limit && editDistance(a, b) <= limit;
+    return gap <= limit && distanceUpTo(a, b, limit) <= limit;
 }
 
 std::optional<std::string_view> nearest(std::string_view word,
@@ -71,8 +101,10 @@ std::optional<std::string_view> nearest(std::string_view word,
     std::optional<std::string_view> best;
     std::size_t bestDistance = limit + 1;
     for (std::string_view name : names) {
-        if (!withinDistance(word, name, limit)) continue;
-        std::size_t d = editDistance(word, name);
+        const std::size_t gap =
+            word.size() > name.size() ? word.size() - name.size() : name.size() - word.size();
+        if (gap > limit) continue;
+        const std::size_t d = distanceUpTo(word, name, limit);
         if (d < bestDistance) best = name, bestDistance = d;
     }
     return best;

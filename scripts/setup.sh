@@ -4,12 +4,12 @@
 set -euo pipefail
 
 packages=(
-    cmake ninja-build g++ clang libclang-rt-14-dev python3
+    cmake ninja-build g++ clang libclang-rt-14-dev python3 python3-matplotlib
     googletest libgtest-dev libbenchmark-dev nlohmann-json3-dev
     g++-mingw-w64-x86-64-posix gcc-mingw-w64-x86-64-posix binutils-mingw-w64-x86-64
     mingw-w64-x86-64-dev
     wine wine64 xvfb xauth x11-utils imagemagick
-    lighttpd libimage-exiftool-perl
+    lighttpd lighttpd-mod-deflate libimage-exiftool-perl
     # The tool's keys and signatures (OpenSSL); lighttpd's TLS for the HTTPS tests.
     libssl-dev lighttpd-mod-openssl openssl
     # Wine's own fonts (caption glyphs, "MS Sans Serif") and metric-compatible

@@ -107,7 +107,8 @@ count_cases "$logs/installer.log"
 echo "screenshots: build/dist/screenshots"
 
 # The Windows benchmarks: the daily run against a minimal program, how fast
-# the notification windows open, and a document of millions of items. Figures only.
+# the notification windows open, a document of millions of items and the daily
+# fetch's bytes on the wire; then the publisher's load model. Figures only.
 if [ -f build/windows/window_timing.exe ]; then
     echo "== wine_update"
     bench/wine_update.sh 2>&1 | tail -6 || true
@@ -115,7 +116,11 @@ if [ -f build/windows/window_timing.exe ]; then
     bench/wine_windows.sh 2>&1 | tail -12 || true
     echo "== wine_huge_document"
     bench/wine_huge_document.sh 2>&1 | tail -5 || true
+    echo "== wine_bytes"
+    RUNS=5 bench/wine_bytes.sh 2>&1 | tail -5 || true
 fi
+echo "== publisher_load"
+bench/publisher_load.py 2>&1 || true
 
 for bench in build/native/bench_*; do
     [ -x "$bench" ] || continue

@@ -10,6 +10,12 @@
 namespace {
 
 std::optional<std::string> askShellForFolder(int csidl) {
+    // A file-system folder is asked for by path: the item-list route below
+    // allocates through COM and so loads ole32, rpcrt4 and combase into every
+    // daily run. Only a folder the shell cannot name as a path takes it.
+    char direct[MAX_PATH] = "";
+    if (SUCCEEDED(SHGetFolderPathA(nullptr, csidl, nullptr, SHGFP_TYPE_CURRENT, direct)))
+        return std::string(direct);
     LPITEMIDLIST idList = nullptr;
     if (FAILED(SHGetSpecialFolderLocation(nullptr, csidl, &idList)) || !idList) return std::nullopt;
     char path[MAX_PATH] = "";

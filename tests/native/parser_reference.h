@@ -1,9 +1,8 @@
 #pragma once
-// A second reader of update documents, as plain as possible: each key is looked
-// for by its own walk from the block's begin line, lines are found byte by byte.
+// A second reader of update documents, as plain as possible: a block's lines
+// are found byte by byte, then each key is looked for by its own walk over them.
 // The tests and the fuzzer compare it with the real one-walk reader, on
 // documents from the generator below.
-#include <cctype>
 #include <optional>
 #include <random>
 #include <string>
@@ -35,19 +34,33 @@ inline Line nextLine(std::string_view t, std::size_t p) {
     return i < t.size() ? Line(i) : std::nullopt;
 }
 
+// Case folding of ASCII letters only, as the "C" locale's toupper does.
+inline unsigned char upper(unsigned char c) {
+    return c >= 'a' && c <= 'z' ? static_cast<unsigned char>(c - 32) : c;
+}
+
 inline bool startsWith(std::string_view t, std::size_t p, std::string_view word) {
     if (t.size() - p <= word.size()) return false;
     for (std::size_t i = 0; i < word.size(); ++i)
-        if (std::toupper(static_cast<unsigned char>(t[p + i])) != std::toupper(word[i]))
-            return false;
+        if (upper(static_cast<unsigned char>(t[p + i])) != upper(word[i])) return false;
     return true;
 }
 
-inline Line findValue(std::string_view t, std::size_t begin, std::string_view key) {
-    for (Line line = begin; line; line = nextLine(t, *line)) {
-        if (startsWith(t, *line, ":END")) return std::nullopt;
-        if (startsWith(t, *line, key)) {
-            std::size_t i = *line + key.size();
+// The block's lines from its begin line to the line before its ":END" (or to
+// the document's end); end becomes the ":END" line, nullopt without one.
+inline std::vector<std::size_t> blockLines(std::string_view t, std::size_t begin, Line& end) {
+    std::vector<std::size_t> lines;
+    Line line = begin;
+    for (; line && !startsWith(t, *line, ":END"); line = nextLine(t, *line)) lines.push_back(*line);
+    end = line;
+    return lines;
+}
+
+inline Line findValue(std::string_view t, const std::vector<std::size_t>& lines,
+                      std::string_view key) {
+    for (std::size_t line : lines) {
+        if (startsWith(t, line, key)) {
+            std::size_t i = line + key.size();
             while (i < t.size() && (t[i] == ' ' || t[i] == '=')) ++i;
             return i;
         }
@@ -116,8 +129,9 @@ inline std::vector<UpdateItem> parse(std::string_view document) {
         if (!begin) break;
         UpdateItem item;
         item.type = blockType(t, *begin);
+        const std::vector<std::size_t> lines = blockLines(t, *begin, p);
         for (const Key& k : kKeys) {
-            const Line v = findValue(t, *begin, k.name);
+            const Line v = findValue(t, lines, k.name);
             if (!v) continue;            // absent: the item's own defaults
             if (k.kind == Kind::Text) {  // to the line end, without braces
                 item.*k.text = "";
@@ -130,7 +144,6 @@ inline std::vector<UpdateItem> parse(std::string_view document) {
             }
         }
         items.push_back(item);
-        for (p = begin; p && !startsWith(t, *p, ":END");) p = nextLine(t, *p);
     }
     return items;
 }

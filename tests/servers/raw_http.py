@@ -6,18 +6,21 @@ Content-Length, a body shorter than announced, a nonsense length...); /echo
 returns the request line and User-Agent header the client sent. It only binds 127.0.0.1; tests/win/fixtures.sh limits its lifetime.
 """
 import re
+import gzip
 import socketserver
 import sys
 import threading
 import time
 
 
-def reply(body, length="fit", status="200 OK", location=None):
+def reply(body, length="fit", status="200 OK", location=None, encoding=None):
     """length "fit" announces the body's size, None leaves the header out,
-    anything else is sent as it stands."""
+    anything else is sent as it stands; encoding names a Content-Encoding."""
     head = [f"HTTP/1.0 {status}", "Content-Type: text/plain"]
     if location is not None:
         head.append(f"Location: {location}")
+    if encoding:
+        head.append(f"Content-Encoding: {encoding}")
     if length is not None:
         head.append(f"Content-Length: {len(body) if length == 'fit' else length}")
     return ("\r\n".join(head) + "\r\n\r\n").encode("ascii") + body
@@ -32,6 +35,10 @@ REPLIES = {
     "/not-a-number": reply(b"Hello", length="abc"),
     "/huge": reply(b"Hello", length=100000000),
     "/extra": reply(b"HelloEXTRA BYTES", length=5),
+    "/gzip": reply(gzip.compress(b"decoded text " * 100), encoding="gzip"),
+    # 64 KiB on the wire, one byte past 64 MiB once decoded.
+    "/gzip-bomb": reply(gzip.compress(bytes(64 * 1024 * 1024 + 1), 9), encoding="gzip"),
+    "/not-modified": reply(b"", length=None, status="304 Not Modified"),
 }
 NOT_FOUND = reply(b"", status="404 Not Found")
 # Replies that never finish: the client's time limits must end them.

@@ -1,6 +1,7 @@
 # Sourced by scripts/test_wine.sh: fixtures_start BUILD_DIR starts loopback web
 # servers for the fetch tests and exports HERALDER_HTTP_HOST (lighttpd over a
-# copy of tests/servers/docroot, HERALDER_HTTP_ROOT as a Windows path),
+# copy of tests/servers/docroot, HERALDER_HTTP_ROOT as a Windows path,
+# HERALDER_HTTP_LOG its access log: request, status, bytes sent),
 # HERALDER_RAW_HOST (tests/servers/raw_http.py) and HERALDER_CLOSED_HOST (where
 # nothing listens). Both servers end with fixtures_stop or FIXTURES_LIFETIME.
 # With the windows-signed build and the native tool, it also signs the sample
@@ -45,7 +46,11 @@ fixtures_start() {
     # Larger than any single network packet, with every byte value.
     python3 -c 'import random, sys; sys.stdout.buffer.write(random.Random(7).randbytes(1048583))' \
         >"$root/update/images/large.bin"
+    # A document of the size the conditional fetch is for (about 100 KB of text).
+    python3 -c 'import random; r = random.Random(7); w = ["alert", "version", "tip", "notice", "Quenmark", "the", "of", "update"]
+print("\r\n".join(" ".join(r.choice(w) for _ in range(12)) for _ in range(1500)))' >"$root/update/large.txt"
     export HERALDER_HTTP_ROOT=$(winpath "$root")
+    export HERALDER_HTTP_LOG=$(winpath "$FIXTURES_DIR/access.log")
 
     port=$(fixtures_free_port)
     sed -e "s|@ROOT@|$root|" -e "s|@PORT@|$port|" "$src/lighttpd.conf.in" >"$FIXTURES_DIR/lighttpd.conf"

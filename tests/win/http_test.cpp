@@ -2,9 +2,15 @@
 // server for ordinary files and a raw one for replies a real server won't give.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "base/crt_text.h"
 #include "base/file_io.h"
 #include "feed/http_win.h"
 #include "feed/http_reply.h"
+#include "feed/kept_document_win.h"
 #include "tests/win/test_support.h"
 
 #define REQUIRE_SERVER(var, name)          \
@@ -32,7 +38,7 @@ TEST(HttpRawServer, RepliesAsTheHeadersDecide) {
         {"/not-a-number", std::nullopt},
         {"/huge", std::nullopt},
         {"/extra", "Hello"},  // bytes past the announced length are not the file's
-        {"/echo", "GET /echo HTTP/1.0\r\nUser-Agent: Quenmark Heralder"},
+        {"/echo", "GET /echo HTTP/1.1\r\nUser-Agent: Quenmark Heralder/17.0a"},
     };
     for (const auto& [path, want] : cases)
         EXPECT_EQ(fetchServerFile(nullptr, host, path), want) << path;
@@ -116,6 +122,112 @@ TEST(HttpsServer, OnlyATrustedCurrentCertificateForTheHostIsAccepted) {
     EXPECT_NE(log.find("/update/images/large.bin"), std::string::npos) << log;
     for (const std::string& port : refusedPorts)
         EXPECT_EQ(log.find(port + " /"), std::string::npos) << port << "\n" << log;
+}
+
+namespace {
+
+// A kept copy of the tests' own, away from the user's product folder.
+std::string testKeptPath() {
+    char folder[MAX_PATH];
+    GetTempPathA(MAX_PATH, folder);
+    const std::string path = std::string(folder) + "heralder_test.kept";
+    DeleteFileA(path.c_str());
+    return path;
+}
+
+// The bytes lighttpd sent (headers included) for the last request it logged,
+// waiting briefly for the line: the log arrives through a pipe.
+long lastLoggedBytes(std::size_t linesBefore) {
+    for (int tries = 0; tries < 100; ++tries, Sleep(20)) {
+        const std::string log = readFileBytes(testEnv("HERALDER_HTTP_LOG")).value_or("");
+        if (static_cast<std::size_t>(std::count(log.begin(), log.end(), '\n')) <= linesBefore)
+            continue;
+        const std::size_t end = log.find_last_not_of('\n');
+        return std::atol(log.c_str() + log.find_last_of(' ', end) + 1);
+    }
+    return -1;
+}
+
+std::size_t loggedLines() {
+    const std::string log = readFileBytes(testEnv("HERALDER_HTTP_LOG")).value_or("");
+    return static_cast<std::size_t>(std::count(log.begin(), log.end(), '\n'));
+}
+
+}  // namespace
+
+// A day's fetch of a 100 KB document from a server set up as a publisher's:
+// compressed the first time, a few hundred bytes when nothing changed, and a
+// damaged kept copy is a full fetch again. Nothing is kept until asked to.
+TEST(HttpRealServer, KeptCopyMakesAnUnchangedDocumentCheap) {
+    REQUIRE_SERVER("HERALDER_HTTP_HOST", host);
+    const auto want = readFileBytes(testEnv("HERALDER_HTTP_ROOT") + "\\update\\large.txt");
+    ASSERT_TRUE(want && want->size() > 100000);
+    const std::string kept = testKeptPath();
+    const struct {
+        const char* what;
+        std::optional<std::string> keptFile;  // written before the fetch; nullopt: as left
+        bool fromKeptCopy;
+        long atMostBytes;
+    } days[] = {
+        {"first day", std::nullopt, false, 40000},
+        {"no news", std::nullopt, true, 1024},
+        {"no news again", std::nullopt, true, 1024},
+        {"damaged copy", "Quenmark Heralder kept document 1\nETag: \"x\"\n", false, 40000},
+        {"copy of another document", formatKeptDocument({"old", "\"stale\"", ""}), false, 40000},
+    };
+    for (const auto& day : days) {
+        if (day.keptFile) {
+            FILE* f = std::fopen(kept.c_str(), "wb");
+            ASSERT_TRUE(f);
+            std::fwrite(day.keptFile->data(), 1, day.keptFile->size(), f);
+            std::fclose(f);
+        }
+        const std::size_t lines = loggedLines();
+        auto fetched = fetchDocument(nullptr, host, "/update/large.txt", kept);
+        ASSERT_TRUE(fetched) << day.what;
+        EXPECT_EQ(fetched->fromKeptCopy, day.fromKeptCopy) << day.what;
+        EXPECT_TRUE(fetched->document.text == *want) << day.what;
+        const long bytes = lastLoggedBytes(lines);
+        EXPECT_GT(bytes, 0) << day.what;
+        EXPECT_LE(bytes, day.atMostBytes) << day.what;
+        keepFetchedDocument(kept, *fetched);
+        EXPECT_FALSE(fetched->document.etag.empty()) << day.what;
+    }
+    // Fetching alone keeps nothing: only the caller that accepted a text keeps it.
+    DeleteFileA(kept.c_str());
+    ASSERT_TRUE(fetchDocument(nullptr, host, "/update/large.txt", kept));
+    EXPECT_FALSE(pathExists(kept));
+}
+
+// A compressed reply is judged by its decoded text: a bomb past the length
+// limit fails, and a 304 stands for the kept copy only when one was asked about.
+TEST(HttpRawServer, CompressedAndNotModifiedRepliesEndAsDefined) {
+    REQUIRE_SERVER("HERALDER_RAW_HOST", host);
+    const std::pair<const char*, std::optional<std::string>> decoded[] = {
+        {"/gzip",
+         [] {
+             std::string text;
+             for (int i = 0; i < 100; ++i) text += "decoded text ";
+             return text;
+         }()},
+        {"/gzip-bomb", std::nullopt},
+        {"/huge", std::nullopt},
+        {"/no-length", "a body without a length"},
+        {"/missing", "<html><h1>404 Not Found</h1></html>"},
+    };
+    for (const auto& [path, want] : decoded) {
+        auto reply = fetchServerReply(nullptr, host, {path, "Accept-Encoding: gzip\r\n", true});
+        EXPECT_EQ(reply ? std::optional(reply->body) : std::nullopt, want) << path;
+    }
+
+    const std::string kept = testKeptPath();
+    EXPECT_FALSE(fetchDocument(nullptr, host, "/not-modified", kept));
+    ASSERT_TRUE(writeKeptDocument(kept, {"the kept text", "\"k1\"", ""}));
+    auto fetched = fetchDocument(nullptr, host, "/not-modified", kept);
+    ASSERT_TRUE(fetched);
+    EXPECT_TRUE(fetched->fromKeptCopy);
+    EXPECT_EQ(fetched->document.text, "the kept text");
+    DeleteFileA(kept.c_str());
 }
 
 TEST(HttpServerName, BuildOptionIsAUsableAddress) {

@@ -4,6 +4,7 @@
 #include <winsock2.h>
 
 #include <cstdio>
+#include <functional>
 #include <vector>
 
 #include "base/file_io.h"
@@ -17,10 +18,17 @@ struct WinsockUser {
     }
 };
 
-std::string reply(const std::string& status, const std::string& body) {
+std::string reply(const std::string& status, const std::string& body,
+                  const std::string& etag = "") {
     return "HTTP/1.0 " + status +
            "\r\nContent-Type: text/plain\r\nContent-Length: " + std::to_string(body.size()) +
-           "\r\nConnection: close\r\n\r\n" + body;
+           (etag.empty() ? "" : "\r\nETag: " + etag) + "\r\nConnection: close\r\n\r\n" + body;
+}
+
+// A file's ETag, as a static web server makes one: it changes with the bytes.
+std::string etagOf(const std::string& body) {
+    return "\"" + std::to_string(body.size()) + "-" +
+           std::to_string(std::hash<std::string>{}(body)) + "\"";
 }
 
 }  // namespace
@@ -75,7 +83,16 @@ void LoopbackServer::serve() {
             path.erase(0, kPrefix.size() - 1);
             for (char& c : path)
                 if (c == '/') c = '\\';
-            if (auto body = readFileBytes(root_ + path)) answer = reply("200 OK", *body);
+            if (auto body = readFileBytes(root_ + path)) {
+                const std::string etag = etagOf(*body);
+                if (request.find("\r\nIf-None-Match: " + etag + "\r\n") != std::string::npos) {
+                    answer = "HTTP/1.0 304 Not Modified\r\nETag: " + etag +
+                             "\r\nConnection: close\r\n\r\n";
+                    ++notModified_;
+                } else {
+                    answer = reply("200 OK", *body, etag);
+                }
+            }
         }
         send(client, answer.data(), static_cast<int>(answer.size()), 0);
         shutdown(client, SD_SEND);

@@ -2,8 +2,9 @@
 // A small HTTP/1.0 file server inside the test program, on the fixed loopback
 // port heralder.exe of the test build asks (127.0.0.1:47632). Starting and
 // stopping it per test is how a test says "the server is down"; it counts the
-// requests it answers and can refuse the first few connections, as a network
-// that is not up yet at logon would.
+// requests it answers, gives each file an ETag and answers a request that
+// names the current one with "304 Not Modified", and can refuse the first few connections, as a
+// network that is not up yet at logon would.
 #include <atomic>
 #include <string>
 #include <thread>
@@ -19,6 +20,7 @@ class LoopbackServer {
 
     bool listening() const { return socket_ != ~0ull; }
     int requests() const { return requests_; }
+    int notModified() const { return notModified_; }  // 304 answers
 
   private:
     void serve();
@@ -26,6 +28,7 @@ class LoopbackServer {
     std::string root_;
     std::atomic<int> refuse_;
     std::atomic<int> requests_{0};
+    std::atomic<int> notModified_{0};
     std::atomic<bool> stopping_{false};
     unsigned long long socket_ = ~0ull;
     std::thread thread_;

@@ -4,8 +4,10 @@
 // lines and two daily runs at once. Each test starts from an empty data folder.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <set>
 #include <thread>
+#include <tuple>
 
 #include "base/file_io.h"
 #include "resources/resource.h"
@@ -114,7 +116,40 @@ TEST_F(HeralderProcess, UpdateRunsTheDailyJobAndASecondRunFindsNothingNew) {
     EXPECT_TRUE(second.windows.empty());
     EXPECT_EQ(seenEntries(), seen);
     EXPECT_EQ(server.requests() - requestsBefore, 1);  // the document; no picture again
+    EXPECT_EQ(server.notModified(), 1);                // answered from the kept copy
     EXPECT_TRUE(fileExists(getUserDataPath("Backup of Heralder17.ini")));
+}
+
+// A "304 Not Modified" gives the run the kept copy: from the same start it
+// shows the same windows and leaves the same seen list and settings as the
+// run that fetched the document whole.
+TEST_F(HeralderProcess, RunOnTheKeptCopyMatchesTheRunOnTheFetchedDocument) {
+    LoopbackServer server(examplesFolder());
+    ASSERT_TRUE(server.listening());
+    const std::string keptPath = getUserHeralderPath("Update.kept");
+    const auto outcome = [&] {
+        const ProcessRun run = runUpdate();
+        EXPECT_TRUE(run.exited && run.exitCode == 0);
+        std::vector<std::string> windows;
+        for (const SeenWindow& window : run.windows)
+            windows.push_back(window.title + "\n" + window.text);
+        return std::tuple(windows, seenEntries(), formatSettingsFile(storedSettings(), 0));
+    };
+    const auto fetched = outcome();
+    const auto kept = readFileBytes(keptPath);
+    ASSERT_TRUE(kept);
+    EXPECT_FALSE(std::get<0>(fetched).empty());
+
+    clearUserData();
+    FILE* f = std::fopen(keptPath.c_str(), "wb");
+    ASSERT_TRUE(f);
+    std::fwrite(kept->data(), 1, kept->size(), f);
+    std::fclose(f);
+    const auto fromKept = outcome();
+    EXPECT_EQ(server.notModified(), 1);
+    EXPECT_EQ(std::get<0>(fromKept), std::get<0>(fetched));
+    EXPECT_EQ(std::get<1>(fromKept), std::get<1>(fetched));
+    EXPECT_EQ(std::get<2>(fromKept), std::get<2>(fetched));
 }
 
 // At logon the network may not be up yet: with "/UPDATE" a failed fetch is
