@@ -29,8 +29,9 @@
 namespace {
 
 FetchLimits fetchLimits;
-// The end of the current run's download time (GetTickCount64), 0 for none.
-ULONGLONG runDeadline = 0;
+// The run's budget: whether one is held, and how long its fetches have taken.
+bool runBudgetHeld = false;
+ULONGLONG runSpentMs = 0;
 
 // One fetch handed to a worker thread, so that the calling thread can stop
 // waiting at the deadline: WinINet offers no way to cut short a single read
@@ -65,16 +66,19 @@ void setFetchLimits(const FetchLimits& limits) {
     fetchLimits = limits;
 }
 
-RunFetchBudget::RunFetchBudget() : outer_(runDeadline == 0) {
-    if (outer_) runDeadline = GetTickCount64() + fetchLimits.runMs;
+RunFetchBudget::RunFetchBudget() : outer_(!runBudgetHeld) {
+    if (outer_) {
+        runBudgetHeld = true;
+        runSpentMs = 0;
+    }
 }
 
 RunFetchBudget::~RunFetchBudget() {
-    if (outer_) runDeadline = 0;
+    if (outer_) runBudgetHeld = false;
 }
 
 bool RunFetchBudget::spent() {
-    return runDeadline != 0 && GetTickCount64() >= runDeadline;
+    return runBudgetHeld && runSpentMs >= fetchLimits.runMs;
 }
 
 std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
@@ -89,10 +93,18 @@ std::optional<FetchReply> fetchServerReply(HWND owner, const std::string& host,
     const auto address = splitServerAddress(host);
     if (!address) return std::nullopt;
     DWORD waitMs = fetchLimits.totalMs;
-    if (runDeadline) {
+    if (runBudgetHeld) {
         if (RunFetchBudget::spent()) return std::nullopt;
-        waitMs = static_cast<DWORD>(std::min<ULONGLONG>(waitMs, runDeadline - GetTickCount64()));
+        waitMs = static_cast<DWORD>(std::min<ULONGLONG>(waitMs, fetchLimits.runMs - runSpentMs));
     }
+    // Only the time spent fetching counts against the run's budget: a user
+    // who reads the windows slowly still gets the later windows' pictures.
+    struct Clock {
+        const ULONGLONG start = GetTickCount64();
+        ~Clock() {
+            if (runBudgetHeld) runSpentMs += GetTickCount64() - start;
+        }
+    } clock;
 
     // The system's own proxy settings apply.
     HINTERNET internet = InternetOpenA(HERALDER_PRODUCT "/" HERALDER_VERSION_DISPLAY,

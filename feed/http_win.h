@@ -41,9 +41,10 @@ std::optional<FetchReply> fetchServerReply(HWND owner, const std::string& host,
 std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
                                            const std::string& path);
 
-// For as long as it lives, every fetch shares one time budget (runMs from its
-// start): a fetch ends by the budget's end at the latest, and once the budget
-// is spent none starts. A notification run holds one, so that pictures on a
+// For as long as it lives, every fetch shares one time budget: runMs of time
+// spent fetching (the time the user spends reading windows does not count). A
+// fetch ends by the budget's end at the latest, and once the budget is spent
+// none starts. A notification run holds one, so that pictures on a
 // server that never answers cannot hold the run's windows for minutes. An
 // inner one keeps the outer budget.
 class RunFetchBudget {
