@@ -11,7 +11,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "notify/document_check.h"
+#include "check/document_check.h"
 #include "tools/tool_commands.h"
 
 #ifdef _WIN32

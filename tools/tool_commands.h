@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "notify/document_check.h"
+#include "check/document_check.h"
 // The subcommands of heralder-tool, one file each.
 int runParseCommand(int argc, char** argv);
 int runSettingsCommand(int argc, char** argv);

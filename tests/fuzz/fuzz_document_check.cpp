@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "notify/document_check.h"
+#include "check/document_check.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
     const std::string_view raw(reinterpret_cast<const char*>(data), size);

@@ -7,7 +7,7 @@
 #include <map>
 
 #include "feed/document_parser.h"
-#include "notify/document_check.h"
+#include "check/document_check.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "feed/update_item.h"
-#include "notify/document_check.h"
+#include "check/document_check.h"
 
 struct Verdict {
     FindingSeverity severity;

@@ -1,14 +1,14 @@
 // Judgements of single values for the document check (see
 // document_check_values.h). Each reuses the agent's own rule, so the check can
 // never disagree with what the agent will do.
-#include "notify/document_check_values.h"
+#include "check/document_check_values.h"
 
 #include <optional>
 
 #include "base/crt_text.h"
 #include "feed/feed_updates.h"
 #include "notify/alert_text.h"
-#include "notify/document_check_text.h"
+#include "check/document_check_text.h"
 #include "notify/item_graphics.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"

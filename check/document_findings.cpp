@@ -1,5 +1,5 @@
 // The bounded list of a check's findings (see document_findings.h).
-#include "notify/document_findings.h"
+#include "check/document_findings.h"
 
 #include <algorithm>
 #include <string>

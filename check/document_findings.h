@@ -8,7 +8,7 @@
 #include <optional>
 #include <vector>
 
-#include "notify/document_check.h"
+#include "check/document_check.h"
 
 class FindingList {
   public:

@@ -1,5 +1,5 @@
 // Text tools of the document check (see document_check_text.h).
-#include "notify/document_check_text.h"
+#include "check/document_check_text.h"
 
 #include <array>
 #include <limits>
