@@ -226,6 +226,22 @@ bool drawPicture(HDC dc, int x, int y, const Picture& picture) {
                              picture.data() + info->bitsOffset, header, DIB_RGB_COLORS) != 0;
 }
 
+bool drawPictureStretched(HDC dc, const RECT& to, const Picture& picture, const RECT& from) {
+    const std::optional<DibInfo> info = getDibInfo(picture);
+    if (!info) return false;
+    const auto* header = reinterpret_cast<const BITMAPINFO*>(picture.data());
+    // A bottom-up picture counts its source rows from the bottom.
+    const int sourceY = info->bottomUp ? info->height - from.bottom : from.top;
+    const int oldMode = SetStretchBltMode(dc, HALFTONE);
+    SetBrushOrgEx(dc, 0, 0, nullptr);
+    const int lines =
+        StretchDIBits(dc, to.left, to.top, to.right - to.left, to.bottom - to.top, from.left,
+                      sourceY, from.right - from.left, from.bottom - from.top,
+                      picture.data() + info->bitsOffset, header, DIB_RGB_COLORS, SRCCOPY);
+    SetStretchBltMode(dc, oldMode);
+    return lines > 0;  // GDI_ERROR reads as -1
+}
+
 bool drawPictureOver(HDC dc, int x, int y, const Picture& picture, COLORREF background) {
     const std::optional<DibInfo> info = getDibInfo(picture);
     if (!info) return false;
