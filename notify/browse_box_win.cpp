@@ -13,6 +13,7 @@
 #include "notify/url_policy.h"
 #include "resources/resource.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/message_box_win.h"
 #include "ui/soft_button_win.h"
 
@@ -106,8 +107,8 @@ class BrowseBox : public Dialog {
         RECT margin{0, 0, 4, 4};
         MapDialogRect(hwnd(), &margin);
         const int lowest = static_cast<int>(clientRectOf(hwnd(), IDC_BROWSE_IMPORTANCE).bottom);
-        const int height =
-            std::max(kBrowseBoxHeight, lowest + static_cast<int>(margin.bottom) + frame);
+        const int height = std::max(scaledFor(hwnd(), kBrowseBoxHeight),
+                                    lowest + static_cast<int>(margin.bottom) + frame);
         SetWindowPos(hwnd(), nullptr, 0, 0, window.right - window.left, height,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         centreWindow(hwnd());
