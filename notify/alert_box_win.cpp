@@ -47,6 +47,8 @@ class AlertBox : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
+        // Its pixel geometry scales exactly, not only as far as its font does.
+        sizeAsScaledTemplate(hwnd(), kTemplate);
         if (settings_.SoftButtons != 0) {
             makeSoftButtons(hwnd(), settings_.SoftButtons,
                             {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_ALERT_GO});
