@@ -29,6 +29,7 @@ constexpr MarkerStyle kMarkers[] = {
 constexpr MarkerStyle kOtherMarker = {0xDFCEB3, 0xC7A976, 0x8B6C38, IDR_MARKER_OTHER};
 
 constexpr int kPictureSize = 16;
+constexpr int kDoubleOffset = IDR_MARKER_OTHER_2X - IDR_MARKER_OTHER;
 constexpr int kPictureTop = 3;
 
 const MarkerStyle& styleFor(int importance) {
@@ -45,9 +46,10 @@ void polyline(HDC dc, COLORREF colour, const POINT (&points)[3]) {
 
 }  // namespace
 
-std::span<const uint8_t> markerPictureResource(int importance) {
+std::span<const uint8_t> markerPictureResource(int importance, bool doubled) {
     HINSTANCE module = resourceModule();
-    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(styleFor(importance).resource),
+    const int id = styleFor(importance).resource + (doubled ? kDoubleOffset : 0);
+    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(id),
                                 MAKEINTRESOURCEA(10));  // RT_RCDATA
     HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
     const void* data = loaded ? LockResource(loaded) : nullptr;
@@ -92,6 +94,10 @@ void drawMarkerSquare(HDC dc, const RECT& row, int importance, unsigned dpi) {
 }
 
 void drawListMarker(HDC dc, const RECT& row, int importance, COLORREF background, unsigned dpi) {
-    if (!drawMarkerPicture(dc, row, markerPictureResource(importance), background, dpi))
+    // Shrinking the 32-pixel drawing keeps it sharper than growing the
+    // 16-pixel one, once the scale is well above 1.
+    const std::span<const uint8_t> picture =
+        markerPictureResource(importance, wantsDoublePicture(dpi));
+    if (!drawMarkerPicture(dc, row, picture, background, dpi))
         drawMarkerSquare(dc, row, importance, dpi);
 }

@@ -24,5 +24,6 @@ bool drawMarkerPicture(HDC dc, const RECT& row, std::span<const uint8_t> bmpFile
                        COLORREF background, unsigned dpi = 96);
 // The fallback half: the bevelled square in the importance's colours.
 void drawMarkerSquare(HDC dc, const RECT& row, int importance, unsigned dpi = 96);
-// The raw data resource that holds the importance's picture (empty when missing).
-std::span<const uint8_t> markerPictureResource(int importance);
+// The raw data resource that holds the importance's picture (empty when
+// missing): the 16-pixel one, or the 32-pixel one when doubled.
+std::span<const uint8_t> markerPictureResource(int importance, bool doubled = false);
