@@ -127,6 +127,9 @@ class AlertBox : public Dialog {
         return px(alertTextTop(hasHeader(), item(IDC_ALERT_NEVERAGAIN) != nullptr));
     }
     int textLeft() const { return px(kAlertTextLeft); }
+    // The scale at which the picture's own pixels are shown: a picture drawn
+    // at twice the size is shown one to one at 192 DPI.
+    unsigned pictureDpi() const { return windowDpi(hwnd()) / pictureDensity_; }
     int textRight() const { return px(kAlertTextRight); }
     HFONT textFont() const { return look_.alertFont ? look_.alertFont : GetWindowFont(hwnd()); }
 
@@ -153,6 +156,11 @@ class AlertBox : public Dialog {
                 if (button && fileExists(path)) picture_ = loadGraphicFile(path);
             }
         }
+        if (!picture_ && wantsDoublePicture(windowDpi(hwnd()))) {
+            // Drawn at twice the size: each of its pixels is half a 96-DPI one.
+            picture_ = loadBitmapResourceDib(IDR_DEFAULT_PICTURE_2X);
+            if (picture_) pictureDensity_ = 2;
+        }
         if (!picture_) picture_ = loadBitmapResourceDib(kDefaultPictureId);
         if (picture_) pictureInfo_ = getDibInfo(*picture_);
         if (!pictureInfo_) picture_.reset();
@@ -163,11 +171,12 @@ class AlertBox : public Dialog {
         // reaches out to the right.
         const RECT help = clientRectOf(hwnd(), IDC_HELPBUTTON);
         const RECT place = clientRectOf(hwnd(), IDC_ICONBUTTON);
-        const int width = px(pictureInfo_->width);
+        const unsigned dpi = pictureDpi();
+        const int width = scaleForDpi(pictureInfo_->width, dpi);
         const int spare = (help.right - help.left) - width;
         const int left = spare < 0 ? help.left : help.left + spare / 2;
-        SetWindowPos(button, nullptr, left, place.top, width, px(pictureInfo_->height),
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowPos(button, nullptr, left, place.top, width,
+                     scaleForDpi(pictureInfo_->height, dpi), SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
     void fetchPicture(const std::string& folder, const std::string& path, const std::string& name) {
@@ -277,7 +286,7 @@ class AlertBox : public Dialog {
     void drawPictureButton(const DRAWITEMSTRUCT& d) {
         if (look_.background) FillRect(d.hDC, &d.rcItem, look_.background);
         if (!picture_ || !pictureInfo_) return;
-        if (const unsigned dpi = windowDpi(hwnd()); dpi != kBaseDpi) {
+        if (const unsigned dpi = pictureDpi(); dpi != kBaseDpi) {
             drawScaledPicture(d, dpi);
             return;
         }
@@ -337,6 +346,7 @@ class AlertBox : public Dialog {
     const Settings& settings_;
     std::optional<Picture> picture_;
     std::optional<DibInfo> pictureInfo_;
+    unsigned pictureDensity_ = 1;
     std::string shownText_;
     bool checkBoxBelow_ = false;
 };

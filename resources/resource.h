@@ -41,6 +41,7 @@
 // The notification windows' default picture: a whole 64 x 64 bitmap file, 32
 // bits per pixel with straight alpha (resources/pictures/), raw data.
 #define IDR_DEFAULT_PICTURE 7773
+#define IDR_DEFAULT_PICTURE_2X 7774  // the same drawing at 128 x 128
 
 // ---- Main window: menu "MainMenu" and its commands ----------------------------
 #define IDM_SETUP 101
