@@ -88,7 +88,9 @@ class InitConfigDialog : public Dialog {
         }
         if (item.CtlID != IDC_INITCONFIG_BANNER) return false;
         FillRect(item.hDC, &item.rcItem, GetSysColorBrush(COLOR_BTNFACE));
-        if (banner_) drawPictureOver(item.hDC, item.rcItem.left, item.rcItem.top, *banner_, face);
+        if (banner_)
+            drawPictureOverAt(item.hDC, item.rcItem.left, item.rcItem.top, *banner_, face,
+                              windowDpi(hwnd()));
         return true;
     }
 

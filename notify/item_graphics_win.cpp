@@ -15,6 +15,7 @@
 #include "base/packed_dib.h"
 #include "notify/item_graphics.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi.h"
 
 using Microsoft::WRL::ComPtr;
 
@@ -240,6 +241,17 @@ bool drawPictureStretched(HDC dc, const RECT& to, const Picture& picture, const 
                       picture.data() + info->bitsOffset, header, DIB_RGB_COLORS, SRCCOPY);
     SetStretchBltMode(dc, oldMode);
     return lines > 0;  // GDI_ERROR reads as -1
+}
+
+bool drawPictureOverAt(HDC dc, int x, int y, const Picture& picture, COLORREF background,
+                       unsigned dpi) {
+    if (dpi == kBaseDpi) return drawPictureOver(dc, x, y, picture, background);
+    const std::optional<DibInfo> info = getDibInfo(picture);
+    if (!info) return false;
+    const RECT to{x, y, x + scaleForDpi(info->width, dpi), y + scaleForDpi(info->height, dpi)};
+    const RECT from{0, 0, info->width, info->height};
+    if (info->bitCount != 32) return drawPictureStretched(dc, to, picture, from);
+    return drawPictureStretched(dc, to, compositeOverColour(picture, *info, background), from);
 }
 
 bool drawPictureOver(HDC dc, int x, int y, const Picture& picture, COLORREF background) {
