@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "ui/dpi_win.h"
+
 AppState& app() {
     static AppState state;
     return state;
@@ -10,11 +12,14 @@ AppState& app() {
 
 namespace {
 
+// The shared fonts are made for the screen's DPI: AlertFontSize is a 96-DPI
+// pixel height, as the list font's 14 pixels are.
 HFONT makeAlertFont(const Settings& record) {
     if (record.AlertFontName.empty()) return nullptr;
-    return CreateFontA(static_cast<int>(record.AlertFontSize), 0, 0, 0,
-                       record.AlertFontBold ? FW_BOLD : FW_NORMAL, record.AlertFontItal ? 1 : 0, 0,
-                       0, ANSI_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+    return CreateFontA(scaleForDpi(static_cast<int>(record.AlertFontSize), windowDpi(nullptr)), 0,
+                       0, 0, record.AlertFontBold ? FW_BOLD : FW_NORMAL,
+                       record.AlertFontItal ? 1 : 0, 0, 0, ANSI_CHARSET, OUT_DEFAULT_PRECIS,
+                       CLIP_DEFAULT_PRECIS,
                        record.AlertFontAntialias ? ANTIALIASED_QUALITY : NONANTIALIASED_QUALITY,
                        DEFAULT_PITCH, record.AlertFontName.c_str());
 }
@@ -23,13 +28,17 @@ HFONT makeAlertFont(const Settings& record) {
 
 void createSharedDrawingObjects(const Settings& record) {
     AppState& a = app();
-    a.listFont.reset(CreateFontA(14, 0, 0, 0, 0, 0, 0, 0, ANSI_CHARSET, OUT_DEFAULT_PRECIS,
-                                 CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH,
-                                 "MS Sans Serif"));
+    recreateListFont(windowDpi(nullptr));
     a.alertFont.reset(makeAlertFont(record));
     a.whiteBrush.reset(CreateSolidBrush(RGB(255, 255, 255)));
     a.blackBrush.reset(CreateSolidBrush(RGB(0, 0, 0)));
     recreateAlertBackgroundBrush(record);
+}
+
+void recreateListFont(unsigned dpi) {
+    app().listFont.reset(CreateFontA(scaleForDpi(14, dpi), 0, 0, 0, 0, 0, 0, 0, ANSI_CHARSET,
+                                     OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                                     DEFAULT_PITCH, "MS Sans Serif"));
 }
 
 void recreateAlertFont(const Settings& record) {

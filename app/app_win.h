@@ -25,6 +25,8 @@ AppState& app();
 
 // The list font, the alert font and the brushes, from the settings.
 void createSharedDrawingObjects(const Settings& record);
+// The list font (14 pixels at 96 DPI) for a window at dpi.
+void recreateListFont(unsigned dpi);
 // After Setup changed the font settings.
 void recreateAlertFont(const Settings& record);
 void recreateAlertBackgroundBrush(const Settings& record);

@@ -29,6 +29,7 @@
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/list_marker_win.h"
 #include "ui/message_box_win.h"
 #include "ui/res_string_win.h"
@@ -94,6 +95,15 @@ void fillList(MainWindow& w) {
     InvalidateRect(w.list, nullptr, TRUE);
 }
 
+// Row height and font follow the window's DPI; the markers and the text
+// offset are scaled as each row is drawn.
+void applyListScale(MainWindow& w) {
+    const unsigned dpi = windowDpi(w.hwnd);
+    recreateListFont(dpi);
+    ListBox_SetItemHeight(w.list, 0, scaleForDpi(kItemRowHeight, dpi));
+    SetWindowFont(w.list, app().listFont.get(), TRUE);
+}
+
 void createList(MainWindow& w) {
     RECT client;
     GetClientRect(w.hwnd, &client);
@@ -104,8 +114,7 @@ void createList(MainWindow& w) {
                              reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_ITEMLIST)),
                              GetWindowInstance(w.hwnd), nullptr);
     if (!w.list) return;
-    ListBox_SetItemHeight(w.list, 0, kItemRowHeight);
-    SetWindowFont(w.list, app().listFont.get(), FALSE);
+    applyListScale(w);
     fillList(w);
 }
 
@@ -267,11 +276,12 @@ void drawRow(const MainWindow& w, const DRAWITEMSTRUCT& d) {
                       : static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
     SetTextColor(d.hDC, selected ? RGB(255, 255, 255) : RGB(0, 0, 0));
     SetBkMode(d.hDC, TRANSPARENT);
+    const unsigned dpi = windowDpi(w.hwnd);
     RECT text = d.rcItem;
-    text.left += 24;
+    text.left += scaleForDpi(24, dpi);
     DrawTextA(d.hDC, item.title->c_str(), static_cast<int>(item.title->size()), &text,
               DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
-    drawListMarker(d.hDC, d.rcItem, item.importance, background);
+    drawListMarker(d.hDC, d.rcItem, item.importance, background, dpi);
 }
 
 void saveWindowEdges(HWND hwnd) {
@@ -290,6 +300,15 @@ LRESULT handle(MainWindow& w, UINT msg, WPARAM wp, LPARAM lp) {
             if (wp != SIZE_MINIMIZED && w.list)
                 MoveWindow(w.list, 0, 0, LOWORD(lp), HIWORD(lp), TRUE);
             return 0;
+        case WM_DPICHANGED: {
+            // The suggested rectangle keeps the window's place on the new
+            // monitor; the edges saved at close are read from it as they are.
+            const RECT& r = *reinterpret_cast<const RECT*>(lp);
+            SetWindowPos(w.hwnd, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                         SWP_NOZORDER | SWP_NOACTIVATE);
+            if (w.list) applyListScale(w);
+            return 0;
+        }
         case WM_CLOSE:
             saveWindowEdges(w.hwnd);
             settings().StartMaximized = IsZoomed(w.hwnd) ? 1 : 0;
@@ -364,9 +383,12 @@ bool registerMainWindowClass(HINSTANCE instance) {
 }
 
 HWND createMainWindow(HINSTANCE instance, bool startsHidden) {
-    HWND hwnd = CreateWindowExA(0, kMainWindowClass, "Quenmark Heralder", WS_OVERLAPPEDWINDOW,
-                                CW_USEDEFAULT, CW_USEDEFAULT, kDefaultMainWidth, kDefaultMainHeight,
-                                nullptr, nullptr, instance, nullptr);
+    // Made on the primary monitor, whose DPI the screen's device context gives.
+    const unsigned dpi = windowDpi(nullptr);
+    HWND hwnd =
+        CreateWindowExA(0, kMainWindowClass, "Quenmark Heralder", WS_OVERLAPPEDWINDOW,
+                        CW_USEDEFAULT, CW_USEDEFAULT, scaleForDpi(kDefaultMainWidth, dpi),
+                        scaleForDpi(kDefaultMainHeight, dpi), nullptr, nullptr, instance, nullptr);
     MainWindow* w = hwnd ? stateOf(hwnd) : nullptr;
     if (w && !startsHidden) createList(*w);
     return hwnd;

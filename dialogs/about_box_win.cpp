@@ -9,6 +9,7 @@
 #include "resources/resource.h"
 #include "settings/settings.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/icon_button_win.h"
 #include "ui/res_string_win.h"
 #include "ui/soft_button_win.h"
@@ -24,9 +25,9 @@ class AboutDialog : public Dialog {
   protected:
     BOOL onInitDialog() override {
         if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1});
-        titleFont_.reset(CreateFontA(24, 0, 0, 0, FW_BOLD, 0, 0, 0, DEFAULT_CHARSET,
-                                     OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                                     DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
+        titleFont_.reset(CreateFontA(scaledFor(hwnd(), 24), 0, 0, 0, FW_BOLD, 0, 0, 0,
+                                     DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
+                                     DEFAULT_QUALITY, DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
         SetWindowFont(item(IDC_ABOUT_NAME), titleFont_.get(), FALSE);
         char text[kMaxTemplateChars + 1] = {};
         GetDlgItemTextA(hwnd(), IDC_ABOUT_TEXT, text, sizeof text);

@@ -16,6 +16,7 @@
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/message_box_win.h"
 #include "ui/soft_button_win.h"
 #include "ui/spin_edit_win.h"
@@ -139,7 +140,7 @@ class ColourPicker : public Dialog {
 
     bool onMeasureItem(MEASUREITEMSTRUCT& m) override {
         if (m.CtlID != IDC_COLOUR_LIST) return false;
-        m.itemHeight = kListRowHeight;
+        m.itemHeight = scaledFor(hwnd(), kListRowHeight);
         return true;
     }
 
@@ -354,14 +355,16 @@ class ColourPicker : public Dialog {
         FillRect(d.hDC, &d.rcItem, GetSysColorBrush(selected ? COLOR_HIGHLIGHT : COLOR_WINDOW));
         if (d.itemID != static_cast<UINT>(-1) && d.itemID < table_.colours.size()) {
             const NamedColour& entry = table_.colours[d.itemID];
-            RECT chip = {d.rcItem.left + 3, d.rcItem.top + 3, d.rcItem.left + 27,
-                         d.rcItem.bottom - 3};
+            const unsigned dpi = windowDpi(hwnd());
+            const int gap = scaleForDpi(3, dpi);
+            RECT chip = {d.rcItem.left + gap, d.rcItem.top + gap,
+                         d.rcItem.left + scaleForDpi(27, dpi), d.rcItem.bottom - gap};
             UniqueBrush brush(CreateSolidBrush(colourRefOf(entry.colour)));
             FillRect(d.hDC, &chip, brush.get());
             FrameRect(d.hDC, &chip, GetSysColorBrush(COLOR_WINDOWTEXT));
             RECT text = d.rcItem;
-            text.left += 33;
-            text.right -= 2;
+            text.left += scaleForDpi(33, dpi);
+            text.right -= scaleForDpi(2, dpi);
             SetBkMode(d.hDC, TRANSPARENT);
             SetTextColor(d.hDC, GetSysColor(selected ? COLOR_HIGHLIGHTTEXT : COLOR_WINDOWTEXT));
             DrawTextA(d.hDC, entry.name.c_str(), static_cast<int>(entry.name.size()), &text,

@@ -15,6 +15,7 @@
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/icon_button_win.h"
 #include "ui/message_box_win.h"
 #include "ui/soft_button_win.h"
@@ -47,9 +48,9 @@ class InitConfigDialog : public Dialog {
         SetFocus(item(IDC_BUTTON1));
         checkRadioAlone(item(IDC_INITCONFIG_MANUAL));
 
-        headingFont_.reset(CreateFontA(20, 0, 0, 0, FW_BOLD, 0, 0, 0, DEFAULT_CHARSET,
-                                       OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,
-                                       DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
+        headingFont_.reset(CreateFontA(
+            scaledFor(hwnd(), 20), 0, 0, 0, FW_BOLD, 0, 0, 0, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+            CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY, DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
         SetWindowFont(item(IDC_INITCONFIG_HEADING), headingFont_.get(), FALSE);
         SetDlgItemTextA(hwnd(), IDC_INITCONFIG_TEXT, kInitConfigText);
         banner_ = loadBitmapResourceDib(IDR_INITCONFIG_BANNER);
@@ -87,7 +88,9 @@ class InitConfigDialog : public Dialog {
         }
         if (item.CtlID != IDC_INITCONFIG_BANNER) return false;
         FillRect(item.hDC, &item.rcItem, GetSysColorBrush(COLOR_BTNFACE));
-        if (banner_) drawPictureOver(item.hDC, item.rcItem.left, item.rcItem.top, *banner_, face);
+        if (banner_)
+            drawPictureOverAt(item.hDC, item.rcItem.left, item.rcItem.top, *banner_, face,
+                              windowDpi(hwnd()));
         return true;
     }
 

@@ -19,6 +19,7 @@
 #include "resources/resource.h"
 #include "ui/choice_combo_win.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/soft_button_win.h"
 #include "ui/spin_edit_win.h"
 
@@ -102,9 +103,9 @@ class SetupBox : public Dialog {
         fillChoiceCombo(hwnd(), IDC_SETUP_SOFTBUTTONS, kSoftButtonChoices,
                         static_cast<int>(s_.SoftButtons));
         SendDlgItemMessageA(hwnd(), IDC_SETUP_SOFTBUTTONS, CB_SETITEMHEIGHT, 0,
-                            kSoftButtonRowHeight);
+                            scaledFor(hwnd(), kSoftButtonRowHeight));
         SendDlgItemMessageA(hwnd(), IDC_SETUP_SOFTBUTTONS, CB_SETITEMHEIGHT,
-                            static_cast<WPARAM>(-1), kSelectionFieldHeight);
+                            static_cast<WPARAM>(-1), scaledFor(hwnd(), kSelectionFieldHeight));
 
         for (const auto& list : kFilterLists) {
             const TypeChoices& choices = *findTypeChoices(list.type);
@@ -165,11 +166,13 @@ class SetupBox : public Dialog {
     bool onMeasureItem(MEASUREITEMSTRUCT& m) override {
         const bool field = m.itemID == static_cast<UINT>(-1);
         if (m.CtlID == IDC_SETUP_SOFTBUTTONS) {
-            m.itemHeight = field ? kSelectionFieldHeight : kSoftButtonRowHeight;
+            m.itemHeight = field ? scaledFor(hwnd(), kSelectionFieldHeight)
+                                 : scaledFor(hwnd(), kSoftButtonRowHeight);
             return true;
         }
         if (m.CtlID == IDC_SETUP_FONT) {
-            m.itemHeight = field ? kSelectionFieldHeight : kFontRowHeight;
+            m.itemHeight = field ? scaledFor(hwnd(), kSelectionFieldHeight)
+                                 : scaledFor(hwnd(), kFontRowHeight);
             return true;
         }
         return false;
@@ -221,10 +224,12 @@ class SetupBox : public Dialog {
             if (row < 0) continue;
             SendMessageA(list, CB_SETITEMDATA, static_cast<WPARAM>(row),
                          reinterpret_cast<LPARAM>(name.get()));
-            SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(row), kFontRowHeight);
+            SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(row),
+                         scaledFor(hwnd(), kFontRowHeight));
             faceNames_.push_back(std::move(name));
         }
-        SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1), kSelectionFieldHeight);
+        SendMessageA(list, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
+                     scaledFor(hwnd(), kSelectionFieldHeight));
 
         // The list sorts as the system compares names; look in its order.
         std::vector<std::string> inListOrder;

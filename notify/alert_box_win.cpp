@@ -21,6 +21,7 @@
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/soft_button_win.h"
 
 namespace {
@@ -46,6 +47,8 @@ class AlertBox : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
+        // Its pixel geometry scales exactly, not only as far as its font does.
+        sizeAsScaledTemplate(hwnd(), kTemplate);
         if (settings_.SoftButtons != 0) {
             makeSoftButtons(hwnd(), settings_.SoftButtons,
                             {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_ALERT_GO});
@@ -118,7 +121,16 @@ class AlertBox : public Dialog {
 
   private:
     bool hasHeader() const { return item(IDC_ALERT_HEADER) != nullptr; }
-    int textTop() const { return alertTextTop(hasHeader(), item(IDC_ALERT_NEVERAGAIN) != nullptr); }
+    // The window's fixed measures are 96-DPI pixels, scaled as the template is.
+    int px(int pixelsAt96) const { return scaledFor(hwnd(), pixelsAt96); }
+    int textTop() const {
+        return px(alertTextTop(hasHeader(), item(IDC_ALERT_NEVERAGAIN) != nullptr));
+    }
+    int textLeft() const { return px(kAlertTextLeft); }
+    // The scale at which the picture's own pixels are shown: a picture drawn
+    // at twice the size is shown one to one at 192 DPI.
+    unsigned pictureDpi() const { return windowDpi(hwnd()) / pictureDensity_; }
+    int textRight() const { return px(kAlertTextRight); }
     HFONT textFont() const { return look_.alertFont ? look_.alertFont : GetWindowFont(hwnd()); }
 
     void enableGo() {
@@ -144,19 +156,27 @@ class AlertBox : public Dialog {
                 if (button && fileExists(path)) picture_ = loadGraphicFile(path);
             }
         }
+        if (!picture_ && wantsDoublePicture(windowDpi(hwnd()))) {
+            // Drawn at twice the size: each of its pixels is half a 96-DPI one.
+            picture_ = loadBitmapResourceDib(IDR_DEFAULT_PICTURE_2X);
+            if (picture_) pictureDensity_ = 2;
+        }
         if (!picture_) picture_ = loadBitmapResourceDib(kDefaultPictureId);
         if (picture_) pictureInfo_ = getDibInfo(*picture_);
         if (!pictureInfo_) picture_.reset();
         if (!picture_ || !button) return;
 
-        // Centred under Help, never scaled: a picture wider than the button
-        // column starts at its left edge and reaches out to the right.
+        // Centred under Help at its own size times the display scale: a
+        // picture wider than the button column starts at its left edge and
+        // reaches out to the right.
         const RECT help = clientRectOf(hwnd(), IDC_HELPBUTTON);
         const RECT place = clientRectOf(hwnd(), IDC_ICONBUTTON);
-        const int spare = (help.right - help.left) - pictureInfo_->width;
+        const unsigned dpi = pictureDpi();
+        const int width = scaleForDpi(pictureInfo_->width, dpi);
+        const int spare = (help.right - help.left) - width;
         const int left = spare < 0 ? help.left : help.left + spare / 2;
-        SetWindowPos(button, nullptr, left, place.top, pictureInfo_->width, pictureInfo_->height,
-                     SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowPos(button, nullptr, left, place.top, width,
+                     scaleForDpi(pictureInfo_->height, dpi), SWP_NOZORDER | SWP_NOACTIVATE);
     }
 
     void fetchPicture(const std::string& folder, const std::string& path, const std::string& name) {
@@ -185,7 +205,7 @@ class AlertBox : public Dialog {
         const std::string& text = item_.plainText.value_or(std::string());
         RECT client;
         GetClientRect(hwnd(), &client);
-        const RECT r{kAlertTextLeft, textTop(), kAlertTextRight, client.bottom};
+        const RECT r{textLeft(), textTop(), textRight(), client.bottom};
         HWND control = createChild(hwnd(), "Static", text.c_str(), SS_OWNERDRAW | SS_NOPREFIX,
                                    IDC_ALERT_TEXT, r, textFont());
         // Below every other control, so that nothing painted here covers them.
@@ -207,7 +227,7 @@ class AlertBox : public Dialog {
         WindowDc dc(hwnd());
         ScopedSelect font(dc.get(), textFont());
         const int top = textTop();
-        RECT r{kAlertTextLeft, top, kAlertTextRight, top + 8};
+        RECT r{textLeft(), top, textRight(), top + 8};
         DrawTextA(dc.get(), shownText_.c_str(), static_cast<int>(shownText_.size()), &r,
                   DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
         return height(r);
@@ -215,14 +235,14 @@ class AlertBox : public Dialog {
 
     int checkBoxRoom() const {
         if (!checkBoxBelow_) return 0;
-        return height(clientRectOf(hwnd(), IDC_ALERT_NEVERAGAIN)) + kCheckBoxGap;
+        return height(clientRectOf(hwnd(), IDC_ALERT_NEVERAGAIN)) + px(kCheckBoxGap);
     }
 
     void fit() {
         if (shownText_.empty()) return;
         const int wanted = fitAlertHeight(
             GetSystemMetrics(SM_CYCAPTION), GetSystemMetrics(SM_CYDLGFRAME), textTop(),
-            measureText() + checkBoxRoom(), GetSystemMetrics(SM_CYSCREEN));
+            measureText() + checkBoxRoom(), GetSystemMetrics(SM_CYSCREEN), windowDpi(hwnd()));
         RECT r;
         GetWindowRect(hwnd(), &r);
         SetWindowPos(hwnd(), nullptr, 0, 0, r.right - r.left, wanted,
@@ -243,12 +263,12 @@ class AlertBox : public Dialog {
         if (checkBoxBelow_) {
             RECT box = clientRectOf(hwnd(), IDC_ALERT_NEVERAGAIN);
             const int boxHeight = height(box);
-            box.top = client.bottom - kCheckBoxGap / 2 - boxHeight;
+            box.top = client.bottom - px(kCheckBoxGap) / 2 - boxHeight;
             box.bottom = box.top + boxHeight;
             moveChild(hwnd(), IDC_ALERT_NEVERAGAIN, box);
-            bottom = box.top - kCheckBoxGap / 2;
+            bottom = box.top - px(kCheckBoxGap) / 2;
         }
-        moveChild(hwnd(), IDC_ALERT_TEXT, {kAlertTextLeft, textTop(), kAlertTextRight, bottom});
+        moveChild(hwnd(), IDC_ALERT_TEXT, {textLeft(), textTop(), textRight(), bottom});
     }
 
     void drawText(const DRAWITEMSTRUCT& d) {
@@ -266,6 +286,10 @@ class AlertBox : public Dialog {
     void drawPictureButton(const DRAWITEMSTRUCT& d) {
         if (look_.background) FillRect(d.hDC, &d.rcItem, look_.background);
         if (!picture_ || !pictureInfo_) return;
+        if (const unsigned dpi = pictureDpi(); dpi != kBaseDpi) {
+            drawScaledPicture(d, dpi);
+            return;
+        }
         if (pictureInfo_->bitCount == 32) {
             // Only the part that shows is blended: a picture can be far larger
             // than the window.
@@ -285,11 +309,44 @@ class AlertBox : public Dialog {
         }
     }
 
+    // On a scaled screen only the source pixels under the clip box are
+    // blended, then stretched smoothly onto their place in the button.
+    void drawScaledPicture(const DRAWITEMSTRUCT& d, unsigned dpi) {
+        const int width = pictureInfo_->width, height = pictureInfo_->height;
+        RECT source{0, 0, width, height};
+        RECT clip;
+        if (GetClipBox(d.hDC, &clip) != ERROR) {
+            OffsetRect(&clip, -d.rcItem.left, -d.rcItem.top);
+            const auto down = [dpi](long v) { return static_cast<long>(v * 96LL / dpi); };
+            const auto up = [dpi](long v) { return static_cast<long>((v * 96LL + dpi - 1) / dpi); };
+            const RECT wanted{down(clip.left), down(clip.top), up(clip.right), up(clip.bottom)};
+            if (!IntersectRect(&source, &source, &wanted)) return;
+        }
+        const Picture part =
+            pictureInfo_->bitCount == 32
+                ? compositeOverColour(*picture_, *pictureInfo_, settings_.AlertBackgroundColor,
+                                      {source.left, source.top, source.right - source.left,
+                                       source.bottom - source.top})
+                : Picture();
+        const Picture& shown = pictureInfo_->bitCount == 32 ? part : *picture_;
+        if (shown.empty()) return;
+        const RECT from = pictureInfo_->bitCount == 32
+                              ? RECT{0, 0, source.right - source.left, source.bottom - source.top}
+                              : source;
+        const int x = scaleForDpi(source.left, dpi), y = scaleForDpi(source.top, dpi);
+        drawPictureStretched(
+            d.hDC,
+            {d.rcItem.left + x, d.rcItem.top + y, d.rcItem.left + scaleForDpi(source.right, dpi),
+             d.rcItem.top + scaleForDpi(source.bottom, dpi)},
+            shown, from);
+    }
+
     UpdateItem& item_;
     NotifyLook look_;
     const Settings& settings_;
     std::optional<Picture> picture_;
     std::optional<DibInfo> pictureInfo_;
+    unsigned pictureDensity_ = 1;
     std::string shownText_;
     bool checkBoxBelow_ = false;
 };

@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "feed/feed_updates.h"
+#include "ui/dpi.h"
 
 namespace {
 
@@ -76,9 +77,11 @@ int alertTextTop(bool headerLine, bool checkBox) {
     return checkBox ? 48 : 28;
 }
 
-int fitAlertHeight(int captionHeight, int frameHeight, int top, int textHeight, int screenHeight) {
-    int height = captionHeight + 2 * frameHeight + top + textHeight + 8;
-    if (height < kAlertMinimumHeight) height = kAlertMinimumHeight;
+int fitAlertHeight(int captionHeight, int frameHeight, int top, int textHeight, int screenHeight,
+                   unsigned dpi) {
+    int height = captionHeight + 2 * frameHeight + top + textHeight + scaleForDpi(8, dpi);
+    const int minimum = scaleForDpi(kAlertMinimumHeight, dpi);
+    if (height < minimum) height = minimum;
     if (height > screenHeight - 4) height = screenHeight - 4;
     return height;
 }

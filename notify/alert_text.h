@@ -33,8 +33,10 @@ int alertTextTop(bool headerLine, bool checkBox);
 
 // The window's outer height for a body text measured at textHeight pixels:
 // caption, frames, top offset, text and an 8-pixel margin, kept between 208
-// and the screen height - 4.
-int fitAlertHeight(int captionHeight, int frameHeight, int top, int textHeight, int screenHeight);
+// and the screen height - 4. The margin and the minimum are 96-DPI pixels
+// scaled to dpi; the other measures come already at the window's scale.
+int fitAlertHeight(int captionHeight, int frameHeight, int top, int textHeight, int screenHeight,
+                   unsigned dpi = 96);
 
 // The part of a body text that can show at all in maxLines lines of the text
 // column: lines beyond the screen and the ends of words wider than the column

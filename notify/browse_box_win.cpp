@@ -13,6 +13,7 @@
 #include "notify/url_policy.h"
 #include "resources/resource.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/message_box_win.h"
 #include "ui/soft_button_win.h"
 
@@ -95,6 +96,48 @@ class BrowseBox : public Dialog {
   private:
     bool canGo() const { return isWebAddress(texts_.url); }
 
+    int workAreaHeight() const {
+        MONITORINFO monitor{};
+        monitor.cbSize = sizeof monitor;
+        if (!GetMonitorInfoA(MonitorFromWindow(hwnd(), MONITOR_DEFAULTTONEAREST), &monitor))
+            return GetSystemMetrics(SM_CYSCREEN);
+        return static_cast<int>(monitor.rcWork.bottom - monitor.rcWork.top);
+    }
+
+    // On a short screen at a large scale the two text boxes give up height,
+    // down to three lines each, and everything below them moves up, so that
+    // the whole box stays on the screen. The pixels given up, at most excess.
+    int shrinkTextBoxes(int excess) {
+        if (excess <= 0) return 0;
+        const RECT text = clientRectOf(hwnd(), IDC_BROWSE_TEXT);
+        const RECT spare = clientRectOf(hwnd(), IDC_BROWSE_SPARE);
+        RECT lines{0, 0, 0, 24};  // three lines of the dialog's font
+        MapDialogRect(hwnd(), &lines);
+        const int room = static_cast<int>(text.bottom - text.top - lines.bottom);
+        const int each = std::min((excess + 1) / 2, std::max(room, 0));
+        if (each == 0) return 0;
+        for (HWND c = GetWindow(hwnd(), GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT)) {
+            RECT r;
+            GetWindowRect(c, &r);
+            MapWindowPoints(HWND_DESKTOP, hwnd(), reinterpret_cast<POINT*>(&r), 2);
+            if (c == item(IDC_BROWSE_TEXT)) {
+                r.bottom -= each;
+            } else if (c == item(IDC_BROWSE_SPARE)) {
+                OffsetRect(&r, 0, -each);
+                r.bottom -= each;
+            } else if (r.top >= spare.bottom) {
+                OffsetRect(&r, 0, -2 * each);
+            } else if (r.top >= text.bottom) {
+                OffsetRect(&r, 0, -each);
+            } else {
+                continue;
+            }
+            SetWindowPos(c, nullptr, r.left, r.top, r.right - r.left, r.bottom - r.top,
+                         SWP_NOZORDER | SWP_NOACTIVATE);
+        }
+        return 2 * each;
+    }
+
     // The template is shorter than its fields; the box opens at the height
     // that shows them all, and taller only where large fonts need it.
     void fitHeight() {
@@ -106,8 +149,11 @@ class BrowseBox : public Dialog {
         RECT margin{0, 0, 4, 4};
         MapDialogRect(hwnd(), &margin);
         const int lowest = static_cast<int>(clientRectOf(hwnd(), IDC_BROWSE_IMPORTANCE).bottom);
-        const int height =
-            std::max(kBrowseBoxHeight, lowest + static_cast<int>(margin.bottom) + frame);
+        int height = std::max(scaledFor(hwnd(), kBrowseBoxHeight) - shrunkBy_,
+                              lowest + static_cast<int>(margin.bottom) + frame);
+        const int shrunk = shrinkTextBoxes(height - workAreaHeight());
+        shrunkBy_ += shrunk;
+        height -= shrunk;
         SetWindowPos(hwnd(), nullptr, 0, 0, window.right - window.left, height,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         centreWindow(hwnd());
@@ -124,6 +170,7 @@ class BrowseBox : public Dialog {
 
     const Settings& settings_;
     BrowseTexts texts_;
+    int shrunkBy_ = 0;  // height the text boxes gave up to fit the screen
 };
 
 }  // namespace

@@ -15,6 +15,7 @@
 #include "base/packed_dib.h"
 #include "notify/item_graphics.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi.h"
 
 using Microsoft::WRL::ComPtr;
 
@@ -224,6 +225,33 @@ bool drawPicture(HDC dc, int x, int y, const Picture& picture) {
     const auto* header = reinterpret_cast<const BITMAPINFO*>(picture.data());
     return SetDIBitsToDevice(dc, x, y, info->width, info->height, 0, 0, 0, info->height,
                              picture.data() + info->bitsOffset, header, DIB_RGB_COLORS) != 0;
+}
+
+bool drawPictureStretched(HDC dc, const RECT& to, const Picture& picture, const RECT& from) {
+    const std::optional<DibInfo> info = getDibInfo(picture);
+    if (!info) return false;
+    const auto* header = reinterpret_cast<const BITMAPINFO*>(picture.data());
+    // A bottom-up picture counts its source rows from the bottom.
+    const int sourceY = info->bottomUp ? info->height - from.bottom : from.top;
+    const int oldMode = SetStretchBltMode(dc, HALFTONE);
+    SetBrushOrgEx(dc, 0, 0, nullptr);
+    const int lines =
+        StretchDIBits(dc, to.left, to.top, to.right - to.left, to.bottom - to.top, from.left,
+                      sourceY, from.right - from.left, from.bottom - from.top,
+                      picture.data() + info->bitsOffset, header, DIB_RGB_COLORS, SRCCOPY);
+    SetStretchBltMode(dc, oldMode);
+    return lines > 0;  // GDI_ERROR reads as -1
+}
+
+bool drawPictureOverAt(HDC dc, int x, int y, const Picture& picture, COLORREF background,
+                       unsigned dpi) {
+    if (dpi == kBaseDpi) return drawPictureOver(dc, x, y, picture, background);
+    const std::optional<DibInfo> info = getDibInfo(picture);
+    if (!info) return false;
+    const RECT to{x, y, x + scaleForDpi(info->width, dpi), y + scaleForDpi(info->height, dpi)};
+    const RECT from{0, 0, info->width, info->height};
+    if (info->bitCount != 32) return drawPictureStretched(dc, to, picture, from);
+    return drawPictureStretched(dc, to, compositeOverColour(picture, *info, background), from);
 }
 
 bool drawPictureOver(HDC dc, int x, int y, const Picture& picture, COLORREF background) {

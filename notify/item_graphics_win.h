@@ -26,6 +26,13 @@ std::optional<Picture> loadBitmapResourceDib(int resourceId);
 bool drawPicture(HDC dc, int x, int y, const Picture& picture);
 // Draws picture at x, y; a 32-bit one blended over background (0x00BBGGRR).
 bool drawPictureOver(HDC dc, int x, int y, const Picture& picture, COLORREF background);
+// Draws the part from of picture (rows counted from the top) into to,
+// averaging pixels so that a picture at a display scale stays smooth. Alpha
+// is ignored, as by drawPicture.
+bool drawPictureStretched(HDC dc, const RECT& to, const Picture& picture, const RECT& from);
+// drawPictureOver at dpi: the picture's size is taken as 96-DPI pixels.
+bool drawPictureOverAt(HDC dc, int x, int y, const Picture& picture, COLORREF background,
+                       unsigned dpi);
 
 // The decoders. Files larger than kMaxPictureFileBytes or with a side above
 // kMaxPictureSide (notify/item_graphics.h) are not decoded. A PNG with any

@@ -9,6 +9,7 @@
 #include "notify/url_policy.h"
 #include "resources/resource.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/icon_button_win.h"
 #include "ui/soft_button_win.h"
 
@@ -24,6 +25,8 @@ class VersionBox : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
+        // Its pixel geometry scales exactly, not only as far as its font does.
+        sizeAsScaledTemplate(hwnd(), kTemplate);
         if (settings_.SoftButtons != 0) {
             makeSoftButtons(hwnd(), settings_.SoftButtons,
                             {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_VERSION_GO});

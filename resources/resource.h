@@ -31,11 +31,17 @@
 #define IDR_MARKER_HIGH 7001
 #define IDR_MARKER_MEDIUM 7002
 #define IDR_MARKER_LOW 7003
+// The same markers drawn at 32 x 32, for screens at more than 150 %.
+#define IDR_MARKER_OTHER_2X 7010
+#define IDR_MARKER_HIGH_2X 7011
+#define IDR_MARKER_MEDIUM_2X 7012
+#define IDR_MARKER_LOW_2X 7013
 
 // ---- Item pictures -------------------------------------------------------------
 // The notification windows' default picture: a whole 64 x 64 bitmap file, 32
 // bits per pixel with straight alpha (resources/pictures/), raw data.
 #define IDR_DEFAULT_PICTURE 7773
+#define IDR_DEFAULT_PICTURE_2X 7774  // the same drawing at 128 x 128
 
 // ---- Main window: menu "MainMenu" and its commands ----------------------------
 #define IDM_SETUP 101

@@ -31,6 +31,24 @@ if [ $# -eq 0 ] && [ -f "$build/heralder-tool.exe" ]; then
 fi
 
 declare -F fixtures_stop >/dev/null && fixtures_stop
+
+# Every window again at each display scale, each on a screen that a user at
+# that scale typically has (1366 x 768 up to 150 %, 2560 x 1440 at 200 %) and
+# in a fresh prefix, since the scale is a setting of the whole prefix. The run
+# at 96 records the sizes that the run at 192 compares with. With arguments,
+# only when WINE_DPIS names the scales.
+dpis=${WINE_DPIS:-}
+[ $# -eq 0 ] && dpis=${WINE_DPIS:-96 120 144 192}
+for dpi in $dpis; do
+    wine_env_stop
+    screen=1366x768
+    [ "$dpi" -gt 144 ] && screen=2560x1440
+    WINE_ENV_SCREEN=$screen wine_env_start "$build"
+    wine_env_dpi "$dpi"
+    echo "== every window at $dpi DPI on $screen"
+    HERALDER_DPI=$dpi timeout --kill-after=10 300 \
+        wine "$build/heralder_win_tests.exe" --gtest_filter='DisplayScale.*' || rc=1
+done
 for bmp in "$shots"/*.bmp; do
     [ -e "$bmp" ] || continue
     convert "$bmp" "${bmp%.bmp}.png" && rm -f "$bmp"

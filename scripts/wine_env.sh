@@ -4,6 +4,8 @@
 #
 #   wine_env_start BUILD_DIR   make the prefix, start Xvfb and the wineserver
 #   wine_env_stop              stop both (also run on exit)
+#   wine_env_dpi DPI           set the prefix's display scale and restart the
+#                              wineserver so that new programs see it
 #   winpath UNIX_PATH          the same path as the Windows programs see it
 #   serve_examples DIR PORT    serve examples/ as the publisher's "/update/"
 #                              folder with lighttpd on 127.0.0.1:PORT (stopped
@@ -26,7 +28,7 @@ wine_env_start() {
     fi
     local fdfile
     fdfile=$(mktemp)
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$fdfile" >/dev/null 2>&1 &
+    Xvfb -displayfd 3 -screen 0 "${WINE_ENV_SCREEN:-1280x1024}x24" -nolisten tcp 3>"$fdfile" >/dev/null 2>&1 &
     WINE_ENV_XVFB_PID=$!
     local i
     # A busy machine can take many seconds to start the server.
@@ -53,6 +55,14 @@ wine_env_prefix() {
     # A crashing program exits at once instead of starting the debugger.
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' \
         /v Debugger /d '' /f >/dev/null 2>&1
+}
+
+wine_env_dpi() {
+    wine reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$1" /f \
+        >/dev/null 2>&1
+    wineserver -k
+    wineserver -w
+    wineserver -p
 }
 
 serve_examples() {

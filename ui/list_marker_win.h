@@ -13,14 +13,17 @@
 inline constexpr COLORREF kButtonFaceBackground = 0xFFFFFFFF;
 
 // Draws the marker of a row whose rectangle is row, on background (a
-// COLORREF or kButtonFaceBackground).
-void drawListMarker(HDC dc, const RECT& row, int importance, COLORREF background);
+// COLORREF or kButtonFaceBackground), at dpi: sizes and offsets are 96-DPI
+// pixels scaled, and the picture is drawn smoothly at the scaled size.
+void drawListMarker(HDC dc, const RECT& row, int importance, COLORREF background,
+                    unsigned dpi = 96);
 
 // The picture half: bmpFile is a whole 32-bit bitmap file. False, with nothing
 // drawn, when it cannot be read or composed.
 bool drawMarkerPicture(HDC dc, const RECT& row, std::span<const uint8_t> bmpFile,
-                       COLORREF background);
+                       COLORREF background, unsigned dpi = 96);
 // The fallback half: the bevelled square in the importance's colours.
-void drawMarkerSquare(HDC dc, const RECT& row, int importance);
-// The raw data resource that holds the importance's picture (empty when missing).
-std::span<const uint8_t> markerPictureResource(int importance);
+void drawMarkerSquare(HDC dc, const RECT& row, int importance, unsigned dpi = 96);
+// The raw data resource that holds the importance's picture (empty when
+// missing): the 16-pixel one, or the 32-pixel one when doubled.
+std::span<const uint8_t> markerPictureResource(int importance, bool doubled = false);

@@ -29,7 +29,7 @@ MessageBoxLayout layoutMessageBox(const MessageBoxMeasures& m) {
     int bottom = m.text.top + m.textHeight;
     int last = out.text.bottom();
     for (int i = 0; i < m.checkBoxes; ++i) {
-        LayoutRect r{m.text.left, bottom + 2 * margin, m.text.width, kCheckBoxHeight};
+        LayoutRect r{m.text.left, bottom + 2 * margin, m.text.width, m.checkBoxHeight};
         out.checkBoxes.push_back(r);
         bottom = last = r.bottom();
     }

@@ -14,16 +14,19 @@ struct LayoutRect {
     bool operator==(const LayoutRect&) const = default;
 };
 
+inline constexpr int kCheckBoxHeight = 16;  // 96-DPI pixels
+
 struct MessageBoxMeasures {
     LayoutRect button1;  // from the template
     LayoutRect text;     // control 65 from the template
     int textWidth = 0;   // measured word-wrapped at text.width
     int textHeight = 0;
-    int extraButtons = 0;          // No, Cancel, Help that are present
-    int checkBoxes = 0;            // check boxes that are present
-    std::vector<int> noteHeights;  // measured heights of the present notes
-    int frameHeight = 0;           // dialog frame, one side
-    int captionHeight = 0;         // 0 without a title bar
+    int extraButtons = 0;                  // No, Cancel, Help that are present
+    int checkBoxes = 0;                    // check boxes that are present
+    std::vector<int> noteHeights;          // measured heights of the present notes
+    int frameHeight = 0;                   // dialog frame, one side
+    int captionHeight = 0;                 // 0 without a title bar
+    int checkBoxHeight = kCheckBoxHeight;  // at the box's display scale
 };
 
 struct MessageBoxLayout {
@@ -33,7 +36,5 @@ struct MessageBoxLayout {
     std::vector<LayoutRect> notes;
     int windowHeight = 0;
 };
-
-inline constexpr int kCheckBoxHeight = 16;
 
 MessageBoxLayout layoutMessageBox(const MessageBoxMeasures& m);

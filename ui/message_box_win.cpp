@@ -9,6 +9,7 @@
 #include "base/win_handles.h"
 #include "resources/resource.h"
 #include "ui/dialog_win.h"
+#include "ui/dpi_win.h"
 #include "ui/icon_button_win.h"
 #include "ui/message_box_win.h"
 #include "ui/message_box_layout.h"
@@ -111,6 +112,7 @@ void MessageBoxDialog::layOut() {
                 measureText(textControl, boxFont, request_.notes[i], m.text.width).cy);
     m.frameHeight = GetSystemMetrics(SM_CYDLGFRAME);
     m.captionHeight = titled ? GetSystemMetrics(SM_CYCAPTION) : 0;
+    m.checkBoxHeight = scaledFor(box, kCheckBoxHeight);
 
     const MessageBoxLayout layout = layoutMessageBox(m);
     moveChild(box, IDC_MESSAGETEXT, toRect(layout.text));

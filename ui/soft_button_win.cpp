@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "base/win_handles.h"
+#include "ui/dpi_win.h"
 
 namespace {
 
@@ -187,7 +188,8 @@ void paintPlain(HDC dc, const RECT& r, const SoftButtonFace& face) {
     FillRect(dc, &r, GetSysColorBrush(face.pressed ? COLOR_HIGHLIGHT : COLOR_BTNFACE));
     const int frame = face.disabled ? COLOR_GRAYTEXT : face.hot ? COLOR_HIGHLIGHT : COLOR_BTNTEXT;
     RECT edge = r;
-    for (int i = face.isDefault && !face.disabled ? 2 : 1; i > 0; --i) {
+    const int lines = scaleForDpi(face.isDefault && !face.disabled ? 2 : 1, face.dpi);
+    for (int i = lines; i > 0; --i) {
         FrameRect(dc, &edge, GetSysColorBrush(frame));
         InflateRect(&edge, -1, -1);
     }
@@ -197,7 +199,8 @@ void paintPlain(HDC dc, const RECT& r, const SoftButtonFace& face) {
     drawText(dc, r, face, GetSysColor(text));
     if (face.focused && !face.hideFocus) {
         RECT focus = r;
-        InflateRect(&focus, -4, -4);
+        const int inset = scaleForDpi(4, face.dpi);
+        InflateRect(&focus, -inset, -inset);
         drawFocusRectangle(dc, focus);
     }
 }
@@ -208,10 +211,12 @@ void paintShaded(Canvas& canvas, int width, int height, const SoftButtonFace& fa
     const FaceColours& colours = look.faces[state];
     const bool pressed = state == kPressed || state == kDefaultPressed;
     const bool enabled = state != kDisabled;
-    // Whole pixels, so that the ring, the gap and the border each stay sharp.
-    const float m = look.margin > 0 ? std::max(2.0f, std::round(look.margin * height)) : 0;
-    const float ringWidth = m - 1;
-    const float faceBottom = height - m - (look.shadow ? 1.0f : 0.0f);
+    // Whole pixels, so that the ring, the gap and the border each stay sharp;
+    // a line is one pixel at 96 DPI and as many whole pixels as the scale gives.
+    const float line = static_cast<float>(std::max(1, scaleForDpi(1, face.dpi)));
+    const float m = look.margin > 0 ? std::max(2 * line, std::round(look.margin * height)) : 0;
+    const float ringWidth = m - line;
+    const float faceBottom = height - m - (look.shadow ? line : 0.0f);
     const float faceHeight = faceBottom - m;
     const float corner = look.corner * faceHeight;
     const FaceOutline outline{look.outline, m, m, width - m, faceBottom, corner};
@@ -231,14 +236,15 @@ void paintShaded(Canvas& canvas, int width, int height, const SoftButtonFace& fa
         for (int x = 0; x < width; ++x) {
             const float px = x + 0.5f;
             const float d = outline.distance(px, py);
-            if (shadow) canvas.blend(x, y, black, 0.14f * coverage(outline.distance(px, py - 1)));
+            if (shadow)
+                canvas.blend(x, y, black, 0.14f * coverage(outline.distance(px, py - line)));
             if (ring) canvas.blend(x, y, ringColour, coverage(d - m) - coverage(d - m + ringWidth));
             canvas.blend(x, y, border, coverage(d));
-            canvas.blend(x, y, shade, coverage(d + 1));
+            canvas.blend(x, y, shade, coverage(d + line));
             // The rings just inside the border: a glow on the default button,
             // light along the top edge, or a shadow there while pressed.
-            const float first = coverage(d + 1) - coverage(d + 2);
-            const float second = coverage(d + 2) - coverage(d + 3);
+            const float first = coverage(d + line) - coverage(d + 2 * line);
+            const float second = coverage(d + 2 * line) - coverage(d + 3 * line);
             if (glow > 0) canvas.blend(x, y, border, glow * first);
             if (!look.bevel || !enabled) continue;
             if (pressed)
@@ -248,12 +254,12 @@ void paintShaded(Canvas& canvas, int width, int height, const SoftButtonFace& fa
         }
     }
 
-    const float inset = look.outline == Outline::kWedge ? corner + 2 : m + 4;
+    const float inset = look.outline == Outline::kWedge ? corner + 2 * line : m + 4 * line;
     RECT text{LONG(inset), LONG(m), LONG(width - inset), LONG(faceBottom)};
-    if (pressed && look.bevel) OffsetRect(&text, 0, 1);
+    if (pressed && look.bevel) OffsetRect(&text, 0, LONG(line));
     drawText(canvas.dc(), text, face, colorRef(colours.text));
     if (face.focused && !face.hideFocus && !look.focusRing) {
-        const float edge = look.outline == Outline::kWedge ? 3 : 4;
+        const float edge = (look.outline == Outline::kWedge ? 3 : 4) * line;
         RECT focus{LONG(inset), LONG(m + edge), LONG(width - inset), LONG(faceBottom - edge)};
         drawFocusRectangle(canvas.dc(), focus);
     }
@@ -391,6 +397,7 @@ bool drawSoftButton(const DRAWITEMSTRUCT& item) {
     GetWindowTextA(item.hwndItem, text, sizeof text);
     face.text = text;
     face.font = GetWindowFont(item.hwndItem);
+    face.dpi = windowDpi(item.hwndItem);
     // Around the face shows what the dialog paints behind its buttons.
     face.background = reinterpret_cast<HBRUSH>(
         SendMessageA(GetParent(item.hwndItem), WM_CTLCOLORBTN, reinterpret_cast<WPARAM>(item.hDC),

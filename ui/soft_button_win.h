@@ -47,5 +47,6 @@ struct SoftButtonFace {
     bool hideAccelerator = false;  // ODS_NOACCEL: no underline until Alt is used
     bool hideFocus = false;        // ODS_NOFOCUSRECT
     bool highContrast = false;     // system colours only, no shading
+    unsigned dpi = 96;             // border, ring and insets are 96-DPI pixels scaled
 };
 void paintSoftButton(HDC dc, const RECT& r, const SoftButtonFace& face);

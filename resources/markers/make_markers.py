@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """Draws the item list's row markers: a small glossy ball in the colours of
-each importance, 16 x 16 pixels, written as 32-bit bitmap files (blue, green,
-red, alpha; straight alpha; bottom-up) that the program embeds as raw data.
+each importance, 16 x 16 pixels and, for screens at twice the scale, the same
+drawing at 32 x 32 ("_2x"), written as 32-bit bitmap files (blue, green, red,
+alpha; straight alpha; bottom-up) that the program embeds as raw data.
 
 Each pixel is the average of 8 x 8 samples, so the ball's rim and its soft
 shadow fade into transparency instead of showing steps. Run it from anywhere;
@@ -67,13 +68,13 @@ def sample(x, y, light, fill, dark):
     return over(body, 1.0, colour, alpha)
 
 
-def pixel(px, py, colours):
+def pixel(px, py, colours, scale):
     total = [0.0, 0.0, 0.0]
     coverage = 0.0
     for sy in range(SAMPLES):
         for sx in range(SAMPLES):
-            x = px + (sx + 0.5) / SAMPLES
-            y = py + (sy + 0.5) / SAMPLES
+            x = (px + (sx + 0.5) / SAMPLES) / scale
+            y = (py + (sy + 0.5) / SAMPLES) / scale
             colour, alpha = sample(x, y, *colours)
             coverage += alpha
             for i in range(3):
@@ -86,14 +87,15 @@ def pixel(px, py, colours):
     return (r, g, b, a) if a else (0, 0, 0, 0)
 
 
-def bitmap_file(colours):
+def bitmap_file(colours, scale):
+    size = SIZE * scale
     rows = []
-    for py in reversed(range(SIZE)):  # bottom-up
+    for py in reversed(range(size)):  # bottom-up
         row = b"".join(struct.pack("<BBBB", b, g, r, a)
-                       for r, g, b, a in (pixel(px, py, colours) for px in range(SIZE)))
+                       for r, g, b, a in (pixel(px, py, colours, scale) for px in range(size)))
         rows.append(row)
     bits = b"".join(rows)
-    info = struct.pack("<IiiHHIIiiII", 40, SIZE, SIZE, 1, 32, 0, len(bits), 2835, 2835, 0, 0)
+    info = struct.pack("<IiiHHIIiiII", 40, size, size, 1, 32, 0, len(bits), 2835, 2835, 0, 0)
     header = struct.pack("<2sIHHI", b"BM", 14 + len(info) + len(bits), 0, 0, 14 + len(info))
     return header + info + bits
 
@@ -101,8 +103,9 @@ def bitmap_file(colours):
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
     for name, *colours in MARKERS:
-        with open(os.path.join(here, name), "wb") as f:
-            f.write(bitmap_file(colours))
+        for scale, suffix in ((1, ""), (2, "_2x")):
+            with open(os.path.join(here, name.replace(".bmp", suffix + ".bmp")), "wb") as f:
+                f.write(bitmap_file(colours, scale))
 
 
 if __name__ == "__main__":

@@ -4,9 +4,10 @@ ringing, 64 x 64 pixels, written as a 32-bit bitmap file (blue, green, red,
 alpha; straight alpha; bottom-up) that the program embeds as raw data and
 lays over the alert window's background colour.
 
-Each pixel is the average of 6 x 6 samples, so edges and the soft shadow fade
-into transparency. Run it from anywhere; it rewrites default_picture.bmp
-beside itself."""
+The same drawing at 128 x 128 (default_picture_2x.bmp) serves screens at
+twice the scale. Each pixel is the average of 6 x 6 samples, so edges and the
+soft shadow fade into transparency. Run it from anywhere; it rewrites both
+files beside itself."""
 import math
 import os
 import struct
@@ -121,14 +122,14 @@ def sample(x, y):
     return (0.0, 0.0, 0.0), shadow
 
 
-def pixel(px, py):
+def pixel(px, py, density):
     total = [0.0, 0.0, 0.0]
     coverage = 0.0
     for sy in range(SAMPLES):
         for sx in range(SAMPLES):
             scale = SIZE / SHOWN
-            x = CX + (px + (sx + 0.5) / SAMPLES - CX) * scale
-            y = (py + (sy + 0.5) / SAMPLES) * scale
+            x = CX + ((px + (sx + 0.5) / SAMPLES) / density - CX) * scale
+            y = (py + (sy + 0.5) / SAMPLES) / density * scale
             colour, alpha = sample(x, y)
             coverage += alpha
             for i in range(3):
@@ -141,21 +142,23 @@ def pixel(px, py):
     return (r, g, b, a) if a else (0, 0, 0, 0)
 
 
-def bitmap_file():
+def bitmap_file(density):
+    size = SIZE * density
     rows = []
-    for py in reversed(range(SIZE)):  # bottom-up
+    for py in reversed(range(size)):  # bottom-up
         rows.append(b"".join(struct.pack("<BBBB", b, g, r, a)
-                             for r, g, b, a in (pixel(px, py) for px in range(SIZE))))
+                             for r, g, b, a in (pixel(px, py, density) for px in range(size))))
     bits = b"".join(rows)
-    info = struct.pack("<IiiHHIIiiII", 40, SIZE, SIZE, 1, 32, 0, len(bits), 2835, 2835, 0, 0)
+    info = struct.pack("<IiiHHIIiiII", 40, size, size, 1, 32, 0, len(bits), 2835, 2835, 0, 0)
     header = struct.pack("<2sIHHI", b"BM", 14 + len(info) + len(bits), 0, 0, 14 + len(info))
     return header + info + bits
 
 
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
-    with open(os.path.join(here, "default_picture.bmp"), "wb") as f:
-        f.write(bitmap_file())
+    for density, name in ((1, "default_picture.bmp"), (2, "default_picture_2x.bmp")):
+        with open(os.path.join(here, name), "wb") as f:
+            f.write(bitmap_file(density))
 
 
 if __name__ == "__main__":

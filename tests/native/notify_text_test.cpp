@@ -102,6 +102,10 @@ TEST(AlertText, CaptionTopAndFit) {
     for (auto [text, height] :
          {std::pair{16, 208}, {127, 208}, {128, 209}, {682, 763}, {683, 764}, {1 << 20, 764}})
         EXPECT_EQ(fitAlertHeight(19, 3, 48, text, 768), height) << text;
+    // At 192 DPI the margin and the minimum double; the measures passed in
+    // are already the window's: 38 + 12 + 96 + text + 16, from 416 up.
+    for (auto [text, height] : {std::pair{16, 416}, {254, 416}, {255, 417}, {2000, 1436}})
+        EXPECT_EQ(fitAlertHeight(38, 6, 96, text, 1440, 192), height) << text;
 }
 
 TEST(AlertText, VisibleTextStopsAfterTheScreenful) {

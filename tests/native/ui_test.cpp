@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "ui/choice_combo.h"
+#include "ui/dpi.h"
 #include "ui/icon_button.h"
 #include "ui/message_box_layout.h"
 #include "ui/spin_edit.h"
@@ -19,6 +20,27 @@ MessageBoxMeasures measures(int textHeight, int extraButtons, int checkBoxes,
 }
 
 }  // namespace
+
+TEST(DisplayScale, RoundsHalvesAwayFromZeroAsMulDiv) {
+    struct Case {
+        int pixels;
+        unsigned dpi;
+        int scaled;
+    };
+    const Case cases[] = {
+        {14, 96, 14},    {14, 120, 18},                 // 17.5 rounds up
+        {20, 144, 30},   {208, 192, 416}, {1, 120, 1},  // 1.25
+        {3, 120, 4},                                    // 3.75
+        {-3, 144, -5},                                  // -4.5: away from zero, not towards it
+        {586, 120, 733},                                // 732.5
+        {0, 192, 0},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(scaleForDpi(c.pixels, c.dpi), c.scaled) << c.pixels << " at " << c.dpi;
+    EXPECT_FALSE(wantsDoublePicture(120));
+    EXPECT_FALSE(wantsDoublePicture(144));  // exactly 1.5: the 1x source shrinks less
+    EXPECT_TRUE(wantsDoublePicture(168));
+}
 
 TEST(ChoiceList, SplitsAtRunsOfSemicolons) {
     using V = std::vector<std::string>;

@@ -59,6 +59,12 @@ TEST(ListMarker, PictureIsTheArtworkBlendedOverTheRowBackground) {
         // Transparent corners, an opaque middle.
         EXPECT_EQ(getDibPixel(file, *info, 0, 0) >> 24, 0u);
         EXPECT_EQ(getDibPixel(file, *info, 8, 9) >> 24, 255u);
+        // The same drawing at twice the size for large display scales.
+        const std::span<const uint8_t> doubled = markerPictureResource(m.importance, true);
+        const std::optional<DibInfo> big = readBmpFileInfo(doubled);
+        ASSERT_TRUE(big && big->width == 32 && big->height == 32) << m.importance;
+        EXPECT_EQ(getDibPixel(doubled, *big, 0, 0) >> 24, 0u);
+        EXPECT_EQ(getDibPixel(doubled, *big, 16, 18) >> 24, 255u);
         int partial = 0;
         for (const auto& bg : backgrounds) {
             SCOPED_TRACE(testing::Message() << "importance " << m.importance << " on " << bg.name);
