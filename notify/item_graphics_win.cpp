@@ -6,6 +6,7 @@
 // undoes only what it did.
 #include "notify/item_graphics_win.h"
 
+#include <cstring>
 #include <wincodec.h>
 #include <wrl/client.h>
 
@@ -74,6 +75,31 @@ struct OpenedImage {
     ImageInfo info;
 };
 
+// The first frame of what the stream holds. container names the decoder to
+// use, or nullptr to let WIC recognise the format.
+bool openStream(OpenedImage& image, IWICStream* stream, const GUID* container) {
+    ComPtr<IWICBitmapDecoder> decoder;
+    if (container) {
+        if (FAILED(image.factory->CreateDecoder(*container, nullptr, &decoder)) ||
+            FAILED(decoder->Initialize(stream, WICDecodeMetadataCacheOnDemand)))
+            return false;
+    } else if (FAILED(image.factory->CreateDecoderFromStream(
+                   stream, nullptr, WICDecodeMetadataCacheOnDemand, &decoder))) {
+        return false;
+    }
+
+    UINT width = 0, height = 0;
+    WICPixelFormatGUID format;
+    if (FAILED(decoder->GetFrame(0, &image.frame)) ||
+        FAILED(image.frame->GetSize(&width, &height)) ||
+        FAILED(image.frame->GetPixelFormat(&format)))
+        return false;
+    image.info.width = width;
+    image.info.height = height;
+    image.info.bitsPerPixel = formatBits(image.factory.Get(), format);
+    return true;
+}
+
 std::optional<OpenedImage> openImage(const std::string& path, const GUID* container) {
     OpenedImage image;
     const std::optional<uint64_t> size = fileSize(path);
@@ -82,30 +108,26 @@ std::optional<OpenedImage> openImage(const std::string& path, const GUID* contai
     image.info.fileBytes = *size;
 
     ComPtr<IWICStream> stream;
-    ComPtr<IWICBitmapDecoder> decoder;
     if (FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
                                 IID_PPV_ARGS(&image.factory))) ||
         FAILED(image.factory->CreateStream(&stream)) ||
-        FAILED(stream->InitializeFromFilename(wide.c_str(), GENERIC_READ)))
+        FAILED(stream->InitializeFromFilename(wide.c_str(), GENERIC_READ)) ||
+        !openStream(image, stream.Get(), container))
         return std::nullopt;
-    if (container) {
-        if (FAILED(image.factory->CreateDecoder(*container, nullptr, &decoder)) ||
-            FAILED(decoder->Initialize(stream.Get(), WICDecodeMetadataCacheOnDemand)))
-            return std::nullopt;
-    } else if (FAILED(image.factory->CreateDecoderFromStream(
-                   stream.Get(), nullptr, WICDecodeMetadataCacheOnDemand, &decoder))) {
-        return std::nullopt;
-    }
+    return image;
+}
 
-    UINT width = 0, height = 0;
-    WICPixelFormatGUID format;
-    if (FAILED(decoder->GetFrame(0, &image.frame)) ||
-        FAILED(image.frame->GetSize(&width, &height)) ||
-        FAILED(image.frame->GetPixelFormat(&format)))
+// A picture of our own in the program's resources, kept as PNG for its size.
+std::optional<OpenedImage> openPngBytes(const uint8_t* bytes, DWORD size) {
+    OpenedImage image;
+    image.info.fileBytes = size;
+    ComPtr<IWICStream> stream;
+    if (FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                IID_PPV_ARGS(&image.factory))) ||
+        FAILED(image.factory->CreateStream(&stream)) ||
+        FAILED(stream->InitializeFromMemory(const_cast<uint8_t*>(bytes), size)) ||
+        !openStream(image, stream.Get(), &GUID_ContainerFormatPng))
         return std::nullopt;
-    image.info.width = width;
-    image.info.height = height;
-    image.info.bitsPerPixel = formatBits(image.factory.Get(), format);
     return image;
 }
 
@@ -136,8 +158,7 @@ std::optional<OpenedImage> openWithinLimits(const std::string& path, const GUID&
     return image;
 }
 
-std::optional<Picture> decodePng(const std::string& path) {
-    const std::optional<OpenedImage> image = openWithinLimits(path, GUID_ContainerFormatPng);
+std::optional<Picture> pictureOfPng(const std::optional<OpenedImage>& image) {
     if (!image) return std::nullopt;
     const auto width = static_cast<int32_t>(image->info.width);
     const auto height = static_cast<int32_t>(image->info.height);
@@ -149,6 +170,10 @@ std::optional<Picture> decodePng(const std::string& path) {
     Picture picture = packedDibFromBgraRows(*rows, rowBytes, width, height, bits);
     if (picture.empty()) return std::nullopt;
     return picture;
+}
+
+std::optional<Picture> decodePng(const std::string& path) {
+    return pictureOfPng(openWithinLimits(path, GUID_ContainerFormatPng));
 }
 
 std::optional<Picture> decodeJpeg(const std::string& path) {
@@ -215,8 +240,11 @@ std::optional<Picture> loadBitmapResourceDib(int resourceId) {
     const void* data = loaded ? LockResource(loaded) : nullptr;
     if (!data) return std::nullopt;
     // Resources stay mapped for the life of the module: nothing to release.
-    return pictureFromBitmapFile(
-        {static_cast<const uint8_t*>(data), SizeofResource(module, found)});
+    const auto* bytes = static_cast<const uint8_t*>(data);
+    const DWORD size = SizeofResource(module, found);
+    if (size >= 8 && std::memcmp(bytes, "\x89PNG\r\n\x1A\n", 8) == 0)
+        return withCom([&] { return pictureOfPng(openPngBytes(bytes, size)); });
+    return pictureFromBitmapFile({bytes, size});
 }
 
 bool drawPicture(HDC dc, int x, int y, const Picture& picture) {

@@ -18,7 +18,8 @@ inline constexpr int kDefaultPictureId = IDR_DEFAULT_PICTURE;  // 64 x 64, 32 bi
 // The picture in a "png" or "jpg" file (by extension, any case; the path is cut
 // at its first "/"); nullopt for any other file or when it cannot be decoded.
 std::optional<Picture> loadGraphicFile(const std::string& path);
-// A 32-bit bitmap file kept as a raw data resource; nullopt for other depths.
+// A 32-bit bitmap file or a PNG file kept as a raw data resource; nullopt for
+// other bitmap depths.
 std::optional<Picture> loadBitmapResourceDib(int resourceId);
 // Draws picture with its top-left corner at x, y, without scaling. A 32-bit
 // picture is drawn as it stands (alpha ignored): blend it first, or use

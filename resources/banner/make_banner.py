@@ -2,15 +2,16 @@
 """Draws the banner across the top of the first-run sign-up: a blue band
 with a greeting and the ringing-bell waves of the program icon, fading out
 to the right so that it runs into the window's button face whatever width
-the window has at the user's font size. Written as a 32-bit bitmap file
-(blue, green, red, alpha; straight alpha; bottom-up) that the program embeds
-as raw data and lays over the button-face colour.
+the window has at the user's font size. Written as a PNG file (straight
+alpha) that the program embeds as raw data, decodes and lays over the
+button-face colour; a PNG because every copy of the program carries it.
 
 ImageMagick draws it (fonts: Debian's fonts-liberation); this script only
-packs ImageMagick's pixels into the bitmap file. Run it from anywhere; it
-rewrites init_config_banner.bmp beside itself."""
+packs ImageMagick's pixels into the PNG file. Run it from anywhere; it
+rewrites init_config_banner.png beside itself."""
 import os
 import struct
+import zlib
 import subprocess
 
 WIDTH = 560
@@ -55,22 +56,22 @@ def draw_rgba():
     return pixels
 
 
-def bitmap_file(rgba):
-    rows = []
-    for y in reversed(range(HEIGHT)):  # bottom-up
-        row = rgba[y * WIDTH * 4:(y + 1) * WIDTH * 4]
-        rows.append(b"".join(struct.pack("<BBBB", row[i + 2], row[i + 1], row[i], row[i + 3])
-                             for i in range(0, len(row), 4)))
-    bits = b"".join(rows)
-    info = struct.pack("<IiiHHIIiiII", 40, WIDTH, HEIGHT, 1, 32, 0, len(bits), 2835, 2835, 0, 0)
-    header = struct.pack("<2sIHHI", b"BM", 14 + len(info) + len(bits), 0, 0, 14 + len(info))
-    return header + info + bits
+def png_file(rgba):
+    rows = b"".join(b"\0" + rgba[y * WIDTH * 4:(y + 1) * WIDTH * 4] for y in range(HEIGHT))
+
+    def chunk(kind, data):
+        return (struct.pack(">I", len(data)) + kind + data +
+                struct.pack(">I", zlib.crc32(kind + data) & 0xFFFFFFFF))
+
+    return (b"\x89PNG\r\n\x1a\n" +
+            chunk(b"IHDR", struct.pack(">IIBBBBB", WIDTH, HEIGHT, 8, 6, 0, 0, 0)) +
+            chunk(b"IDAT", zlib.compress(bytes(rows), 9)) + chunk(b"IEND", b""))
 
 
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
-    with open(os.path.join(here, "init_config_banner.bmp"), "wb") as f:
-        f.write(bitmap_file(draw_rgba()))
+    with open(os.path.join(here, "init_config_banner.png"), "wb") as f:
+        f.write(png_file(draw_rgba()))
 
 
 if __name__ == "__main__":

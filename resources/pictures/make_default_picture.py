@@ -4,13 +4,14 @@ ringing, 64 x 64 pixels, written as a 32-bit bitmap file (blue, green, red,
 alpha; straight alpha; bottom-up) that the program embeds as raw data and
 lays over the alert window's background colour.
 
-The same drawing at 128 x 128 (default_picture_2x.bmp) serves screens at
-twice the scale. Each pixel is the average of 6 x 6 samples, so edges and the
+The same drawing at 128 x 128 (default_picture_2x.png, a PNG file for its size:
+the program carries it in every copy) serves screens at twice the scale. Each pixel is the average of 6 x 6 samples, so edges and the
 soft shadow fade into transparency. Run it from anywhere; it rewrites both
 files beside itself."""
 import math
 import os
 import struct
+import zlib
 
 SIZE = 64
 SAMPLES = 6
@@ -154,11 +155,26 @@ def bitmap_file(density):
     return header + info + bits
 
 
+def png_file(density):
+    size = SIZE * density
+    rows = b"".join(b"\0" + bytes(v for px in range(size) for v in pixel(px, py, density))
+                    for py in range(size))  # top-down, filter "none" on every row
+
+    def chunk(kind, data):
+        return (struct.pack(">I", len(data)) + kind + data +
+                struct.pack(">I", zlib.crc32(kind + data) & 0xFFFFFFFF))
+
+    return (b"\x89PNG\r\n\x1a\n" +
+            chunk(b"IHDR", struct.pack(">IIBBBBB", size, size, 8, 6, 0, 0, 0)) +
+            chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b""))
+
+
 def main():
     here = os.path.dirname(os.path.abspath(__file__))
-    for density, name in ((1, "default_picture.bmp"), (2, "default_picture_2x.bmp")):
-        with open(os.path.join(here, name), "wb") as f:
-            f.write(bitmap_file(density))
+    with open(os.path.join(here, "default_picture.bmp"), "wb") as f:
+        f.write(bitmap_file(1))
+    with open(os.path.join(here, "default_picture_2x.png"), "wb") as f:
+        f.write(png_file(2))
 
 
 if __name__ == "__main__":
