@@ -31,23 +31,34 @@ std::string etagOf(const std::string& body) {
            std::to_string(std::hash<std::string>{}(body)) + "\"";
 }
 
-}  // namespace
-
-LoopbackServer::LoopbackServer(std::string root, int refuseFirst)
-    : root_(std::move(root)), refuse_(refuseFirst) {
+// A socket listening on 127.0.0.1:port (0: any free port, told in bound), or
+// INVALID_SOCKET.
+SOCKET listenOnLoopback(int port, int backlog, int* bound = nullptr) {
     static WinsockUser winsock;
     SOCKET s = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
+    if (s == INVALID_SOCKET) return s;
     BOOL yes = TRUE;
     setsockopt(s, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
     sockaddr_in address = {};
     address.sin_family = AF_INET;
-    address.sin_port = htons(kAppServerPort);
+    address.sin_port = htons(static_cast<u_short>(port));
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (s == INVALID_SOCKET || bind(s, reinterpret_cast<sockaddr*>(&address), sizeof address) ||
-        listen(s, 16)) {
-        if (s != INVALID_SOCKET) closesocket(s);
-        return;
+    int size = sizeof address;
+    if (bind(s, reinterpret_cast<sockaddr*>(&address), sizeof address) || listen(s, backlog) ||
+        getsockname(s, reinterpret_cast<sockaddr*>(&address), &size)) {
+        closesocket(s);
+        return INVALID_SOCKET;
     }
+    if (bound) *bound = ntohs(address.sin_port);
+    return s;
+}
+
+}  // namespace
+
+LoopbackServer::LoopbackServer(std::string root, int refuseFirst)
+    : root_(std::move(root)), refuse_(refuseFirst) {
+    SOCKET s = listenOnLoopback(kAppServerPort, 16);
+    if (s == INVALID_SOCKET) return;
     socket_ = s;
     thread_ = std::thread([this] { serve(); });
 }
@@ -101,22 +112,11 @@ void LoopbackServer::serve() {
 }
 
 SilentServer::SilentServer(int port) {
-    static WinsockUser winsock;
-    SOCKET s = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    BOOL yes = TRUE;
-    setsockopt(s, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<u_short>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    int size = sizeof address;
-    if (s == INVALID_SOCKET || bind(s, reinterpret_cast<sockaddr*>(&address), sizeof address) ||
-        listen(s, 64) || getsockname(s, reinterpret_cast<sockaddr*>(&address), &size)) {
-        if (s != INVALID_SOCKET) closesocket(s);
-        return;
-    }
+    int bound = 0;
+    SOCKET s = listenOnLoopback(port, 64, &bound);
+    if (s == INVALID_SOCKET) return;
     socket_ = s;
-    port_ = ntohs(address.sin_port);
+    port_ = bound;
 }
 
 SilentServer::~SilentServer() {
