@@ -17,13 +17,11 @@ import tempfile
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 HTML = ROOT / "html"
 PAGES = ["manual.html", "referenc.html"]
-VOID = {"area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "source",
-        "track", "wbr"}
+VOID = set("area base br col embed hr img input link meta source track wbr".split())
 # Elements a browser will not keep inside <p>: it closes the paragraph first,
 # and the </p> written after them is then a stray one.
-BLOCK = {"address", "article", "aside", "blockquote", "div", "dl", "fieldset", "figure",
-         "footer", "form", "h1", "h2", "h3", "h4", "h5", "h6", "header", "hr", "main", "nav",
-         "ol", "p", "pre", "section", "table", "ul"}
+BLOCK = set("address article aside blockquote div dl fieldset figure footer form h1 h2 h3 h4 h5 "
+            "h6 header hr main nav ol p pre section table ul".split())
 MAX_PICTURE_BYTES = 400 * 1024
 
 
@@ -31,36 +29,32 @@ class Page(html.parser.HTMLParser):
     def __init__(self):
         super().__init__(convert_charrefs=True)
         self.problems, self.stack, self.ids, self.links, self.images = [], [], set(), [], []
-        self.doctype = False
-        self.styles = 0
-        self.stylesheets = []
-        self.has = set()
+        self.doctype, self.styles, self.stylesheets, self.has = False, 0, [], set()
 
-    def where(self):
-        return f"line {self.getpos()[0]}"
+    def problem(self, text):
+        self.problems.append(f"line {self.getpos()[0]}: {text}")
 
     def handle_decl(self, decl):
         self.doctype |= decl.lower() == "doctype html"
 
     def handle_starttag(self, tag, attrs):
-        a = dict(attrs)
+        a, line = dict(attrs), self.getpos()[0]
         self.has.add(tag)
         if tag in BLOCK and "p" in self.stack:
-            self.problems.append(f"{self.where()}: <{tag}> inside <p>")
+            self.problem(f"<{tag}> inside <p>")
         if "id" in a:
             if a["id"] in self.ids:
-                self.problems.append(f"{self.where()}: id {a['id']!r} used twice")
+                self.problem(f"id {a['id']!r} used twice")
             self.ids.add(a["id"])
         if tag == "a" and "href" in a:
-            self.links.append((self.getpos()[0], a["href"]))
+            self.links.append((line, a["href"]))
         if tag == "img":
             if not a.get("alt"):
-                self.problems.append(f"{self.where()}: <img> without alt text")
-            self.images.append((self.getpos()[0], a.get("src", "")))
+                self.problem("<img> without alt text")
+            self.images.append((line, a.get("src", "")))
         if tag == "link" and a.get("rel") == "stylesheet":
             self.stylesheets.append(a.get("href", ""))
-        if tag == "style":
-            self.styles += 1
+        self.styles += tag == "style"
         if tag == "meta" and a.get("charset", "").lower() == "utf-8":
             self.has.add("charset")
         if tag == "html" and a.get("lang"):
@@ -75,13 +69,11 @@ class Page(html.parser.HTMLParser):
 
     def handle_endtag(self, tag):
         if tag in VOID:
-            self.problems.append(f"{self.where()}: end tag of void element </{tag}>")
+            self.problem(f"end tag of void element </{tag}>")
         elif not self.stack or self.stack[-1] != tag:
-            open_tag = self.stack[-1] if self.stack else "nothing"
-            self.problems.append(f"{self.where()}: </{tag}> closes <{open_tag}>")
-            if tag in self.stack:
-                while self.stack.pop() != tag:
-                    pass
+            self.problem(f"</{tag}> closes <{self.stack[-1] if self.stack else 'nothing'}>")
+            while tag in self.stack and self.stack.pop() != tag:
+                pass
         else:
             self.stack.pop()
 
@@ -93,26 +85,21 @@ def parse(name):
     return page
 
 
-def check_form(name, page):
+def check_form(page):
     problems = list(page.problems)
     if page.stack:
         problems.append(f"unclosed at the end: {', '.join('<' + t + '>' for t in page.stack)}")
     if not page.doctype:
         problems.append("no <!DOCTYPE html>")
-    for need in ("lang", "charset", "title", "h1", "nav"):
-        if need not in page.has:
-            problems.append(f"missing {need}")
-    return problems
+    return problems + [f"missing {n}" for n in ("lang", "charset", "title", "h1", "nav")
+                       if n not in page.has]
 
 
-def check_style(name, page):
-    problems = []
-    if page.styles:
-        problems.append(f"{page.styles} <style> block(s): use the shared stylesheet")
-    if not page.stylesheets:
-        problems.append("no stylesheet link")
-    problems += [f"stylesheet {s} not found" for s in page.stylesheets if not (HTML / s).is_file()]
-    return problems
+def check_style(page):
+    problems = [f"{page.styles} <style> block(s): use the shared stylesheet"] if page.styles else []
+    problems += [] if page.stylesheets else ["no stylesheet link"]
+    return problems + [f"stylesheet {s} not found" for s in page.stylesheets
+                       if not (HTML / s).is_file()]
 
 
 def check_links(name, page, pages):
@@ -133,8 +120,7 @@ def picture_table():
     """{picture file name: state} from scripts/manual_pictures.sh."""
     out = subprocess.run(["bash", str(ROOT / "scripts/manual_pictures.sh"), "--table"],
                          capture_output=True, text=True, check=True).stdout
-    rows = [line.split() for line in out.splitlines() if line.strip()]
-    return {f"pictures/{r[1]}.png": r[3] for r in rows}
+    return {f"pictures/{r[1]}.png": r[3] for r in map(str.split, out.splitlines()) if r}
 
 
 def check_images(name, page, table, warnings):
@@ -157,25 +143,19 @@ def check_images(name, page, table, warnings):
     return problems
 
 
-def source_files():
-    for folder in ("app", "dialogs", "notify", "ui", "feed", "settings"):
-        yield from sorted((ROOT / folder).rglob("*.cpp"))
-        yield from sorted((ROOT / folder).rglob("*.h"))
-
-
 def program_anchors():
     """[(page, anchor, where)] for every manual address the program opens."""
-    texts = {p: p.read_text(encoding="utf-8", errors="replace") for p in source_files()}
+    texts = {p: p.read_text(encoding="utf-8", errors="replace")
+             for folder in ("app", "dialogs", "notify", "ui", "feed", "settings")
+             for ext in ("*.cpp", "*.h") for p in sorted((ROOT / folder).rglob(ext))}
     topic_page = None
     for text in texts.values():
         m = re.search(r"int\s+openManualTopic\s*\([^)]*\)\s*\{[^}]*?\"(\w+\.html)\"", text)
-        if m:
-            topic_page = m.group(1)
-    found, problems = [], []
-    if topic_page is None:
-        problems.append("cannot find which page openManualTopic opens")
+        topic_page = m.group(1) if m else topic_page
+    found, problems = [], [] if topic_page else ["cannot find which page openManualTopic opens"]
     for path, text in texts.items():
         rel = path.relative_to(ROOT)
+        line = lambda m: text.count("\n", 0, m.start()) + 1
         # char kTopic[] = "X", const char* kTopic = "X", std::string_view kTopic = "X"
         constants = dict(re.findall(r"\b(\w+)\s*(?:\[\])?\s*=\s*\"([^\"]*)\"", text))
         for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*([^)]+?)\s*\)",
@@ -183,28 +163,16 @@ def program_anchors():
             arg = m.group(1)
             if arg in ("const char* topic", "topic"):
                 continue  # the declaration and the definition
-            line = text.count("\n", 0, m.start()) + 1
             literal = re.fullmatch(r"\"([^\"]*)\"", arg)
             topic = literal.group(1) if literal else constants.get(arg)
             if topic is None:
-                problems.append(f"{rel}:{line}: cannot tell the topic {arg}")
+                problems.append(f"{rel}:{line(m)}: cannot tell the topic {arg}")
             elif topic_page:
-                found.append((topic_page, topic, f"{rel}:{line}"))
+                found.append((topic_page, topic, f"{rel}:{line(m)}"))
         for m in re.finditer(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\"([^\"]+)\"\s*,\s*\"#([^\"]+)\"",
                              text):
-            line = text.count("\n", 0, m.start()) + 1
-            found.append((m.group(1), m.group(2), f"{rel}:{line}"))
-    if not found:
-        problems.append("no manual topic found in the sources")
-    return found, problems
-
-
-def documented_names():
-    """Settings and switches the program has, each of which the reference must name."""
-    table = (ROOT / "settings/settings_table.cpp").read_text()
-    settings = re.findall(r"^\s*(?:NUM|TXT)\((\w+)", table, re.M)
-    switches = re.findall(r"\{\"(/[A-Z/]+)\"", (ROOT / "app/command_line.cpp").read_text())
-    return settings, switches
+            found.append((m.group(1), m.group(2), f"{rel}:{line(m)}"))
+    return found, problems + ([] if found else ["no manual topic found in the sources"])
 
 
 def render(names, out_dir):
@@ -214,7 +182,7 @@ def render(names, out_dir):
     browser = shutil.which("chromium") or shutil.which("chromium-browser")
     if not browser:
         return None
-    runs = {}
+    runs, results = {}, {}
     with tempfile.TemporaryDirectory() as profiles:
         for i, name in enumerate(names):
             out = out_dir / (pathlib.Path(name).stem + ".png")
@@ -226,7 +194,6 @@ def render(names, out_dir):
                  f"--user-data-dir={profiles}/{i}", f"--screenshot={out}",
                  "--window-size=1200,16000", "--hide-scrollbars", (HTML / name).as_uri()],
                 stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True))
-        results = {}
         for name, (out, proc) in runs.items():
             try:
                 _, err = proc.communicate(timeout=180)
@@ -239,27 +206,20 @@ def render(names, out_dir):
 
 
 def main():
-    passed = failed = 0
-    warnings = []
-    verbose = "-v" in sys.argv
+    counts, warnings = {"passed": 0, "failed": 0}, []
 
     def case(title, problems):
-        nonlocal passed, failed
-        if problems:
-            failed += 1
-            print(f"FAIL {title}")
-            for p in problems:
-                print(f"    {p}")
-        else:
-            passed += 1
-            if verbose:
-                print(f"ok   {title}")
+        counts["failed" if problems else "passed"] += 1
+        if problems or "-v" in sys.argv:
+            print(f"{'FAIL' if problems else 'ok  '} {title}")
+        for p in problems:
+            print(f"    {p}")
 
     pages = {name: parse(name) for name in PAGES}
     table = picture_table()
     for name, page in pages.items():
-        case(f"{name}: well-formed", check_form(name, page))
-        case(f"{name}: shared stylesheet", check_style(name, page))
+        case(f"{name}: well-formed", check_form(page))
+        case(f"{name}: shared stylesheet", check_style(page))
         case(f"{name}: links and anchors", check_links(name, page, pages))
         case(f"{name}: pictures", check_images(name, page, table, warnings))
 
@@ -275,13 +235,15 @@ def main():
         case(f"{page}#{anchor} (opened at {where})",
              [f"no anchor {anchor!r} in {page}"] if missing else [])
 
-    settings, switches = documented_names()
+    # Settings and switches the program has, each of which the reference must name.
+    settings = re.findall(r"^\s*(?:NUM|TXT)\((\w+)",
+                          (ROOT / "settings/settings_table.cpp").read_text(), re.M)
+    switches = re.findall(r"\{\"(/[A-Z/]+)\"", (ROOT / "app/command_line.cpp").read_text())
     reference = (HTML / "referenc.html").read_text(encoding="utf-8")
-    case(f"all {len(settings)} settings documented",
-         [f"{s} missing" for s in settings if f"<code>{s}</code>" not in reference] +
+    undocumented = lambda names: [f"{s} missing" for s in names if f"<code>{s}</code>" not in reference]
+    case(f"all {len(settings)} settings documented", undocumented(settings) +
          ([] if len(settings) == 43 else [f"found {len(settings)} settings in the table, not 43"]))
-    case(f"all {len(switches)} command-line switches documented",
-         [f"{s} missing" for s in switches if f"<code>{s}</code>" not in reference] +
+    case(f"all {len(switches)} command-line switches documented", undocumented(switches) +
          ([] if switches else ["no switch found in app/command_line.cpp"]))
 
     if "--no-browser" not in sys.argv:
@@ -295,8 +257,8 @@ def main():
 
     for w in warnings:
         print(f"warn {w}")
-    print(f"manual cases: {passed} passed, {failed} failed")
-    return 1 if failed else 0
+    print(f"manual cases: {counts['passed']} passed, {counts['failed']} failed")
+    return 1 if counts["failed"] else 0
 
 
 if __name__ == "__main__":
