@@ -234,7 +234,9 @@ TEST(WindowEdges, StoredRectangleIsClippedToTheScreen) {
 // (or when the session ends) without showing anything.
 TEST(QuietWait, WaitsWhileBusyAndGivesUpAfterFourHours) {
     using S = UserNotificationState;
-    const std::vector<S> busyForEver(300, S::PresentationMode);
+    const std::vector<S> busyForEver(300, S::PresentationMode),
+        busyThenFree = {S::Busy, S::Direct3dFullScreen, S::QuietTime, S::PresentationMode,
+                        S::AcceptsNotifications};
     struct Case {
         const char* name;
         std::vector<S> answers;  // the last one repeats
@@ -245,12 +247,7 @@ TEST(QuietWait, WaitsWhileBusyAndGivesUpAfterFourHours) {
         {"free at once", {S::AcceptsNotifications}, -1, true, 0},
         {"no answer", {S::Unknown}, -1, true, 0},
         {"locked, or an app", {S::NotPresent, S::App}, -1, true, 0},
-        {"busy, then free",
-         {S::Busy, S::Direct3dFullScreen, S::QuietTime, S::PresentationMode,
-          S::AcceptsNotifications},
-         -1,
-         true,
-         4},
+        {"busy, then free", busyThenFree, -1, true, 4},
         {"busy for ever", busyForEver, -1, false, 240},
         {"busy until the session ends", busyForEver, 3, false, 3},
     };

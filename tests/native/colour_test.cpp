@@ -1,7 +1,7 @@
 // The colour picker's portable half: the two forms of a colour, and the colour
 // table file, whose lines the user may have written by hand and which must
 // survive a save, and which is refused when huge or unreadable rather than
-// taken for an empty table.
+// taken for an empty table. Arbitrary bytes as a table are fuzz_colour_table's.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -128,12 +128,4 @@ TEST(ColourTable, FilesAreReadMissingOrRefused) {
     read = readColourTableFile(dir.file("big.ccl"));
     EXPECT_EQ(read.status, ColourTableRead::kTooLarge);
     EXPECT_TRUE(read.table.colours.empty());
-}
-
-TEST(ColourTable, ABinaryFileGivesNoColoursAndNoCrash) {
-    std::string bytes;
-    for (int i = 0; i < 70000; ++i) bytes += static_cast<char>((i * 7919) & 0xFF);
-    const ColourTable table = parseColourTable(bytes);
-    EXPECT_EQ(parseColourTable(formatColourTable(table)).otherLines.size(),
-              table.otherLines.size());
 }

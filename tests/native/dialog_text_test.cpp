@@ -66,25 +66,6 @@ TEST(AboutText, VersionLineAndGuid) {
     EXPECT_EQ(guidClipboardText(""), "");
 }
 
-TEST(InitConfig, SignUpTextHasItsEightParagraphsAndFixedPieces) {
-    const std::string text = kInitConfigText;
-    int paragraphs = 1;
-    for (std::size_t at = 0; (at = text.find("\n\n", at)) != std::string::npos; at += 2)
-        ++paragraphs;
-    EXPECT_EQ(paragraphs, 8);
-    EXPECT_EQ(text.find("\n\n\n"), std::string::npos);
-    EXPECT_TRUE(text.starts_with(
-        "Sign up with Heralder...\n\nThe Quenmark Heralder notification agent can alert you when "
-        "new versions of Quenmark' products are available."));
-    EXPECT_NE(text.find("\n\nSelect Start > Programs > Quenmark > Heralder at any time to "
-                        "configure Heralder.\n\n"),
-              std::string::npos);
-    EXPECT_TRUE(text.ends_with(
-        "\n\nIMPORTANT: The first time Heralder runs, it will probably have a lot of news to catch "
-        "up with. It will prompt you to step through these windows, or ignore the pending items, "
-        "as you prefer."));
-}
-
 TEST(InitConfig, OldProgramPathAndClosing) {
     const std::string folder255(255, 'f');
     const std::pair<std::string, std::string> paths[] = {

@@ -44,28 +44,45 @@ struct Scenario {
 
 }  // namespace
 
-// Line splitting and number reading are the runtime's (see parser_test);
-// these cases check that the list reads its file through them.
-TEST(SeenList, ReadsEachLineAsTheRuntimeDid) {
+// Every reader must see the marks the runtime's line reading saw; damage (a
+// Ctrl-Z, NULs, binary, a last line without its line end) must neither hide
+// marks nor swallow the next one: a damaged list is rewritten with the numbers
+// it holds before the append, a clean one is only appended to.
+TEST(SeenList, ReadsAsTheRuntimeDidAndEachMarkLandsOnALineOfItsOwn) {
     struct Case {
         std::optional<std::string> file;  // nullopt: no file at all
-        int32_t number;
-        bool seen;
+        std::vector<int32_t> seen, unseen;
+        std::string afterMarking9;
     } cases[] = {
-        {std::nullopt, 0, false},
-        {"17\r\n", 18, false},
-        {"\r\n", 0, true},
-        {"  1042abc\r\n", 1042, true},
-        {"7\r\n7\r\n7\r\n", 7, true},
-        {"5\r\n\x1a\r\n7\r\n", 7, true},  // a Ctrl-Z hides nothing after it
+        {std::nullopt, {}, {0}, "9\r\n"},
+        {"", {}, {0}, "9\r\n"},
+        {"17\r\n", {17}, {18}, "17\r\n9\r\n"},
+        {"\r\n", {0}, {}, "\r\n9\r\n"},
+        {"  1042abc\r\n", {1042}, {}, "  1042abc\r\n9\r\n"},
+        {"41", {41}, {}, "41\r\n9\r\n"},
+        {"7\r\n7\r\n", {7}, {}, "7\r\n7\r\n9\r\n"},
+        {"5\r\n\x1a\r\n7\r\n", {5, 7}, {}, "5\r\n7\r\n9\r\n"},  // a Ctrl-Z hides nothing
+        {std::string("5\r\n\0\0junk\r\n  1042abc\r\n-3", 24),
+         {5, 1042, -3},
+         {},
+         "5\r\n1042\r\n-3\r\n9\r\n"},
+        {"\xff\xfe"
+         "12\r\n\x89PNG\r\n",
+         {},
+         {12},
+         "9\r\n"},
     };
     for (const Case& c : cases) {
+        SCOPED_TRACE(c.file.value_or("(none)"));
         ScratchFolder dir;
         if (c.file) writeFile(dir.file("Heralder.lst"), *c.file);
-        EXPECT_EQ(
-            SeenList(dir.file("Heralder.lst")).isItemSeen(makeItem(ItemType::Alert, c.number)),
-            c.seen)
-            << c.file.value_or("(none)");
+        SeenList list(dir.file("Heralder.lst"));
+        for (int32_t n : c.seen) EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, n))) << n;
+        for (int32_t n : c.unseen) EXPECT_FALSE(list.isItemSeen(makeItem(ItemType::Alert, n))) << n;
+        EXPECT_TRUE(list.markItemSeen(makeItem(ItemType::Alert, 9)));
+        EXPECT_EQ(readFile(list.path()), c.afterMarking9);
+        for (int32_t n : parseSeenNumbers(c.afterMarking9))
+            EXPECT_TRUE(SeenList(list.path()).isItemSeen(makeItem(ItemType::Alert, n))) << n;
     }
 }
 
@@ -75,41 +92,13 @@ TEST(SeenList, MarkingAppendsCrLfLinesAndFollowsOtherWriters) {
     ASSERT_TRUE(list.markItemSeen(makeItem(ItemType::Alert, 2077)));
     ASSERT_TRUE(list.markItemSeen(makeItem(ItemType::Tip, -3)));
     EXPECT_EQ(readFile(list.path()), "2077\r\n-3\r\n");
-
     writeFile(list.path(), "5\r\n", true);  // another copy of the program appends
     EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, 5)));
     std::filesystem::remove(list.path());
     EXPECT_FALSE(list.isItemSeen(makeItem(ItemType::Alert, 2077)));
-
     SeenList unwritable(dir.file("no-such-folder/Heralder.lst"));
     EXPECT_FALSE(unwritable.markItemSeen(makeItem(ItemType::Alert, 5)));
     EXPECT_FALSE(unwritable.isItemSeen(makeItem(ItemType::Alert, 5)));
-}
-
-// Damage in the list (a Ctrl-Z, NULs, binary, a last line without its line
-// end) must neither hide marks nor swallow the next one: a damaged list is
-// rewritten with the numbers it holds before the append, a clean one is only
-// appended to.
-TEST(SeenList, EachMarkLandsOnALineOfItsOwn) {
-    const std::pair<std::string, std::string> cases[] = {
-        {"", "9\r\n"},
-        {"41", "41\r\n9\r\n"},
-        {"5\r\n5\r\n", "5\r\n5\r\n9\r\n"},
-        {"5\r\n\x1a\r\n7\r\n", "5\r\n7\r\n9\r\n"},
-        {std::string("5\r\n\0\0junk\r\n  1042abc\r\n-3", 24), "5\r\n1042\r\n-3\r\n9\r\n"},
-        {"\xff\xfe"
-         "12\r\n\x89PNG\r\n",
-         "9\r\n"},
-    };
-    for (const auto& [before, after] : cases) {
-        ScratchFolder dir;
-        writeFile(dir.file("Heralder.lst"), before);
-        SeenList list(dir.file("Heralder.lst"));
-        EXPECT_TRUE(list.markItemSeen(makeItem(ItemType::Alert, 9))) << before;
-        EXPECT_EQ(readFile(list.path()), after) << before;
-        for (int32_t n : parseSeenNumbers(after))
-            EXPECT_TRUE(SeenList(list.path()).isItemSeen(makeItem(ItemType::Alert, n))) << n;
-    }
 }
 
 // Each index against four items that tell the rules apart: not installed at

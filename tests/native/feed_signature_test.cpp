@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "feed/feed_signature.h"
+#include "tests/native/feed_test_support.h"
 
 namespace {
 
@@ -138,10 +139,7 @@ TEST(PublicKeyPem, OnlyP256SubjectPublicKeyInfo) {
     ASSERT_TRUE(key);
     EXPECT_EQ(key->id, "8c0818ae6d221113");
     EXPECT_EQ(publicKeyPem(key->point), kP256Pem);  // the tool writes what OpenSSL writes
-    std::string crlf;
-    for (char c : std::string(kP256Pem))
-        crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
-    EXPECT_TRUE(readPublicKeyPem(crlf));
+    EXPECT_TRUE(readPublicKeyPem(withCrLf(kP256Pem)));
     const char* refused[] = {
         "",
         // P-384

@@ -1,7 +1,7 @@
 #pragma once
-// Shared pieces of the feed tests: a scratch folder that removes itself, file
-// helpers, and a run host that answers like a scripted user and records what
-// it was asked.
+// Shared pieces of the native tests: a scratch folder that removes itself, file
+// helpers, an item builder, and a run host that answers like a scripted user
+// and records what it was asked.
 #include <unistd.h>
 
 #include <filesystem>
@@ -19,7 +19,6 @@ struct ScratchFolder {
     }();
     ScratchFolder() = default;
     ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
     ~ScratchFolder() {
         std::error_code ignored;
         if (!path.empty()) std::filesystem::remove_all(path, ignored);
@@ -36,6 +35,12 @@ inline std::string readFile(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
+inline std::string withCrLf(std::string_view text) {
+    std::string out;
+    for (char c : text) out += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    return out;
+}
+
 inline UpdateItem makeItem(ItemType type, int32_t number) {
     UpdateItem item;
     item.type = type;
@@ -47,22 +52,17 @@ inline UpdateItem makeItem(ItemType type, int32_t number) {
 // on item neverShowAgainOn; the prompt marks its first promptMarks items before
 // answering; files come from serverFiles; the run's download time is spent
 // once timeSpentAfter fetches have been made (never when negative).
-class ScriptedHost : public RunHost {
-  public:
+struct ScriptedHost : RunHost {
     int32_t cancelOn = 0, neverShowAgainOn = 0;
-    int promptAnswer = 1;
-    int timeSpentAfter = -1;
-    int fetches = 0;
+    int promptAnswer = 1, timeSpentAfter = -1, fetches = 0, waitedForUser = 0;
     std::size_t promptMarks = 0;
+    bool userFree = true;  // what waitForUser answers
     std::map<std::string, std::string> serverFiles;
     std::optional<InstalledVersion> installed;
     std::string folder;
-
     std::vector<int32_t> shown;  // in the order the windows opened
     std::vector<int> prompts;    // the waiting counts the prompt was opened with
     std::vector<std::string> messages;
-    bool userFree = true;  // what waitForUser answers
-    int waitedForUser = 0;
 
     int showAlertWindow(UpdateItem& item) override { return answer(item); }
     int showVersionWindow(UpdateItem& item) override { return answer(item); }
@@ -80,17 +80,12 @@ class ScriptedHost : public RunHost {
     void showMessage(const std::string& text) override { messages.push_back(text); }
     bool downloadTimeSpent() override { return timeSpentAfter >= 0 && fetches >= timeSpentAfter; }
     std::string graphicFolder() override { return folder; }
-    bool waitForUser() override {
-        ++waitedForUser;
-        return userFree;
-    }
+    bool waitForUser() override { return ++waitedForUser, userFree; }
     void beginWaitCursor() override {}
     void endWaitCursor() override {}
     std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
         return installed;
     }
-
-  private:
     int answer(UpdateItem& item) {
         shown.push_back(item.number);
         item.neverShowAgain = item.number == neverShowAgainOn;

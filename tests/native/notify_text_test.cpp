@@ -30,41 +30,31 @@ UpdateItem fooItem() {
 }  // namespace
 
 TEST(AlertText, HeaderLine) {
-    struct Case {
-        const char* name;
-        void (*change)(UpdateItem&);
+    const std::string date = "07-15-2003", full = " Foo 2.1b (Revision 3) Released " + date;
+    const struct {
+        ItemType type;
+        std::optional<std::string> application, date;
+        char revision;
+        int32_t patch, beta;
         std::optional<std::string> line;
+    } cases[] = {
+        {ItemType::Alert, "Foo", date, 'b', 3, 0, full},
+        {ItemType::Notice, "Foo", date, 'b', 3, 0, full},  // tips and notices too
+        {ItemType::Alert, "Foo", date, 'b', 3, 4,
+         " Foo 2.1b (Revision 3) (Beta 4) Released " + date},
+        {ItemType::Alert, "Foo", date, 0, 3, 0, " Foo 2.1 (Revision 3) Released " + date},
+        {ItemType::Alert, "Foo", date, 'b', 0, -1, " Foo 2.1b Released " + date},
+        {ItemType::Alert, "Foo", std::nullopt, 'b', 3, 0, " Foo 2.1b (Revision 3)"},
+        {ItemType::Alert, "Foo", "", 'b', 3, 0, " Foo 2.1b (Revision 3)"},
+        {ItemType::Alert, std::nullopt, date, 'b', 3, 0, "  Released " + date},  // two blanks
+        {ItemType::Alert, "", std::nullopt, 'b', 3, 0, std::nullopt},
+        {ItemType::OffTopic, "Foo", date, 'b', 3, 0, std::nullopt},
     };
-    const Case cases[] = {
-        {"every piece", [](UpdateItem&) {}, " Foo 2.1b (Revision 3) Released 07-15-2003"},
-        {"beta", [](UpdateItem& i) { i.beta = 4; },
-         " Foo 2.1b (Revision 3) (Beta 4) Released 07-15-2003"},
-        {"revision 0 ends the version", [](UpdateItem& i) { i.revision = 0; },
-         " Foo 2.1 (Revision 3) Released 07-15-2003"},
-        {"patch and beta 0 or below",
-         [](UpdateItem& i) {
-             i.patch = 0;
-             i.beta = -1;
-         },
-         " Foo 2.1b Released 07-15-2003"},
-        {"no date", [](UpdateItem& i) { i.date.reset(); }, " Foo 2.1b (Revision 3)"},
-        {"empty date", [](UpdateItem& i) { i.date = ""; }, " Foo 2.1b (Revision 3)"},
-        {"no application: two blanks", [](UpdateItem& i) { i.application.reset(); },
-         "  Released 07-15-2003"},
-        {"neither",
-         [](UpdateItem& i) {
-             i.application = "";
-             i.date.reset();
-         },
-         std::nullopt},
-        {"off topic never", [](UpdateItem& i) { i.type = ItemType::OffTopic; }, std::nullopt},
-        {"tip and notice too", [](UpdateItem& i) { i.type = ItemType::Notice; },
-         " Foo 2.1b (Revision 3) Released 07-15-2003"},
-    };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         UpdateItem item = fooItem();
-        c.change(item);
-        EXPECT_EQ(alertHeaderLine(item), c.line) << c.name;
+        item.type = c.type, item.application = c.application, item.date = c.date;
+        item.revision = c.revision, item.patch = c.patch, item.beta = c.beta;
+        EXPECT_EQ(alertHeaderLine(item), c.line) << c.line.value_or("(none)");
     }
 }
 
@@ -93,10 +83,10 @@ TEST(AlertText, CaptionTopAndFit) {
     EXPECT_EQ(alertCaption({.title = ""}), "Alert");
     EXPECT_EQ(alertCaption({.title = "Support hours"}), "Support hours");
 
-    EXPECT_EQ(alertTextTop(true, true), 48);
-    EXPECT_EQ(alertTextTop(true, false), 28);
-    EXPECT_EQ(alertTextTop(false, true), 8);
-    EXPECT_EQ(alertTextTop(false, false), 8);
+    // With a header line, below the check box or the header; otherwise at the top.
+    const int tops[] = {alertTextTop(true, true), alertTextTop(true, false),
+                        alertTextTop(false, true), alertTextTop(false, false)};
+    EXPECT_EQ(std::vector<int>(std::begin(tops), std::end(tops)), (std::vector<int>{48, 28, 8, 8}));
 
     // caption 19, frames 3: 19 + 6 + 48 + text + 8, from 208 up to the screen's 768 - 4.
     for (auto [text, height] :
