@@ -78,14 +78,12 @@ def redirect(path):
     if hop:
         n = int(hop.group(1))
         return reply(b"arrived") if n == 0 else moved(f"/hop/{n - 1}")
-    if path == "/hop-absolute":
-        return moved(f"http://127.0.0.1:{PORT}/hop/0")
-    if path == "/hop-other-port":
-        return moved(f"http://127.0.0.1:{PORT + 1}/hop/0")
-    if path == "/hop-other-host":
-        return moved(f"http://localhost:{PORT}/hop/0")
-    if path == "/hop-https":
-        return moved(f"https://127.0.0.1:{PORT}/hop/0")
+    elsewhere = {"/hop-absolute": f"http://127.0.0.1:{PORT}",
+                 "/hop-other-port": f"http://127.0.0.1:{PORT + 1}",
+                 "/hop-other-host": f"http://localhost:{PORT}",
+                 "/hop-https": f"https://127.0.0.1:{PORT}"}
+    if path in elsewhere:
+        return moved(elsewhere[path] + "/hop/0")
     if path in ("/loop", "/slow-loop"):
         with loop_lock:
             loop_requests += 1
