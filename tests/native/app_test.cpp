@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "app/command_line.h"
@@ -48,12 +49,7 @@ Settings withEdges(uint32_t left, uint32_t top, uint32_t right, uint32_t bottom)
 TEST(CommandLine, SwitchesRowsAndPath) {
     const std::string longPath(300, 'p');
     const Steps forced = {{ResetInitConfig}, {Send, IDM_INITIAL_CONFIG}, {Post, IDM_EXIT}};
-    const struct {
-        std::string line;
-        bool hidden;
-        std::optional<std::string> path;
-        Steps steps;
-    } cases[] = {
+    const std::tuple<std::string, bool, std::optional<std::string>, Steps> cases[] = {
         {"", false, std::nullopt, {}},
         {"/UPDATE", true, std::nullopt, kUpdate},
         {"/STARTUP", true, std::nullopt, kStartup},
@@ -74,12 +70,12 @@ TEST(CommandLine, SwitchesRowsAndPath) {
         {longPath.substr(0, 100) + "/" + longPath, false, longPath.substr(0, 100), {}},
         {std::string("doc\0/UPDATE", 11), false, "doc", {}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE('"' + c.line + '"');
-        const CommandLinePlan plan = interpretCommandLine(c.line);
-        EXPECT_EQ(plan.hidden, c.hidden);
-        EXPECT_EQ(plan.documentPath, c.path);
-        EXPECT_EQ(plan.steps, c.steps);
+    for (const auto& [line, hidden, path, steps] : cases) {
+        SCOPED_TRACE('"' + line + '"');
+        const CommandLinePlan plan = interpretCommandLine(line);
+        EXPECT_EQ(plan.hidden, hidden);
+        EXPECT_EQ(plan.documentPath, path);
+        EXPECT_EQ(plan.steps, steps);
     }
 }
 
@@ -112,12 +108,7 @@ TEST(MachinePolicy, UpdateCheckSwitchedOff) {
 
 // The registry's CurrentBuild is asked for from Windows 10 on only.
 TEST(Platform, CodeAndNameByVersion) {
-    const struct {
-        std::optional<OsVersion> version;
-        const char* build;
-        uint32_t code;
-        const char* name;
-    } cases[] = {
+    const std::tuple<std::optional<OsVersion>, const char*, uint32_t, const char*> cases[] = {
         {std::nullopt, "22631", 0, "Windows (unknown version)"},
         {OsVersion{5, 0, 4}, "", 0, "Windows (unknown version)"},
         {OsVersion{5, 1, 0}, "", 12, "Windows XP"},
@@ -135,16 +126,16 @@ TEST(Platform, CodeAndNameByVersion) {
         {OsVersion{10, 0, 0}, " 26100\n", 19, "Windows 11"},
         {OsVersion{11, 0, 3}, "30000", 19, "Windows 11"},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.name);
+    for (const auto& [version, build, code, name] : cases) {
+        SCOPED_TRACE(name);
         int asked = 0;
-        const Platform p = platformFromVersion(c.version, [&] {
+        const Platform p = platformFromVersion(version, [&] {
             ++asked;
-            return std::string(c.build);
+            return std::string(build);
         });
-        EXPECT_EQ(p.code, c.code);
-        EXPECT_EQ(p.name, c.name);
-        EXPECT_EQ(asked, c.code >= 18 ? 1 : 0);
+        EXPECT_EQ(p.code, code);
+        EXPECT_EQ(p.name, name);
+        EXPECT_EQ(asked, code >= 18 ? 1 : 0);
     }
 }
 
@@ -211,21 +202,18 @@ TEST(WindowEdges, RestoredPlacement) {
 }
 
 TEST(WindowEdges, StoredRectangleIsClippedToTheScreen) {
-    const struct {
-        ScreenRect window;
-        uint32_t left, top, right, bottom;
-    } cases[] = {
+    const std::tuple<ScreenRect, uint32_t, uint32_t, uint32_t, uint32_t> cases[] = {
         {{100, 50, 600, 450}, 100, 50, 600, 450},
         {{-8, -8, 1032, 776}, 0, 0, 1024, 768},  // maximised frames overhang
         {{-500, -400, -100, -50}, 0, 0, stored(-100), stored(-50)},
     };
-    for (const auto& c : cases) {
+    for (const auto& [window, left, top, right, bottom] : cases) {
         Settings record;
-        storeWindowEdges(record, c.window, 1024, 768);
-        EXPECT_EQ(record.StickyWindowLeft, c.left);
-        EXPECT_EQ(record.StickyWindowTop, c.top);
-        EXPECT_EQ(record.StickyWindowRight, c.right);
-        EXPECT_EQ(record.StickyWindowBottom, c.bottom);
+        storeWindowEdges(record, window, 1024, 768);
+        EXPECT_EQ(record.StickyWindowLeft, left);
+        EXPECT_EQ(record.StickyWindowTop, top);
+        EXPECT_EQ(record.StickyWindowRight, right);
+        EXPECT_EQ(record.StickyWindowBottom, bottom);
     }
 }
 

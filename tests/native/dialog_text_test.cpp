@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 
 #include "dialogs/about_text.h"
 #include "dialogs/browser_address.h"
@@ -78,24 +79,19 @@ TEST(InitConfig, OldProgramPathAndClosing) {
     for (const auto& [folder, path] : paths) EXPECT_EQ(oldInstallationProgramPath(folder), path);
 
     // Closing marks the sign-up done; only Close (1) stores the choice.
-    const struct {
-        int result;
-        uint32_t stored, chosen;
-        bool apply;
-        uint32_t want;
-    } closes[] = {
+    const std::tuple<int, uint32_t, uint32_t, bool, uint32_t> closes[] = {
         {1, 102, 101, true, 101},
         {1, 101, 102, true, 102},
         {0, 102, 101, false, 102},
         {0, 7, 101, false, 7},
     };
-    for (const auto& c : closes) {
+    for (const auto& [result, stored, chosen, apply, want] : closes) {
         Settings record;
         record.InitConfigDone = 0;
-        record.StartupOptions = c.stored;
-        EXPECT_EQ(settleInitConfig(record, c.result, c.chosen), c.apply);
+        record.StartupOptions = stored;
+        EXPECT_EQ(settleInitConfig(record, result, chosen), apply);
         EXPECT_EQ(record.InitConfigDone, 1u);
-        EXPECT_EQ(record.StartupOptions, c.want);
+        EXPECT_EQ(record.StartupOptions, want);
     }
 }
 
@@ -191,11 +187,7 @@ TEST(SystemReport, ProxySeenListAndProducts) {
 // Only the exact lower-case "http" prefix makes a web address; nothing but the
 // space is escaped; the cut comes after escaping and does not care about escapes.
 TEST(BrowserAddress, WebAddressesLocalFilesEscapingAndCut) {
-    const struct {
-        std::string target;
-        const char* suffix;
-        std::string want;
-    } cases[] = {
+    const std::tuple<std::string, const char*, std::string> cases[] = {
         {"http://example.com/a b", "#X", "http://example.com/a%20b"},
         {"https://example.com/", nullptr, "https://example.com/"},
         {"HTTP://example.com/", "#X", "file:///HTTP://example.com/#X"},
@@ -211,8 +203,8 @@ TEST(BrowserAddress, WebAddressesLocalFilesEscapingAndCut) {
         {"http://x/" + std::string(2000, 'a'), nullptr,
          "http://x/" + std::string(kBrowserAddressMax - 9, 'a')},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(buildBrowserAddress(c.target, c.suffix), c.want) << c.target.substr(0, 60);
+    for (const auto& [target, suffix, want] : cases)
+        EXPECT_EQ(buildBrowserAddress(target, suffix), want) << target.substr(0, 60);
 }
 
 TEST(ManualPagePath, AddsTheSeparatorOnlyWhenMissing) {

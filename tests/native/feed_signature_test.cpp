@@ -3,6 +3,8 @@
 // the signed bytes, enough to see which bytes and which key were used.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "feed/feed_signature.h"
 #include "tests/native/feed_test_support.h"
 
@@ -54,11 +56,7 @@ TEST(SignatureLine, OnlyOneWellFormedLastLineIsRead) {
     std::string twoSpellings = line;  // the last digit's unused bits set
     twoSpellings[twoSpellings.size() - 3] += 1;
     using P = SignatureProblem;
-    const struct {
-        const char* name;
-        std::string document;
-        P want;
-    } cases[] = {
+    const std::tuple<const char*, std::string, P> cases[] = {
         {"LF after", good, P::None},
         {"CRLF after", kBody + line + "\r\n", P::None},
         {"nothing after", kBody + line, P::None},
@@ -85,10 +83,10 @@ TEST(SignatureLine, OnlyOneWellFormedLastLineIsRead) {
          kBody + ";heralder-signature v1 expires=2030-01-31 serial=7 key=" + key.id + " sig=" + sig,
          P::Malformed},
     };
-    for (const auto& c : cases) {
-        const SignatureReading r = readSignatureLine(c.document);
-        EXPECT_EQ(r.problem, c.want) << c.name;
-        EXPECT_EQ(r.line.has_value(), c.want == P::None) << c.name;
+    for (const auto& [name, document, want] : cases) {
+        const SignatureReading r = readSignatureLine(document);
+        EXPECT_EQ(r.problem, want) << name;
+        EXPECT_EQ(r.line.has_value(), want == P::None) << name;
     }
     const SignatureReading r = readSignatureLine(good);
     ASSERT_TRUE(r.line);

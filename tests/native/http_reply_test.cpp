@@ -2,6 +2,8 @@
 // kept copy of the update document with the conditional request it allows.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "feed/http_reply.h"
 #include "feed/kept_document.h"
 
@@ -137,16 +139,11 @@ TEST(KeptDocument, RequestHeadersAskOnlyWithUsableValidators) {
 // Only a conditional request gives a status meaning: an error page is still
 // the document, and a 304 nobody asked for has no text to stand for.
 TEST(KeptDocument, StatusMattersOnlyForAConditionalRequest) {
-    const struct {
-        unsigned status;
-        bool conditional;
-        DocumentReply want;
-    } cases[] = {
+    const std::tuple<unsigned, bool, DocumentReply> cases[] = {
         {200, false, DocumentReply::Body},    {200, true, DocumentReply::Body},
         {404, true, DocumentReply::Body},     {500, false, DocumentReply::Body},
         {304, true, DocumentReply::KeptCopy}, {304, false, DocumentReply::Failed},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(judgeDocumentReply(c.status, c.conditional), c.want)
-            << c.status << ' ' << c.conditional;
+    for (const auto& [status, conditional, want] : cases)
+        EXPECT_EQ(judgeDocumentReply(status, conditional), want) << status << ' ' << conditional;
 }

@@ -7,6 +7,7 @@
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
 #include <string>
+#include <tuple>
 
 #include "notify/alert_text.h"
 #include "notify/browse_text.h"
@@ -220,11 +221,8 @@ TEST(PromptBox, PendingCountFillsTheFirstFormat) {
 
 // The type names are written out here: the browser's caption is where they show.
 TEST(BrowseText, CaptionHasTheTypeNameOnlyWhileItFits) {
-    const struct {
-        ItemType type;
-        std::size_t titleLength;
-        const char* suffix;  // nullptr: the title alone
-    } cases[] = {
+    // A suffix of nullptr: the title alone.
+    const std::tuple<ItemType, std::size_t, const char*> cases[] = {
         {ItemType::Alert, 1, " [Alert]"},
         // "Alert" is 5 characters: title + 5 + 16 must stay below 260.
         {ItemType::Alert, 238, " [Alert]"},
@@ -236,11 +234,10 @@ TEST(BrowseText, CaptionHasTheTypeNameOnlyWhileItFits) {
         {static_cast<ItemType>(0), 3, " [Unknown]"},
         {ItemType::Tip, 4000, nullptr},
     };
-    for (const auto& c : cases) {
-        const std::string title(c.titleLength, 'T');
-        EXPECT_EQ(browseCaption({.type = c.type, .title = title}),
-                  title + (c.suffix ? c.suffix : ""))
-            << c.titleLength;
+    for (const auto& [type, titleLength, suffix] : cases) {
+        const std::string title(titleLength, 'T');
+        EXPECT_EQ(browseCaption({.type = type, .title = title}), title + (suffix ? suffix : ""))
+            << titleLength;
     }
     EXPECT_EQ(browseCaption({.type = ItemType::Alert}), "");
     EXPECT_EQ(browseCaption({.type = ItemType::Alert, .title = ""}), "");

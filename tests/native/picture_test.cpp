@@ -5,6 +5,7 @@
 
 #include <cstring>
 #include <string>
+#include <tuple>
 
 #include "base/packed_dib.h"
 #include "notify/item_graphics.h"
@@ -62,9 +63,7 @@ std::vector<uint8_t> bgraRows(uint8_t topLeftAlpha) {
 }  // namespace
 
 TEST(PackedDib, BlendTruncatesEachQuotient) {
-    const struct {
-        uint32_t pixel, colour, want;
-    } cases[] = {
+    const std::tuple<uint32_t, uint32_t, uint32_t> cases[] = {
         {0x00123456, 0x00ABCDEF, 0x00ABCDEF},  // transparent: the colour
         {0xFF123456, 0x00ABCDEF, 0x00123456},  // opaque: the pixel
         {0x800000FF, 0x00000000, 0x00000080},  // 255 * 128 / 255 = 128
@@ -77,9 +76,8 @@ TEST(PackedDib, BlendTruncatesEachQuotient) {
         {0x01FFFFFF, 0x00FFFFFF, 0x00FFFFFF},  // 1 + 254
         {0xFE000000, 0x00FFFFFF, 0x00010101},  // 0 + 255 * 1 / 255
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(blendOne(c.pixel, c.colour), c.want)
-            << std::hex << c.pixel << " over " << c.colour;
+    for (const auto& [pixel, colour, want] : cases)
+        EXPECT_EQ(blendOne(pixel, colour), want) << std::hex << pixel << " over " << colour;
     std::vector<uint8_t> deep24 = makePackedDib(2, 2, 24);
     EXPECT_TRUE(compositeOverColour(deep24, *getDibInfo(deep24), 0).empty());
 }
@@ -155,12 +153,7 @@ TEST(PackedDib, FileHeadersAreReadAndLiesRefused) {
         EXPECT_FALSE(readBmpFileInfo(std::span(good).first(n))) << "cut to " << n;
 
     // Offsets are those of the file: info header at 14.
-    const struct {
-        const char* name;
-        std::size_t at;
-        uint32_t value;
-        int bytes;
-    } lies[] = {
+    const std::tuple<const char*, std::size_t, uint32_t, int> lies[] = {
         {"not BM", 0, 'M', 1},
         {"pixels before the header ends", 10, 53, 4},
         {"pixels past the end", 10, 60, 4},
@@ -179,10 +172,10 @@ TEST(PackedDib, FileHeadersAreReadAndLiesRefused) {
         {"compressed", 30, 1, 4},
         {"colour table past the pixels", 46, 300, 4},
     };
-    for (const auto& lie : lies) {
+    for (const auto& [name, at, value, bytes] : lies) {
         std::vector<uint8_t> bad = good;
-        std::memcpy(&bad[lie.at], &lie.value, lie.bytes);
-        EXPECT_FALSE(readBmpFileInfo(bad)) << lie.name;
+        std::memcpy(&bad[at], &value, bytes);
+        EXPECT_FALSE(readBmpFileInfo(bad)) << name;
     }
     // Pixels may start later than the header's end.
     put32(good, 10, 58);
@@ -227,30 +220,24 @@ TEST(ItemGraphics, DecoderChosenByExtension) {
 
 TEST(ItemGraphics, SixteenMegabytesAnd4096PixelsAreTheLast) {
     const uint64_t mb16 = 16u * 1024 * 1024;
-    const struct {
-        uint64_t bytes;
-        uint32_t width, height;
-        bool within;
-    } cases[] = {
+    const std::tuple<uint64_t, uint32_t, uint32_t, bool> cases[] = {
         {1000, 64, 64, true},         {mb16, 4096, 4096, true}, {mb16 + 1, 64, 64, false},
         {1000, 4097, 1, false},       {1000, 1, 4097, false},   {1000, 0, 10, false},
         {1000, 0xFFFFFFFF, 1, false},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(pictureWithinLimits(c.bytes, c.width, c.height), c.within)
-            << c.bytes << " " << c.width << "x" << c.height;
+    for (const auto& [bytes, width, height, within] : cases)
+        EXPECT_EQ(pictureWithinLimits(bytes, width, height), within)
+            << bytes << " " << width << "x" << height;
 }
 
 TEST(ItemGraphics, CreatorsDepthsColourTablesAndStrides) {
-    const struct {
-        int depth, plain, withTable;
-    } depths[] = {
+    const std::tuple<int, int, int> depths[] = {
         {0, 1, 24},  {1, 1, 1},    {2, 4, 4},    {4, 4, 4},    {5, 8, 8},    {8, 8, 8},
         {9, 24, 24}, {16, 24, 24}, {24, 24, 24}, {25, 32, 24}, {32, 32, 24},
     };
-    for (const auto& c : depths) {
-        EXPECT_EQ(plainDibBits(c.depth), c.plain) << c.depth;
-        EXPECT_EQ(colourTableDibBits(c.depth), c.withTable) << c.depth;
+    for (const auto& [depth, plain, withTable] : depths) {
+        EXPECT_EQ(plainDibBits(depth), plain) << depth;
+        EXPECT_EQ(colourTableDibBits(depth), withTable) << depth;
     }
 
     const struct {

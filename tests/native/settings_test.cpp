@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "base/file_io.h"
@@ -186,16 +187,14 @@ TEST(SettingsPaths, BackupAndDataFileNames) {
 
     // Data paths get one separator and are cut at 260; the program's own folder is never cut.
     const std::string longName(300, 'n');
-    const struct {
-        std::string folder, name, want;
-    } data[] = {
+    const std::tuple<std::string, std::string, std::string> data[] = {
         {"C:\\A", "Heralder17.ini", "C:\\A\\Quenmark\\Heralder17.ini"},
         {"C:\\A\\", "Heralder17.ini", "C:\\A\\Quenmark\\Heralder17.ini"},
         {"", "Heralder17.ini", "Quenmark\\Heralder17.ini"},
         {"C:\\A", longName, ("C:\\A\\Quenmark\\" + longName).substr(0, 260)},
     };
-    for (const auto& c : data)
-        EXPECT_EQ(joinDataPath(c.folder, {kMakerFolder, c.name}), c.want) << c.folder;
+    for (const auto& [folder, name, want] : data)
+        EXPECT_EQ(joinDataPath(folder, {kMakerFolder, name}), want) << folder;
     EXPECT_EQ(getApplicationFilePath("C:\\P\\", "c.dll"), "C:\\P\\c.dll");
     EXPECT_EQ(getApplicationFilePath(std::string(300, 'p'), "c.dll"),
               std::string(300, 'p') + "\\c.dll");

@@ -7,6 +7,7 @@
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "notify/sound_choice.h"
@@ -47,12 +48,7 @@ TEST(SoundChoice, EveryFormOfTheSoundName) {
     const std::string def(kDefaultSoundName), ding = "C:\\ding.wav", nav = "C:\\nav.wav";
     SoundFacts muted = facts(true, true, nav);
     muted.muted = true;
-    const struct {
-        const char* name;
-        std::string soundName;
-        SoundFacts facts;
-        std::vector<SoundAttempt> expected;
-    } cases[] = {
+    const std::tuple<const char*, std::string, SoundFacts, std::vector<SoundAttempt>> cases[] = {
         {"empty", "", facts(true, true, nav), {}},
         {"muted", ding, muted, {}},
         {"muted default", def, muted, {}},
@@ -72,8 +68,8 @@ TEST(SoundChoice, EveryFormOfTheSoundName) {
         {"default, key without a sound", def, facts(false, true), {file(kFallback)}},
         {"everything", def, facts(true, true, nav), {file(kOverride), file(nav), file(kFallback)}},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(chooseNotifySound(c.soundName, c.facts), c.expected) << c.name;
+    for (const auto& [name, soundName, facts, expected] : cases)
+        EXPECT_EQ(chooseNotifySound(soundName, facts), expected) << name;
 }
 
 TEST(SoundChoice, FallbackPathGetsOneSeparatorAndFitsTheBuffer) {

@@ -3,6 +3,8 @@
 // layout.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "ui/choice_combo.h"
 #include "ui/dpi.h"
 #include "ui/icon_button.h"
@@ -22,12 +24,7 @@ MessageBoxMeasures measures(int textHeight, int extraButtons, int checkBoxes,
 }  // namespace
 
 TEST(DisplayScale, RoundsHalvesAwayFromZeroAsMulDiv) {
-    struct Case {
-        int pixels;
-        unsigned dpi;
-        int scaled;
-    };
-    const Case cases[] = {
+    const std::tuple<int, unsigned, int> cases[] = {
         {14, 96, 14},    {14, 120, 18},                 // 17.5 rounds up
         {20, 144, 30},   {208, 192, 416}, {1, 120, 1},  // 1.25
         {3, 120, 4},                                    // 3.75
@@ -35,8 +32,8 @@ TEST(DisplayScale, RoundsHalvesAwayFromZeroAsMulDiv) {
         {586, 120, 733},                                // 732.5
         {0, 192, 0},
     };
-    for (const Case& c : cases)
-        EXPECT_EQ(scaleForDpi(c.pixels, c.dpi), c.scaled) << c.pixels << " at " << c.dpi;
+    for (const auto& [pixels, dpi, scaled] : cases)
+        EXPECT_EQ(scaleForDpi(pixels, dpi), scaled) << pixels << " at " << dpi;
     EXPECT_FALSE(wantsDoublePicture(120));
     EXPECT_FALSE(wantsDoublePicture(144));  // exactly 1.5: the 1x source shrinks less
     EXPECT_TRUE(wantsDoublePicture(168));
@@ -61,10 +58,7 @@ TEST(IconButton, IconSizeIsTheLargestStandardSizeThatFits) {
 }
 
 TEST(SpinEdit, TemplateTextGivesBoundsAndStart) {
-    const struct {
-        const char* text;
-        int minimum, maximum, start;
-    } cases[] = {
+    const std::tuple<const char*, int, int, int> cases[] = {
         {"2,32760,6", 2, 32760, 6},
         {"-50, 50, -7", -50, 50, -7},  // "%d" skips spaces before a number
         {"", 0, 100, 0},
@@ -75,10 +69,10 @@ TEST(SpinEdit, TemplateTextGivesBoundsAndStart) {
         {"1,9,4 and more", 1, 9, 4},
         {"99999999999,1,0", 2147483647, 1, 0},
     };
-    for (const auto& c : cases) {
-        const SpinRange r = parseSpinRange(c.text);
-        EXPECT_TRUE(r.minimum == c.minimum && r.maximum == c.maximum && r.start == c.start)
-            << c.text << ": " << r.minimum << "," << r.maximum << "," << r.start;
+    for (const auto& [text, minimum, maximum, start] : cases) {
+        const SpinRange r = parseSpinRange(text);
+        EXPECT_TRUE(r.minimum == minimum && r.maximum == maximum && r.start == start)
+            << text << ": " << r.minimum << "," << r.maximum << "," << r.start;
     }
 }
 
@@ -86,12 +80,7 @@ TEST(SpinEdit, TypedTextIsClampedAndJunkKeepsTheLastValue) {
     const SpinRange count = parseSpinRange("2,32760,6");
     const SpinRange signedRange = parseSpinRange("-10,10,0");
     const SpinRange reversed = parseSpinRange("144,4,16");
-    const struct {
-        const SpinRange* range;
-        const char* text;
-        int fallback;
-        int expected;
-    } cases[] = {
+    const std::tuple<const SpinRange*, const char*, int, int> cases[] = {
         {&count, "12", 6, 12},       {&count, "1", 6, 2},
         {&count, "40000", 6, 32760}, {&count, "  300 ", 6, 300},
         {&count, "-5", 6, 2},        {&count, "123456789012345678901234567890", 6, 32760},
@@ -102,8 +91,8 @@ TEST(SpinEdit, TypedTextIsClampedAndJunkKeepsTheLastValue) {
         {&signedRange, "+7", 0, 7},  {&reversed, "200", 16, 144},
         {&reversed, "1", 16, 4},
     };
-    for (const auto& c : cases)
-        EXPECT_EQ(spinFieldValue(*c.range, c.text, c.fallback), c.expected) << '"' << c.text << '"';
+    for (const auto& [range, text, fallback, expected] : cases)
+        EXPECT_EQ(spinFieldValue(*range, text, fallback), expected) << '"' << text << '"';
 }
 
 // Checked by what a user would see go wrong (a part cut off, parts on top of
