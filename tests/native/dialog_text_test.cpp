@@ -11,6 +11,7 @@
 #include "dialogs/init_config.h"
 #include "dialogs/setup_box.h"
 #include "dialogs/system_report.h"
+#include "tests/native/feed_test_support.h"
 
 namespace {
 
@@ -33,12 +34,6 @@ SystemFacts sampleFacts() {
     f.serverHost = "updates.quenmark.com";
     f.proxy = {true, true, "", ""};
     return f;
-}
-
-std::string escapedSpaces(int count) {
-    std::string s;
-    for (int i = 0; i < count; ++i) s += "%20";
-    return s;
 }
 
 bool has(const std::string& report, const std::string& line) {
@@ -199,7 +194,7 @@ TEST(BrowserAddress, WebAddressesLocalFilesEscapingAndCut) {
         {"C:\\a\\b.html", "#MY TOPIC", "file:///C:\\a\\b.html#MY%20TOPIC"},
         {"C:\\%20\t#?&\"\xE9.html", nullptr, "file:///C:\\%20\t#?&\"\xE9.html"},
         // 340 spaces become 1020 characters; "file:///" pushes the total past the cut.
-        {std::string(340, ' '), "#TOPIC", "file:///" + escapedSpaces(338) + "%2"},
+        {std::string(340, ' '), "#TOPIC", "file:///" + repeat("%20", 338) + "%2"},
         {"http://x/" + std::string(2000, 'a'), nullptr,
          "http://x/" + std::string(kBrowserAddressMax - 9, 'a')},
     };

@@ -6,13 +6,13 @@
 
 #include "check/document_check.h"
 #include "feed/document_parser.h"
+#include "tests/native/feed_test_support.h"
 
 // A broken document is not a list of a million fixes: the first thousand
 // findings, one that counts the rest, and the item limit wherever it falls.
 TEST(DocumentCheck, ListsTheFirstThousandFindingsAndTheItemLimit) {
-    std::string document;
-    for (std::size_t i = 0; i <= kMaxDocumentItems; ++i) document += ":BEGINTIP\n:END\n";
-    const std::vector<Finding> findings = checkUpdateDocument(document);
+    const std::vector<Finding> findings =
+        checkUpdateDocument(repeat(":BEGINTIP\n:END\n", kMaxDocumentItems + 1));
     ASSERT_EQ(findings.size(), 1002u);
     // Three errors a block (no NUMBER, TITLE, PLAINTEXT); the thousandth is
     // the first of block 334's three.

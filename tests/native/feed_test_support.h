@@ -35,6 +35,12 @@ inline std::string readFile(const std::string& path) {
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
+inline std::string repeat(std::string_view piece, std::size_t times) {
+    std::string s;
+    for (std::size_t i = 0; i < times; ++i) s += piece;
+    return s;
+}
+
 inline std::string withCrLf(std::string_view text) {
     std::string out;
     for (char c : text) out += c == '\n' ? std::string("\r\n") : std::string(1, c);

@@ -11,16 +11,7 @@
 
 #include "feed/document_parser.h"
 #include "parser_reference.h"
-
-namespace {
-
-std::string repeat(std::string_view piece, std::size_t times) {
-    std::string s;
-    for (std::size_t i = 0; i < times; ++i) s += piece;
-    return s;
-}
-
-}  // namespace
+#include "tests/native/feed_test_support.h"
 
 TEST(ParserDifferential, OneWalkEqualsPerKeySearch) {
     std::mt19937 rng(20261120);
