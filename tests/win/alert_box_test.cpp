@@ -20,6 +20,7 @@
 #include "tests/native/fake_installed.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/loopback_server.h"
+#include "tests/win/recorder/recording.h"
 #include "tests/win/test_items.h"
 #include "tests/win/test_support.h"
 
@@ -133,7 +134,9 @@ TEST_F(NotifyWindows, AlertFitsItsHeightToTheText) {
             EXPECT_EQ(r.top, (screen - want) / 2) << c.name;  // centred again
             const bool offTopic = c.type == ItemType::OffTopic;
             EXPECT_EQ(GetDlgItem(dialog, IDC_ALERT_HEADER) == nullptr, offTopic) << c.name;
-            if (c.text) EXPECT_EQ(clientRectOf(dialog, IDC_ALERT_TEXT).top, offTopic ? 8 : 48);
+            if (c.text) {
+                EXPECT_EQ(clientRectOf(dialog, IDC_ALERT_TEXT).top, offTopic ? 8 : 48);
+            }
             if (c.text == longText) saveWindowScreenshot(dialog, "alert_long_text");
             if (offTopic) saveWindowScreenshot(dialog, "alert_offtopic");
             clickItem(dialog, IDC_BUTTON1);

@@ -277,7 +277,9 @@ TEST_F(EveryWindow, OpensInEachButtonStyleAndAnswersEnterEscapeAndHelp) {
                 if (stayed) EndDialog(box, IDCANCEL);
             });
             EXPECT_EQ(stayed, want == kStays);
-            if (want != kStays) EXPECT_EQ(result, want);
+            if (want != kStays) {
+                EXPECT_EQ(result, want);
+            }
         }
 }
 

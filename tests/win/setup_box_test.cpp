@@ -14,6 +14,7 @@
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
 #include "tests/win/dialog_driver.h"
+#include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
 namespace {
