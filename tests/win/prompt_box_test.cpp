@@ -51,42 +51,27 @@ class MultipleItemPrompt : public SettingsTest {
 };
 
 // The count of waiting items goes into the explanation; OK waits for a choice
-// (Enter and Escape are checked with every window), and a box closed without
-// one marks nothing and keeps the user's threshold.
-TEST_F(MultipleItemPrompt, ShowsTheCountAndOkWaitsForAChoice) {
-    Settings record;
-    record.PromptMultipleCount = 9;
-    SeenList seen(list_);
-    std::vector<UpdateItem> items = sampleAlerts(3);
-    DialogDriver driver([&](HWND box) {
-        EXPECT_NE(itemText(box, IDC_PROMPT_TEXT).find("there are 27 items pending"),
-                  std::string::npos);
-        EXPECT_EQ(itemText(box, IDC_PROMPT_COUNT), "9");  // the user's, not the template's 6
-        EXPECT_FALSE(itemEnabled(box, IDC_BUTTON1));
-        clickItem(box, IDC_PROMPT_NONE_TODAY);
-        EXPECT_TRUE(itemEnabled(box, IDC_BUTTON1));
-        clickItem(box, IDC_BUTTON1);
-    });
-    EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 27, record, seen), 0);
-    EXPECT_TRUE(driver.ran());
-    EXPECT_EQ(seenFile(), "");  // nothing marked today: the same items wait
-    EXPECT_EQ(record.PromptMultipleCount, 9u);
-}
-
-TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOut) {
+// (Enter and Escape are checked with every window), and each choice is carried
+// out. The threshold shows as stored, even out of range from a hand-edited
+// file or a feed, and stays until the user types another; typed ones are
+// bounded.
+TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOutAndTheThresholdKept) {
     const struct {
         int choice;
         int goOn;
         const char* seenAfter;
         uint32_t startupAfter;
         bool linkAfter;
+        uint32_t countBefore;
+        const char* typed;  // nullptr: left as it opened
+        uint32_t countAfter;
     } cases[] = {
-        {IDC_PROMPT_SHOW_NOW, 1, "3001\r\n", kStartupAutomatic, true},
-        {IDC_PROMPT_NONE_TODAY, 0, "3001\r\n", kStartupAutomatic, true},
+        {IDC_PROMPT_SHOW_NOW, 1, "3001\r\n", kStartupAutomatic, true, 6, "1", 2},
+        {IDC_PROMPT_NONE_TODAY, 0, "3001\r\n", kStartupAutomatic, true, 6, "40000", 32760},
         // Every item of the list, the one seen already and the filtered out too.
         {IDC_PROMPT_IGNORE_ALL, 0, "3001\r\n3001\r\n3002\r\n3003\r\n3004\r\n", kStartupAutomatic,
-         true},
-        {IDC_PROMPT_DISABLE, 0, "3001\r\n", kStartupManual, false},
+         true, 6, "15", 15},
+        {IDC_PROMPT_DISABLE, 0, "3001\r\n", kStartupManual, false, 40000, nullptr, 40000},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.choice);
@@ -95,43 +80,25 @@ TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOut) {
         ASSERT_TRUE(pathExists(link_));
         Settings record;
         record.StartupOptions = kStartupAutomatic;
+        record.PromptMultipleCount = c.countBefore;
         SeenList seen(list_);
         std::vector<UpdateItem> items = sampleAlerts(4);
         items[3].type = ItemType::Version;
         seen.markItemSeen(items[0]);
         DialogDriver driver([&](HWND box) {
+            EXPECT_NE(itemText(box, IDC_PROMPT_TEXT).find("there are 27 items pending"),
+                      std::string::npos);
+            EXPECT_EQ(itemText(box, IDC_PROMPT_COUNT), std::to_string(c.countBefore));
+            if (c.typed) typeCount(box, c.typed);
+            EXPECT_FALSE(itemEnabled(box, IDC_BUTTON1));
             clickItem(box, c.choice);
             clickItem(box, IDC_BUTTON1);
         });
-        EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 3, record, seen), c.goOn);
+        EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 27, record, seen), c.goOn);
         EXPECT_EQ(seenFile(), c.seenAfter);
         EXPECT_EQ(record.StartupOptions, c.startupAfter);
         EXPECT_EQ(pathExists(link_), c.linkAfter);
-    }
-}
-
-// A count outside the range, from a hand-edited file or a feed, shows as it
-// is stored and stays until the user types another; typed ones are bounded.
-TEST_F(MultipleItemPrompt, CountShowsTheStoredValueAndKeepsTypedOnesInRange) {
-    const struct {
-        uint32_t before;
-        const char* typed;  // nullptr: left as it opened
-        uint32_t stored;
-    } cases[] = {{6, "1", 2}, {6, "40000", 32760}, {6, "15", 15}, {40000, nullptr, 40000}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.typed ? c.typed : std::to_string(c.before));
-        Settings record;
-        record.PromptMultipleCount = c.before;
-        SeenList seen(list_);
-        std::vector<UpdateItem> items = sampleAlerts(2);
-        DialogDriver driver([&](HWND box) {
-            EXPECT_EQ(itemText(box, IDC_PROMPT_COUNT), std::to_string(c.before));
-            if (c.typed) typeCount(box, c.typed);
-            clickItem(box, IDC_PROMPT_SHOW_NOW);
-            clickItem(box, IDC_BUTTON1);
-        });
-        EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 6, record, seen), 1);
-        EXPECT_EQ(record.PromptMultipleCount, c.stored);
+        EXPECT_EQ(record.PromptMultipleCount, c.countAfter);
     }
 }
 
