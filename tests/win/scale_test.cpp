@@ -199,6 +199,8 @@ class EveryWindow : public SettingsTest {
 
     std::vector<Window> windows() {
         record_.BeNoisy = 0;
+        record_.AlertFontName = "Liberation Serif";  // as a user's Setup shows it
+        record_.CurrentTransactionDate = "11-02-2026";
         return {
             {"alert", [&] { return INT_PTR(showAlertBox(nullptr, alert_, {}, record_)); },
              "Please install the 2.1b update", 1, 0, "NOTIFICATION", true, true},
