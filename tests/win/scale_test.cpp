@@ -1,9 +1,11 @@
-// Every window at the display scale the test script chose (HERALDER_DPI, with
-// LogPixels set to match in the prefix): each control's text fits its
-// rectangle in its own font, no two controls overlap, none leaves the window,
-// and the window fits the screen a user at that scale typically has. The run
-// at 96 DPI writes each window's size, so the run at 192 can check that the
-// notification windows came out twice as large.
+// Every window the program shows, from one table: each opens from its own
+// template in every button style, answers Enter, Escape and Help as it should,
+// and is photographed. At the display scale the test script chose
+// (HERALDER_DPI, with LogPixels set to match in the prefix) each control's
+// text fits its rectangle in its own font, no two controls overlap, none
+// leaves the window, and the window fits the screen a user at that scale
+// typically has. The run at 96 DPI writes each window's size, so the run at
+// 192 can check that the notification windows came out twice as large.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -29,10 +31,14 @@
 #include "notify/prompt_box_win.h"
 #include "notify/version_box_win.h"
 #include "resources/resource.h"
+#include "tests/native/fake_installed.h"
 #include "tests/win/dialog_driver.h"
+#include "tests/win/link_readers.h"
+#include "tests/win/test_items.h"
 #include "tests/win/test_support.h"
 #include "ui/dpi_win.h"
 #include "ui/message_box_win.h"
+#include "ui/soft_button_win.h"
 
 namespace {
 
@@ -170,76 +176,124 @@ std::map<std::string, SIZE> sizesAt96() {
     return sizes;
 }
 
-UpdateItem alertItem() {
-    UpdateItem item;
-    item.type = ItemType::Alert;
-    item.number = 7;
-    item.title = "Printing fixed";
-    item.application = "Quenmark Ledger";
-    item.version = 4;
-    item.subVersion = 2;
-    item.date = "07-15-2026";
-    item.plainText =
-        "Printing a ledger with more than 200 pages no longer stops at page 200. "
-        "Install the update from the web page that Go opens.";
-    item.url = "http://www.example.com/ledger";
-    return item;
-}
+// Every window the program shows, opened from its real template with the
+// test's own record and items.
+class EveryWindow : public SettingsTest {
+  protected:
+    static constexpr INT_PTR kStays = -100;  // the key leaves the window open
 
-UpdateItem versionItem() {
-    UpdateItem item = alertItem();
-    item.type = ItemType::Version;
-    item.iniFile = "ledger.ini";
-    item.section = "Ledger";
-    return item;
-}
+    struct Window {
+        const char* name;
+        std::function<INT_PTR()> open;
+        const char* caption;    // one check that the right template opened
+        INT_PTR enter, escape;  // results, or kStays
+        const char* help;       // the manual's topic, or nullptr
+        bool soft;              // honours SoftButtons
+        bool doubledAt192;      // its size is pixels of ours, not a template's
+    };
 
-class NoInstalled : public InstalledLookup {
-  public:
-    std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
-        return std::nullopt;
+    void TearDown() override {
+        DeleteFileA(startupLinkPath().c_str());
+        SettingsTest::TearDown();
     }
+
+    std::vector<Window> windows() {
+        record_.BeNoisy = 0;
+        record_.AlertFontName = "Liberation Serif";  // as a user's Setup shows it
+        record_.CurrentTransactionDate = "11-02-2026";
+        return {
+            {"alert", [&] { return INT_PTR(showAlertBox(nullptr, alert_, {}, record_)); },
+             "Please install the 2.1b update", 1, 0, "NOTIFICATION", true, true},
+            {"version",
+             [&] { return INT_PTR(showVersionBox(nullptr, version_, {}, record_, installed_)); },
+             "Ledger 3.0c is out", 1, 0, "NOTIFICATION", true, true},
+            {"prompt",
+             [&] { return INT_PTR(showMultipleItemPrompt(nullptr, pending_, 3, record_, seen_)); },
+             "Multiple Items Pending", kStays, kStays, "NOTIFICATION", true, false},
+            {"browse", [&] { return INT_PTR(showBrowseBox(nullptr, version_, record_)); },
+             "Ledger 3.0c is out [Version]", 1, kStays, "BROWSE", true, false},
+            {"setup_box", [&] { return INT_PTR(openSetupBox(nullptr, record_)); }, "Setup", 1, 0,
+             "SETUP", true, false},
+            {"colour_picker",
+             [&] { return INT_PTR(pickColour(nullptr, colour_, table_, record_.SoftButtons)); },
+             "Colour", 1, 0, nullptr, true, false},
+            // Named for the stored choice it shows (Manual), as the manual's picture.
+            {"init_config_101",
+             [&] {
+                 settings().InitConfigDone = 0;
+                 settings().StartupOptions = kStartupManual;
+                 return INT_PTR(runInitConfig(nullptr, 18));
+             },
+             "", 1, 0, "STARTUP", true, false},
+            {"startup_manager", [&] { return INT_PTR(openStartupManager(nullptr)); },
+             "Startup manager", 1, 0, "STARTUP", true, false},
+            {"about", [&] { return openAboutBox(nullptr); }, "About", 1, kStays, nullptr, true,
+             false},
+            {"system_info", [&] { return INT_PTR(showSystemInfo(nullptr, report_)); },
+             "System information", 1, 0, nullptr, true, false},
+            {"message_box",
+             [&] {
+                 return INT_PTR(
+                     askYesNoCancel(nullptr, "The settings file could not be written. Try again?"));
+             },
+             "Message", 6, 2, nullptr, false, false},
+        };
+    }
+    void setSoftButtons(uint32_t style) {
+        record_.SoftButtons = style;
+        settings().SoftButtons = style;
+    }
+
+    Settings record_;
+    FakeInstalled installed_;
+    UpdateItem alert_ = sampleAlert(), version_ = sampleVersion();
+    std::vector<UpdateItem> pending_ = sampleAlerts(3);
+    SeenList seen_{getenv("TEMP") + std::string("\\heralder_scale.lst")};
+    uint32_t colour_ = 0x00B7410E;
+    std::string table_;
+    std::string report_ = "Heralder version 17.0\r\nScreen: 1920 x 1080 pixels";
 };
 
-struct WindowCase {
-    const char* name;
-    std::function<INT_PTR()> open;
-    bool doubledAt192;  // its size is pixels of ours, not a template's
-};
+// Each window once in each button style, photographed for people to look at;
+// each opening also tries one way out: Enter, Escape, Help, or none.
+TEST_F(EveryWindow, OpensInEachButtonStyleAndAnswersEnterEscapeAndHelp) {
+    for (const Window& w : windows())
+        for (uint32_t style = 0; style < 4; ++style) {
+            SCOPED_TRACE(testing::Message() << w.name << " in style " << style);
+            setSoftButtons(style);
+            const UINT key = style == 0 ? VK_RETURN : style == 1 ? VK_ESCAPE : 0;
+            const INT_PTR want = style == 0 ? w.enter : style == 1 ? w.escape : kStays;
+            bool stayed = false;
+            const INT_PTR result = runDriven(w.open, [&](HWND box) {
+                EXPECT_EQ(windowText(box), w.caption);
+                EXPECT_EQ(isSoftButton(GetDlgItem(box, IDC_BUTTON1)), w.soft && style != 0);
+                saveWindowScreenshot(box, std::string(w.name) + "_soft" + std::to_string(style));
+                if (key) {
+                    SetFocus(GetDlgItem(box, IDC_BUTTON1));
+                    pressKey(box, key);
+                    pumpDialog(box, 50);
+                } else if (style == 2 && w.help) {
+                    expectHelpOpensTopic(box, w.help);
+                }
+                stayed = IsWindow(box) && IsWindowVisible(box);
+                if (stayed) EndDialog(box, IDCANCEL);
+            });
+            EXPECT_EQ(stayed, want == kStays);
+            if (want != kStays) {
+                EXPECT_EQ(result, want);
+            }
+        }
+}
 
-TEST(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
+// The script runs this one again at each display scale, by its name.
+using DisplayScale = EveryWindow;
+
+TEST_F(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
     if (testEnv("HERALDER_SHOT_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
     const unsigned dpi = expectedDpi();
-    Settings record;
-    NoInstalled installed;
-    UpdateItem alert = alertItem(), version = versionItem();
-    std::vector<UpdateItem> pending = {alertItem(), alertItem(), alertItem()};
-    SeenList seen(getenv("TEMP") + std::string("\\heralder_scale.lst"));
-    uint32_t colour = 0x00B7410E;
-    std::string table;
-    const std::string report = "Heralder version 17.0\r\nScreen: 1920 x 1080 pixels";
-    const WindowCase cases[] = {
-        {"alert", [&] { return INT_PTR(showAlertBox(nullptr, alert, {}, record)); }, true},
-        {"version",
-         [&] { return INT_PTR(showVersionBox(nullptr, version, {}, record, installed)); }, true},
-        {"prompt",
-         [&] { return INT_PTR(showMultipleItemPrompt(nullptr, pending, 3, record, seen)); }, false},
-        {"browser", [&] { return INT_PTR(showBrowseBox(nullptr, alert, record)); }, false},
-        {"setup", [&] { return INT_PTR(openSetupBox(nullptr, record)); }, false},
-        {"colour_picker", [&] { return INT_PTR(pickColour(nullptr, colour, table, 0)); }, false},
-        {"sign_up", [&] { return INT_PTR(runInitConfig(nullptr, 18)); }, false},
-        {"startup_manager", [&] { return INT_PTR(openStartupManager(nullptr)); }, false},
-        {"about", [&] { return openAboutBox(nullptr); }, false},
-        {"system_info", [&] { return INT_PTR(showSystemInfo(nullptr, report)); }, false},
-        {"message_box",
-         [&] {
-             return INT_PTR(
-                 askYesNoCancel(nullptr, "The settings file could not be written. Try again?"));
-         },
-         false},
-    };
+    const std::vector<Window> cases = windows();
     std::map<std::string, SIZE> sizes;
-    for (const WindowCase& c : cases) {
+    for (const Window& c : cases) {
         SCOPED_TRACE(c.name);
         runDriven(c.open, [&](HWND box) {
             EXPECT_EQ(windowDpi(box), dpi);
@@ -277,7 +331,7 @@ TEST(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
     // Wine's dialog font makes them 2 pixels taller than such a screen: they
     // need a layout of their own for short screens, which they do not have
     // yet. Remove them here once they do.
-    const std::set<std::string> tooTallAt144 = {"prompt", "setup"};
+    const std::set<std::string> tooTallAt144 = {"prompt", "setup_box"};
     for (const auto& [name, size] : sizes) {
         EXPECT_LE(size.cx, screen.cx) << name;
         if (!(dpi == 144 && tooTallAt144.count(name))) {
@@ -291,7 +345,7 @@ TEST(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
             out << name << ' ' << size.cx << ' ' << size.cy << '\n';
     } else if (dpi == 192) {
         const std::map<std::string, SIZE> base = sizesAt96();
-        for (const WindowCase& c : cases) {
+        for (const Window& c : cases) {
             if (!c.doubledAt192) continue;
             const auto found = base.find(c.name);
             ASSERT_NE(found, base.end()) << c.name << ": no size from the run at 96 DPI";

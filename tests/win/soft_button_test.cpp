@@ -137,7 +137,19 @@ TEST_F(SoftButtons, DefaultFollowsTheFocusAndButtonsStayOwnerDrawn) {
     }
 }
 
-TEST_F(SoftButtons, EnablingAndDisablingShowsAtOnce) {
+// Pumps the dialog's messages for up to a second until done() holds.
+bool waitFor(HWND dialog, const std::function<bool()>& done) {
+    for (int i = 0; i < 100; ++i, Sleep(10)) {
+        pumpDialog(dialog);
+        if (done()) return true;
+    }
+    return false;
+}
+
+// Enabling and disabling shows at once, and the mouse lights a button until
+// it leaves. The numeric fields of the same dialog take their range and first
+// value from the template's text, and a value set moves the arrows' start.
+TEST_F(SoftButtons, ChangesShowAtOnceAndTheMouseLightsAButton) {
     for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style) {
         SCOPED_TRACE(kStyleNames[style]);
         runWithStyle(style, [&](HWND dialog) {
@@ -151,39 +163,30 @@ TEST_F(SoftButtons, EnablingAndDisablingShowsAtOnce) {
             UpdateWindow(later);
             EXPECT_NE(enabled, disabled);
             EXPECT_EQ(pixelsOf(later), disabled);
+
+            HWND cancel = GetDlgItem(dialog, IDC_CANCELBUTTON);
+            const std::vector<uint32_t> normal = pixelsOf(cancel);
+            RECT r;
+            GetWindowRect(cancel, &r);
+            SetCursorPos((r.left + r.right) / 2, (r.top + r.bottom) / 2);
+            PostMessageA(cancel, WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+            EXPECT_TRUE(waitFor(dialog, [&] { return pixelsOf(cancel) != normal; }));
+            SetCursorPos(0, 0);
+            EXPECT_TRUE(waitFor(dialog, [&] { return pixelsOf(cancel) == normal; }));
+
             initSpinEdit(dialog, IDC_TEST_COUNT);
             initSpinEdit(dialog, IDC_TEST_PLAIN);
+            EXPECT_EQ(itemText(dialog, IDC_TEST_COUNT), "6");
+            EXPECT_EQ(upDownRange(dialog, IDC_TEST_PLAIN_UPDOWN), std::make_pair(0, 100));
+            setSpinEditValue(dialog, IDC_TEST_COUNT, 0);  // below the template's 2
+            SetFocus(GetDlgItem(dialog, IDC_TEST_COUNT));
+            SendDlgItemMessageA(dialog, IDC_TEST_COUNT, WM_KEYDOWN, VK_UP, 1);
+            EXPECT_EQ(getSpinEditValue(dialog, IDC_TEST_COUNT), 3);
             focusControl(dialog, IDC_BUTTON1);
             saveWindowScreenshot(dialog, std::string("soft_button_dialog_") + kStyleNames[style]);
             EndDialog(dialog, 0);
         });
     }
-}
-
-// Pumps the dialog's messages for up to a second until done() holds.
-bool waitFor(HWND dialog, const std::function<bool()>& done) {
-    for (int i = 0; i < 100; ++i) {
-        pumpDialog(dialog);
-        if (done()) return true;
-        Sleep(10);
-    }
-    return false;
-}
-
-TEST_F(SoftButtons, TheMouseLightsAButtonUntilItLeaves) {
-    runWithStyle(kSoftButtonsSoft, [&](HWND dialog) {
-        HWND cancel = GetDlgItem(dialog, IDC_CANCELBUTTON);
-        UpdateWindow(dialog);
-        const std::vector<uint32_t> normal = pixelsOf(cancel);
-        RECT r;
-        GetWindowRect(cancel, &r);
-        SetCursorPos((r.left + r.right) / 2, (r.top + r.bottom) / 2);
-        PostMessageA(cancel, WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
-        EXPECT_TRUE(waitFor(dialog, [&] { return pixelsOf(cancel) != normal; }));
-        SetCursorPos(0, 0);
-        EXPECT_TRUE(waitFor(dialog, [&] { return pixelsOf(cancel) == normal; }));
-        EndDialog(dialog, 0);
-    });
 }
 
 // ---- Faces drawn off screen in every state ---------------------------------------
@@ -213,12 +216,21 @@ UniqueFont dialogFont(int height, DWORD quality = DEFAULT_QUALITY) {
                                   0, "MS Shell Dlg"));
 }
 
-// A picture per style: a row at the usual 75 x 23 at 96 dpi and one at 150 %,
-// one column per state under its name.
-TEST_F(SoftButtons, EveryStateLooksDifferentAndPicturesAreSaved) {
+// Each state looks different from every other, in a picture per style at the
+// usual 75 x 23 at 96 dpi and at 150 %. With high contrast on the user chose
+// every colour: only system colours may appear (text drawn without smoothing
+// so that edges add none; focus dots invert what is under them, so none).
+TEST_F(SoftButtons, EveryStateLooksDifferentAndHighContrastUsesSystemColours) {
     const struct { int width, height, fontHeight; } scales[] = {{75, 23, 11}, {112, 35, 16}};
     constexpr int kGap = 12, kLabel = 18, kColumn = 112 + kGap;
-    UniqueFont labelFont = dialogFont(11);
+    std::set<uint32_t> allowed;
+    for (int c :
+         {COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, COLOR_GRAYTEXT}) {
+        const COLORREF ref = GetSysColor(c);
+        allowed.insert((GetRValue(ref) << 16) | (GetGValue(ref) << 8) | GetBValue(ref));
+    }
+    UniqueFont labelFont = dialogFont(11), sharp = dialogFont(11, NONANTIALIASED_QUALITY);
+    Canvas contrast(6 * 87 + 12, 3 * 35 + 12, GetSysColor(COLOR_BTNFACE));
     for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style) {
         SCOPED_TRACE(kStyleNames[style]);
         Canvas picture(kGap + 6 * kColumn, kLabel + 3 * kGap + 23 + 35, GetSysColor(COLOR_BTNFACE));
@@ -240,33 +252,18 @@ TEST_F(SoftButtons, EveryStateLooksDifferentAndPicturesAreSaved) {
             top += scale.height + kGap;
         }
         picture.save(std::string("soft_button_states_") + kStyleNames[style]);
-    }
-}
-
-// With high contrast on the user chose every colour: only system colours may
-// appear (text drawn without smoothing so that edges add none).
-TEST_F(SoftButtons, HighContrastUsesSystemColoursOnly) {
-    std::set<uint32_t> allowed;
-    for (int c :
-         {COLOR_BTNFACE, COLOR_BTNTEXT, COLOR_HIGHLIGHT, COLOR_HIGHLIGHTTEXT, COLOR_GRAYTEXT}) {
-        const COLORREF ref = GetSysColor(c);
-        allowed.insert((GetRValue(ref) << 16) | (GetGValue(ref) << 8) | GetBValue(ref));
-    }
-    UniqueFont font = dialogFont(11, NONANTIALIASED_QUALITY);
-    Canvas picture(6 * 87 + 12, 3 * 35 + 12, GetSysColor(COLOR_BTNFACE));
-    for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style)
         for (int i = 0; i < 6; ++i) {
-            SoftButtonFace face = faceIn(style, font.get(), i);
+            SoftButtonFace face = faceIn(style, sharp.get(), i);
             face.highContrast = true;
-            face.focused = false;  // the focus dots invert what is under them
+            face.focused = false;
             const int left = 12 + i * 87, top = 12 + int(style - 1) * 35;
             const RECT r{left, top, left + 75, top + 23};
-            paintSoftButton(picture.dc(), r, face);
-            for (uint32_t p : picture.pixels(r))
-                ASSERT_TRUE(allowed.count(p))
-                    << kStyleNames[style] << " " << kStates[i].name << " " << std::hex << p;
+            paintSoftButton(contrast.dc(), r, face);
+            for (uint32_t p : contrast.pixels(r))
+                ASSERT_TRUE(allowed.count(p)) << kStates[i].name << " " << std::hex << p;
         }
-    picture.save("soft_button_states_high_contrast");
+    }
+    contrast.save("soft_button_states_high_contrast");
 }
 
 }  // namespace

@@ -1,0 +1,58 @@
+#pragma once
+// The items the window tests show, filled as a publisher would fill them so
+// that every field a window shows has something in it.
+#include <string>
+#include <vector>
+
+#include "feed/update_item.h"
+
+inline UpdateItem sampleAlert() {
+    UpdateItem item;
+    item.type = ItemType::Alert;
+    item.title = "Please install the 2.1b update";
+    item.application = "Foo";
+    item.version = 2;
+    item.subVersion = 1;
+    item.revision = 'b';
+    item.patch = 3;
+    item.date = "07-15-2003";
+    item.url = "http://www.quenmark.com/foo/update.html";
+    item.plainText = "Foo 2.1b rounds currency totals correctly.";
+    return item;
+}
+
+inline UpdateItem sampleVersion() {
+    UpdateItem item;
+    item.type = ItemType::Version;
+    item.title = "Ledger 3.0c is out";
+    item.date = "11-20-2026";
+    item.originator = "Quenmark Software";
+    item.application = "Ledger & Co";  // no mnemonic may eat the "&"
+    item.keywords = "ledger, update";
+    item.plainText = "Ledger 3.0c mends the totals.\r\nUpgrade from the web page.";
+    item.iniFile = "ledger.ini";
+    item.section = "Ledger";
+    item.url = "http://www.quenmark.com/ledger";
+    item.ignoreUntil = "12-01-2026";
+    item.version = 3;
+    item.subVersion = 0;
+    item.revision = 'c';
+    item.patch = 2;
+    item.beta = 1;
+    item.importance = 2;
+    item.ifRegistered = -1;
+    item.ifEval = 0;
+    item.number = 4101;
+    return item;
+}
+
+// count alerts numbered from firstNumber.
+inline std::vector<UpdateItem> sampleAlerts(int count, int32_t firstNumber = 3001) {
+    std::vector<UpdateItem> items(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        items[i].type = ItemType::Alert;
+        items[i].number = firstNumber + i;
+        items[i].title = "Alert " + std::to_string(i + 1);
+    }
+    return items;
+}
