@@ -50,7 +50,8 @@ std::string currentBuildText() {
 
 class IncompatiblePlatformBox : public Dialog {
   public:
-    explicit IncompatiblePlatformBox(const char* productName) : productName_(productName) {}
+    IncompatiblePlatformBox(const char* productName, const Settings& settings)
+        : productName_(productName), settings_(settings) {}
 
   private:
     BOOL onInitDialog() override {
@@ -64,7 +65,7 @@ class IncompatiblePlatformBox : public Dialog {
 
     void onCommand(int id, UINT, HWND) override {
         if (id == IDC_BUTTON1) {
-            launchBrowser(hwnd(), kPublisherHome, nullptr, true);
+            launchBrowser(hwnd(), settings_, kPublisherHome, nullptr, true);
             end(IDC_BUTTON1);
         } else if (id == IDC_CANCELBUTTON) {
             end(IDC_CANCELBUTTON);
@@ -108,6 +109,7 @@ class IncompatiblePlatformBox : public Dialog {
     }
 
     const char* productName_;
+    const Settings& settings_;
 };
 
 }  // namespace
@@ -122,7 +124,7 @@ bool isPlatformSupported(const uint32_t* selector) {
     return isPlatformSelected(getPlatformCode(), selector);
 }
 
-INT_PTR showIncompatiblePlatformBox(HWND owner, const char* productName) {
-    IncompatiblePlatformBox box(productName);
+INT_PTR showIncompatiblePlatformBox(HWND owner, const char* productName, const Settings& settings) {
+    IncompatiblePlatformBox box(productName, settings);
     return box.runModal(owner, MAKEINTRESOURCEA(IDD_INCOMPATIBLE));
 }

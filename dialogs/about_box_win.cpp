@@ -57,8 +57,8 @@ class AboutDialog : public Dialog {
 
 }  // namespace
 
-INT_PTR openAboutBox(HWND owner) {
-    AboutDialog dialog(settings().SoftButtons);
+INT_PTR openAboutBox(HWND owner, const Settings& settings) {
+    AboutDialog dialog(settings.SoftButtons);
     const INT_PTR result = dialog.runModal(owner, MAKEINTRESOURCEA(IDD_ABOUT));
     if (owner)
         RedrawWindow(owner, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);

@@ -33,8 +33,10 @@ void checkRadioAlone(HWND button) {
 
 class InitConfigDialog : public Dialog {
   public:
-    InitConfigDialog(uint32_t option, uint32_t softButtons)
-        : option_(option), softButtons_(softButtons) {}
+    explicit InitConfigDialog(const Settings& settings)
+        : settings_(settings),
+          option_(settings.StartupOptions),
+          softButtons_(settings.SoftButtons) {}
     uint32_t option() const { return option_; }
 
   protected:
@@ -68,14 +70,15 @@ class InitConfigDialog : public Dialog {
                               ? kStartupManual
                               : kStartupAutomatic;
                 if (IsDlgButtonChecked(hwnd(), IDC_INITCONFIG_NEWSLETTER) == BST_CHECKED)
-                    launchBrowser(hwnd(), newsletterAddress(publisherServerHost()), "", true);
+                    launchBrowser(hwnd(), settings_, newsletterAddress(publisherServerHost()), "",
+                                  true);
                 end(1);
                 break;
             case IDC_CANCELBUTTON:  // Escape: there is no Cancel button
                 end(0);
                 break;
             case IDC_HELPBUTTON:
-                if (code == BN_CLICKED) openManualTopic(hwnd(), "STARTUP");
+                if (code == BN_CLICKED) openManualTopic(hwnd(), settings_, "STARTUP");
                 break;
         }
     }
@@ -95,6 +98,7 @@ class InitConfigDialog : public Dialog {
     }
 
   private:
+    const Settings& settings_;
     uint32_t option_;
     uint32_t softButtons_;
     UniqueFont headingFont_;
@@ -103,10 +107,9 @@ class InitConfigDialog : public Dialog {
 
 }  // namespace
 
-int runInitConfig(HWND owner, uint32_t platformCode) {
-    Settings& s = settings();
+int runInitConfig(HWND owner, Settings& s, uint32_t platformCode) {
     if (s.InitConfigDone) return 1;
-    InitConfigDialog dialog(s.StartupOptions, s.SoftButtons);
+    InitConfigDialog dialog(s);
     const INT_PTR shown = dialog.runModal(owner, "InitConfigBox");
     // A window that could not be made was never seen: it is offered again.
     if (shown < 0) return 0;

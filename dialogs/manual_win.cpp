@@ -102,26 +102,28 @@ bool startAssociatedProgram(const std::string& target, bool maximised) {
     return true;
 }
 
-int openManualPage(HWND owner, const char* page, const std::string& suffix) {
-    const std::string path = manualPagePath(settings().ApplicationPath, page);
-    if (!launchBrowser(owner, path, suffix.c_str(), true)) showMessage(owner, kManualError);
+int openManualPage(HWND owner, const Settings& settings, const char* page,
+                   const std::string& suffix) {
+    const std::string path = manualPagePath(settings.ApplicationPath, page);
+    if (!launchBrowser(owner, settings, path, suffix.c_str(), true))
+        showMessage(owner, kManualError);
     return 1;
 }
 
 }  // namespace
 
-int openManualTopic(HWND owner, const char* topic) {
-    return openManualPage(owner, "referenc.html", std::string("#") + topic);
+int openManualTopic(HWND owner, const Settings& settings, const char* topic) {
+    return openManualPage(owner, settings, "referenc.html", std::string("#") + topic);
 }
 
-int openManual(HWND owner) {
-    return openManualPage(owner, "manual.html", "#DOCUMENTATION");
+int openManual(HWND owner, const Settings& settings) {
+    return openManualPage(owner, settings, "manual.html", "#DOCUMENTATION");
 }
 
-int launchBrowser(HWND owner, const std::string& target, const char* suffix, bool maximised) {
+int launchBrowser(HWND owner, const Settings& s, const std::string& target, const char* suffix,
+                  bool maximised) {
     const std::string address = buildBrowserAddress(target, suffix);
     const int show = maximised ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
-    const Settings& s = settings();
 
     if (!s.DocumentBrowserPath.empty() &&
         shellOpen(owner, s.DocumentBrowserPath.c_str(), address, show)) {

@@ -158,7 +158,7 @@ class SetupBox : public Dialog {
                 end(0);
                 return;
             case IDC_HELPBUTTON:
-                if (code == BN_CLICKED) openManualTopic(hwnd(), kHelpTopic);
+                if (code == BN_CLICKED) openManualTopic(hwnd(), s_, kHelpTopic);
                 return;
         }
     }

@@ -27,8 +27,8 @@ constexpr char kUpdateArgument[] = "/UPDATE";
 
 class StartupManagerDialog : public Dialog {
   public:
-    StartupManagerDialog(uint32_t option, uint32_t softButtons)
-        : option_(option), softButtons_(softButtons) {}
+    explicit StartupManagerDialog(const Settings& settings)
+        : settings_(settings), option_(settings.StartupOptions) {}
     uint32_t option() const { return option_; }
 
   protected:
@@ -38,8 +38,9 @@ class StartupManagerDialog : public Dialog {
             CheckRadioButton(hwnd(), IDC_STARTUP_MANUAL, IDC_STARTUP_AUTOMATIC,
                              static_cast<int>(option_));
         }
-        if (softButtons_ != 0) {
-            makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON});
+        if (settings_.SoftButtons != 0) {
+            makeSoftButtons(hwnd(), settings_.SoftButtons,
+                            {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON});
         }
         SetFocus(item(IDC_BUTTON1));
         centreWindow(hwnd());
@@ -59,7 +60,7 @@ class StartupManagerDialog : public Dialog {
                 end(0);
                 break;
             case IDC_HELPBUTTON:
-                openManualTopic(hwnd(), "STARTUP");
+                openManualTopic(hwnd(), settings_, "STARTUP");
                 break;
         }
     }
@@ -71,8 +72,8 @@ class StartupManagerDialog : public Dialog {
     }
 
   private:
+    const Settings& settings_;
     uint32_t option_;
-    uint32_t softButtons_;
 };
 
 // Drive and folder of path, ending in a backslash unless empty.
@@ -87,9 +88,8 @@ std::string folderOf(const std::string& path) {
 
 }  // namespace
 
-int openStartupManager(HWND owner) {
-    Settings& s = settings();
-    StartupManagerDialog dialog(s.StartupOptions, s.SoftButtons);
+int openStartupManager(HWND owner, Settings& s) {
+    StartupManagerDialog dialog(s);
     if (dialog.runModal(owner, "StartupOptionsBox") != 1) return 0;
     s.StartupOptions = dialog.option();
     applyStartupOption(owner, s.StartupOptions);

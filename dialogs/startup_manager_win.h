@@ -6,13 +6,14 @@
 #include <string>
 
 #include "base/win_headers.h"
+#include "settings/settings.h"
 
 inline constexpr uint32_t kStartupManual = 101;     // no shortcut
 inline constexpr uint32_t kStartupAutomatic = 102;  // shortcut with "/UPDATE"
 
 // Shows "StartupOptionsBox"; on Close stores StartupOptions and applies it.
 // 1 for Close, 0 for Cancel. Writes no file: the main window saves later.
-int openStartupManager(HWND owner);
+int openStartupManager(HWND owner, Settings& settings);
 // Creates or deletes "Heralder.lnk" in the user's Startup folder to match
 // option. Failures are silent; always 1.
 int applyStartupOption(HWND owner, uint32_t option);

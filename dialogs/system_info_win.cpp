@@ -195,8 +195,8 @@ SystemFacts gatherSystemFacts(const Settings& record, uint32_t platformCode,
     return f;
 }
 
-int showSystemInfo(HWND owner, const std::string& report) {
-    SystemInfoDialog dialog(report, settings().SoftButtons);
+int showSystemInfo(HWND owner, const std::string& report, const Settings& settings) {
+    SystemInfoDialog dialog(report, settings.SoftButtons);
     const INT_PTR result = dialog.runModal(owner, "SystemInfoBox");
     return result == 1 ? 1 : 0;
 }

@@ -75,9 +75,8 @@ class AlertBox : public Dialog {
 
     void onCommand(int id, UINT code, HWND) override {
         if (code != BN_CLICKED) return;
-        if (const auto result =
-                itemWindowCommand(hwnd(), id, {IDC_ALERT_NEVERAGAIN, IDC_ALERT_GO, IDC_ICONBUTTON},
-                                  item_, settings_.ApplicationPath))
+        if (const auto result = itemWindowCommand(
+                hwnd(), id, {IDC_ALERT_NEVERAGAIN, IDC_ALERT_GO, IDC_ICONBUTTON}, item_, settings_))
             end(*result);
     }
 

@@ -81,7 +81,7 @@ class BrowseBox : public Dialog {
                 openUrl();
                 return;
             case IDC_HELPBUTTON:
-                openManualTopic(hwnd(), kHelpTopic);
+                openManualTopic(hwnd(), settings_, kHelpTopic);
                 return;
         }
     }

@@ -66,7 +66,7 @@ class MultipleItemPrompt : public Dialog {
                 if (IsWindowEnabled(item(IDC_BUTTON1))) end(static_cast<INT_PTR>(chosen()));
                 return;
             case IDC_HELPBUTTON:
-                openManualTopic(hwnd(), kHelpTopic);
+                openManualTopic(hwnd(), settings_, kHelpTopic);
                 return;
         }
     }

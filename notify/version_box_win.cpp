@@ -45,9 +45,8 @@ class VersionBox : public Dialog {
 
     void onCommand(int id, UINT code, HWND) override {
         if (code != BN_CLICKED) return;
-        if (const auto result =
-                itemWindowCommand(hwnd(), id, {IDC_VERSION_NEVERAGAIN, IDC_VERSION_GO, 0}, item_,
-                                  settings_.ApplicationPath))
+        if (const auto result = itemWindowCommand(
+                hwnd(), id, {IDC_VERSION_NEVERAGAIN, IDC_VERSION_GO, 0}, item_, settings_))
             end(*result);
     }
 

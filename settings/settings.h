@@ -1,9 +1,10 @@
 #pragma once
-// The program's settings: one process-wide record with a member per key, and
-// SettingsTable, the one table that drives reading, writing and the feed's
-// setting updates. Members are named exactly as the keys in the settings file so
-// that the code reads like the file. Numbers are 32-bit unsigned; texts hold at
-// most kSettingTextMax characters.
+// The program's settings: a record with a member per key, and SettingsTable,
+// the one table that drives reading, writing and the feed's setting updates.
+// The process's own record belongs to app/, which hands it down. Members are
+// named exactly as the keys in the settings file so that the code reads like
+// the file. Numbers are 32-bit unsigned; texts hold at most kSettingTextMax
+// characters.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -86,9 +87,6 @@ struct SettingDef {
 inline constexpr std::size_t kSettingCount = 43;
 // In file order; also the order in which keys are matched on reading.
 extern const std::array<SettingDef, kSettingCount> SettingsTable;
-
-// The process-wide record.
-Settings& settings();
 
 // The row of that key, compared exactly; nullptr when there is none.
 const SettingDef* findSetting(std::string_view key);

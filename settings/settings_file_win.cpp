@@ -1,4 +1,4 @@
-// The process-wide settings record bound to "Heralder17.ini" in the user's data
+// A settings record bound to "Heralder17.ini" in the user's data
 // folder. The folders are made before a save so that a user who never ran the
 // installer still keeps settings; a failed save stays silent.
 #include "base/win_headers.h"
@@ -33,13 +33,13 @@ class SettingsFileLock {
 
 }  // namespace
 
-void readSettings() {
+void readSettings(Settings& record) {
     SettingsFileLock lock;
-    readSettingsFile(settings(), getUserDataPath(kSettingsFileName));
+    readSettingsFile(record, getUserDataPath(kSettingsFileName));
 }
 
-void writeSettings() {
+void writeSettings(const Settings& record) {
     SettingsFileLock lock;
     ensureDataFolders();
-    writeSettingsFile(settings(), getUserDataPath(kSettingsFileName));
+    writeSettingsFile(record, getUserDataPath(kSettingsFileName));
 }

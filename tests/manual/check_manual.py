@@ -158,7 +158,7 @@ def check_images(name, page, table, warnings):
 
 
 def source_files():
-    for folder in ("app", "dialogs", "notify", "ui", "feed", "settings"):
+    for folder in ("app", "dialogs", "notify", "shell", "ui", "feed", "settings"):
         yield from sorted((ROOT / folder).rglob("*.cpp"))
         yield from sorted((ROOT / folder).rglob("*.h"))
 
@@ -178,7 +178,9 @@ def program_anchors():
         rel = path.relative_to(ROOT)
         # char kTopic[] = "X", const char* kTopic = "X", std::string_view kTopic = "X"
         constants = dict(re.findall(r"\b(\w+)\s*(?:\[\])?\s*=\s*\"([^\"]*)\"", text))
-        for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*([^)]+?)\s*\)",
+        # openManualTopic(owner, settings, topic)
+        for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*[^,()]+,"
+                             r"\s*([^)]+?)\s*\)",
                              text):
             arg = m.group(1)
             if arg in ("const char* topic", "topic"):
@@ -190,7 +192,8 @@ def program_anchors():
                 problems.append(f"{rel}:{line}: cannot tell the topic {arg}")
             elif topic_page:
                 found.append((topic_page, topic, f"{rel}:{line}"))
-        for m in re.finditer(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\"([^\"]+)\"\s*,\s*\"#([^\"]+)\"",
+        for m in re.finditer(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\"\s*,"
+                             r"\s*\"#([^\"]+)\"",
                              text):
             line = text.count("\n", 0, m.start()) + 1
             found.append((m.group(1), m.group(2), f"{rel}:{line}"))

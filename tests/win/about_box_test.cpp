@@ -36,9 +36,9 @@ class AboutBox : public SettingsTest {
 
 TEST_F(AboutBox, ShowsNameVersionAndNoticeAndIgnoresEscape) {
     for (uint32_t soft : {0u, 1u}) {
-        settings().SoftButtons = soft;
+        settings_.SoftButtons = soft;
         const INT_PTR result = runDriven(
-            [] { return openAboutBox(nullptr); },
+            [&] { return openAboutBox(nullptr, settings_); },
             [&](HWND box) {
                 EXPECT_EQ(windowText(box), "About");
                 EXPECT_EQ(itemText(box, IDC_ABOUT_NAME), "Quenmark Heralder");

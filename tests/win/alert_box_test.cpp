@@ -327,7 +327,7 @@ TEST_F(NotifyWindows, HelpAndABrowserThatCannotStart) {
     openerSucceeds_ = false;
     UpdateItem item = fooAlert();
     runAlert(item, [&](HWND dialog) {
-        expectHelpOpensTopic(dialog, "NOTIFICATION");
+        expectHelpOpensTopic(dialog, "NOTIFICATION", settings_);
         EXPECT_EQ(messageShownBy([&] { clickItem(dialog, IDC_ALERT_GO); }),
                   "There has been an error accessing your web browser.");
         EXPECT_TRUE(IsWindow(dialog));

@@ -169,7 +169,7 @@ TEST_F(BrowseBox, ShowsEveryFieldAndLabelAtAHeightWhereAllShow) {
                 pumpDialog(box, 50);
                 EXPECT_TRUE(IsWindowVisible(box));
                 saveWindowScreenshot(box, "browse_soft" + std::to_string(soft));
-                expectHelpOpensTopic(box, "BROWSE");
+                expectHelpOpensTopic(box, "BROWSE", record);
                 pressKey(box, VK_RETURN);
             });
         EXPECT_EQ(result, 1);

@@ -44,7 +44,7 @@ class InitConfig : public SettingsTest {
         ASSERT_TRUE(ensureDataFolders());
         oldIni_ = getUserDataPath(kOldInstallationFile);
         removeFiles();
-        settings().InitConfigDone = 0;
+        settings_.InitConfigDone = 0;
     }
     void TearDown() override {
         removeFiles();
@@ -84,9 +84,9 @@ TEST_F(InitConfig, ShowsItsTextsTopmostAndCentredWithBothRadiosAsStored) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.stored);
-        settings().InitConfigDone = 0;
-        settings().StartupOptions = c.stored;
-        settings().SoftButtons = c.softButtons;
+        settings_.InitConfigDone = 0;
+        settings_.StartupOptions = c.stored;
+        settings_.SoftButtons = c.softButtons;
         DialogDriver driver([&](HWND box) {
             EXPECT_EQ(windowText(box), "");
             EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & WS_CAPTION, 0);
@@ -119,10 +119,10 @@ TEST_F(InitConfig, ShowsItsTextsTopmostAndCentredWithBothRadiosAsStored) {
 
             saveWindowScreenshot(box, "init_config_" + std::to_string(c.stored) + "_soft" +
                                           std::to_string(c.softButtons));
-            expectHelpOpensTopic(box, "STARTUP");
+            expectHelpOpensTopic(box, "STARTUP", settings_);
             pressKey(box, VK_ESCAPE);
         });
-        EXPECT_EQ(runInitConfig(nullptr, 18), 0);
+        EXPECT_EQ(runInitConfig(nullptr, settings_, 18), 0);
         EXPECT_TRUE(driver.ran());
     }
 }
@@ -153,8 +153,8 @@ TEST_F(InitConfig, CloseStoresAndAppliesTheChoiceEscapeOnlyMarksItDone) {
         SCOPED_TRACE(c.what);
         DeleteFileA(link_.c_str());
         if (c.linkBefore) applyStartupOption(nullptr, kStartupAutomatic);
-        settings().InitConfigDone = 0;
-        settings().StartupOptions = c.stored;
+        settings_.InitConfigDone = 0;
+        settings_.StartupOptions = c.stored;
         DialogDriver driver([&](HWND box) {
             if (c.radio) clickItem(box, c.radio);
             if (c.close)
@@ -162,33 +162,33 @@ TEST_F(InitConfig, CloseStoresAndAppliesTheChoiceEscapeOnlyMarksItDone) {
             else
                 pressKey(box, VK_ESCAPE);
         });
-        EXPECT_EQ(runInitConfig(nullptr, 18), c.wantResult);
+        EXPECT_EQ(runInitConfig(nullptr, settings_, 18), c.wantResult);
         EXPECT_TRUE(driver.ran());
-        EXPECT_EQ(settings().InitConfigDone, 1u);
-        EXPECT_EQ(settings().StartupOptions, c.wantStored);
+        EXPECT_EQ(settings_.InitConfigDone, 1u);
+        EXPECT_EQ(settings_.StartupOptions, c.wantStored);
         EXPECT_EQ(pathExists(link_), c.wantLink);
     }
 }
 
 TEST_F(InitConfig, DoneBeforeShowsNothingAndSkipsTheOldInstallationCheck) {
     makeOldInstallation(oldFolder_, true);
-    settings().InitConfigDone = 1;
-    settings().StartupOptions = kStartupAutomatic;
+    settings_.InitConfigDone = 1;
+    settings_.StartupOptions = kStartupAutomatic;
     DialogDriver driver([](HWND box) { EndDialog(box, 0); });
-    EXPECT_EQ(runInitConfig(nullptr, 18), 1);
+    EXPECT_EQ(runInitConfig(nullptr, settings_, 18), 1);
     MSG msg;  // give the driver's timer a chance: nothing may be on screen
     for (DWORD start = GetTickCount(); GetTickCount() - start < 100;)
         if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
     EXPECT_FALSE(driver.ran());
     EXPECT_FALSE(pathExists(link_));
-    EXPECT_EQ(settings().StartupOptions, kStartupAutomatic);
+    EXPECT_EQ(settings_.StartupOptions, kStartupAutomatic);
 }
 
 TEST_F(InitConfig, NewsletterOpensMaximisedOnClose) {
-    settings().DocumentBrowserPath = recorderPath();
-    settings().DocumentBrowserFlags = 0;
+    settings_.DocumentBrowserPath = recorderPath();
+    settings_.DocumentBrowserFlags = 0;
     Recording recording(oldFolder_ + "record.txt");
-    const INT_PTR result = runDriven([] { return runInitConfig(nullptr, 18); },
+    const INT_PTR result = runDriven([&] { return runInitConfig(nullptr, settings_, 18); },
                                      [](HWND box) {
                                          clickItem(box, IDC_INITCONFIG_NEWSLETTER);
                                          clickItem(box, IDC_BUTTON1);
@@ -247,7 +247,7 @@ TEST_F(InitConfig, EscapeIsFollowedByTheOldInstallationWarning) {
         });
         pressKey(box, VK_ESCAPE);
     });
-    EXPECT_EQ(runInitConfig(nullptr, 18), 0);
+    EXPECT_EQ(runInitConfig(nullptr, settings_, 18), 0);
     EXPECT_TRUE(signUp.ran());
     EXPECT_EQ(shown.rfind(kWarningStart, 0), 0u) << shown;
 }

@@ -81,8 +81,7 @@ class MultipleItemPrompt : public SettingsTest {
   protected:
     void SetUp() override {
         DeleteFileA(list_.c_str());
-        settings() = Settings{};
-        settings().CurrentTransactionDate = "11-22-2026";
+        settings_.CurrentTransactionDate = "11-22-2026";
     }
     void TearDown() override {
         DeleteFileA(list_.c_str());
@@ -136,7 +135,7 @@ TEST_F(MultipleItemPrompt, ShowsItsTextsAndOkWaitsForAChoiceWhileEscapeDoesNothi
             pumpDialog(box, 50);
             EXPECT_TRUE(IsWindowVisible(box));
             saveWindowScreenshot(box, "prompt_soft" + std::to_string(soft));
-            expectHelpOpensTopic(box, "NOTIFICATION");
+            expectHelpOpensTopic(box, "NOTIFICATION", record);
             clickItem(box, IDC_BUTTON1);
         });
         EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 27, record, seen), 0);
@@ -191,8 +190,8 @@ TEST_F(MultipleItemPrompt, CountShowsTheStoredValueAndKeepsTypedOnesInRange) {
         uint32_t before;
         const char* typed;  // nullptr: left as it opened
         uint32_t stored;
-    } cases[] = {{6, "1", 2},       {6, "40000", 32760}, {6, "15", 15},          {6, "2", 2},
-                 {6, "", 2},        {1, nullptr, 1},     {40000, nullptr, 40000}};
+    } cases[] = {{6, "1", 2}, {6, "40000", 32760}, {6, "15", 15},          {6, "2", 2},
+                 {6, "", 2},  {1, nullptr, 1},     {40000, nullptr, 40000}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.typed ? c.typed : std::to_string(c.before));
         Settings record;

@@ -227,10 +227,10 @@ TEST(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
         {"browser", [&] { return INT_PTR(showBrowseBox(nullptr, alert, record)); }, false},
         {"setup", [&] { return INT_PTR(openSetupBox(nullptr, record)); }, false},
         {"colour_picker", [&] { return INT_PTR(pickColour(nullptr, colour, table, 0)); }, false},
-        {"sign_up", [&] { return INT_PTR(runInitConfig(nullptr, 18)); }, false},
-        {"startup_manager", [&] { return INT_PTR(openStartupManager(nullptr)); }, false},
-        {"about", [&] { return openAboutBox(nullptr); }, false},
-        {"system_info", [&] { return INT_PTR(showSystemInfo(nullptr, report)); }, false},
+        {"sign_up", [&] { return INT_PTR(runInitConfig(nullptr, record, 18)); }, false},
+        {"startup_manager", [&] { return INT_PTR(openStartupManager(nullptr, record)); }, false},
+        {"about", [&] { return openAboutBox(nullptr, record); }, false},
+        {"system_info", [&] { return INT_PTR(showSystemInfo(nullptr, report, record)); }, false},
         {"message_box",
          [&] {
              return INT_PTR(

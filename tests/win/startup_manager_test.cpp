@@ -54,15 +54,12 @@ class StartupManager : public testing::Test {
         GetModuleFileNameA(nullptr, path, MAX_PATH);
         program_ = path;
     }
-    void TearDown() override {
-        DeleteFileA(link_.c_str());
-        settings() = saved_;
-    }
+    void TearDown() override { DeleteFileA(link_.c_str()); }
 
     void expectLink(const std::string& arguments) { expectStartupLink(link_, program_, arguments); }
 
     std::string folder_, link_, program_;
-    Settings saved_ = settings();
+    Settings settings_;
 };
 
 TEST_F(StartupManager, ShowsItsTextsAndTheStoredChoiceAndHelpOpensItsTopic) {
@@ -78,8 +75,8 @@ TEST_F(StartupManager, ShowsItsTextsAndTheStoredChoiceAndHelpOpensItsTopic) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.stored);
-        settings().StartupOptions = c.stored;
-        settings().SoftButtons = c.softButtons;
+        settings_.StartupOptions = c.stored;
+        settings_.SoftButtons = c.softButtons;
         DialogDriver driver([&](HWND box) {
             EXPECT_EQ(windowText(box), "Startup manager");
             EXPECT_EQ(GetWindowLongA(box, GWL_STYLE) & (WS_CAPTION | WS_SYSMENU), WS_CAPTION);
@@ -107,10 +104,10 @@ TEST_F(StartupManager, ShowsItsTextsAndTheStoredChoiceAndHelpOpensItsTopic) {
             if (c.stored == kStartupManual || c.stored == kStartupAutomatic)
                 saveWindowScreenshot(box, "startup_manager_soft" + std::to_string(c.softButtons));
             // Help opens its topic and the dialog stays.
-            if (c.stored == 0) expectHelpOpensTopic(box, "STARTUP");
+            if (c.stored == 0) expectHelpOpensTopic(box, "STARTUP", settings_);
             clickItem(box, IDC_CANCELBUTTON);
         });
-        EXPECT_EQ(openStartupManager(nullptr), 0);
+        EXPECT_EQ(openStartupManager(nullptr, settings_), 0);
         EXPECT_TRUE(driver.ran());
     }
 }
@@ -141,13 +138,13 @@ TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
         DeleteFileA(link_.c_str());
         // Cancel must leave even a link that disagrees with the setting alone.
         if (c.linkBefore) applyStartupOption(nullptr, 7);
-        settings().StartupOptions = c.stored;
+        settings_.StartupOptions = c.stored;
         DialogDriver driver([&](HWND box) {
             if (c.radio) clickItem(box, c.radio);
             clickItem(box, c.button);
         });
-        EXPECT_EQ(openStartupManager(nullptr), c.wantResult);
-        EXPECT_EQ(settings().StartupOptions, c.wantStored);
+        EXPECT_EQ(openStartupManager(nullptr, settings_), c.wantResult);
+        EXPECT_EQ(settings_.StartupOptions, c.wantStored);
         EXPECT_EQ(fileExists(link_), c.wantLink);
         if (c.wantLink) expectLink(c.wantResult == 1 ? "/UPDATE" : "");
     }

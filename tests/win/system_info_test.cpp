@@ -38,7 +38,7 @@ class SystemInfo : public SettingsTest {
 };
 
 TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
-    for (int i = 0; i < 3; ++i) ASSERT_TRUE(writeSettingsFile(settings(), settingsFile_));
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(writeSettingsFile(settings_, settingsFile_));
     ASSERT_TRUE(writeFileBytes(files_[3], {"5\r\n7\r\n5\r\n"}));
     // 4.2c: minor 2 in bits 10-14, major 4 in bits 5-9, letter c.
     WritePrivateProfileStringA("Ledger", "VersionNumber", "2178", files_[4].c_str());
@@ -74,7 +74,7 @@ TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
 TEST_F(SystemInfo, MenuCommandShowsTheReportAndCopyTakesAllOfIt) {
     TestMainWindow main;
     ASSERT_TRUE(main.hwnd());
-    settings().SoftButtons = 1;
+    main.record().SoftButtons = 1;
     std::string shown;
     DialogDriver driver([&](HWND box) {
         EXPECT_EQ(windowText(box), "System information");
@@ -97,7 +97,7 @@ TEST_F(SystemInfo, MenuCommandShowsTheReportAndCopyTakesAllOfIt) {
     EXPECT_NE(shown.find("17.0a (Revision 2)"), std::string::npos);
 
     DialogDriver escape([](HWND box) { pressKey(box, VK_ESCAPE); });
-    EXPECT_EQ(showSystemInfo(nullptr, shown), 0);
+    EXPECT_EQ(showSystemInfo(nullptr, shown, settings_), 0);
 }
 
 }  // namespace
