@@ -8,8 +8,8 @@
 #include <cstring>
 
 #include "base/win_handles.h"
-#include "dialogs/manual_win.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
 #include "ui/dialog_win.h"
 
 namespace {

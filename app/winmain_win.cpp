@@ -13,9 +13,9 @@
 #include "app/main_window_win.h"
 #include "app/platform_win.h"
 #include "app/window_edges.h"
-#include "notify/sound_win.h"
 #include "resources/resource.h"
 #include "settings/settings_file.h"
+#include "shell/sound_win.h"
 #include "ui/message_box_win.h"
 #include "ui/res_string_win.h"
 

@@ -5,9 +5,9 @@
 
 #include "base/win_handles.h"
 #include "dialogs/about_text.h"
-#include "notify/sound_win.h"
 #include "resources/resource.h"
 #include "settings/settings.h"
+#include "shell/sound_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
 #include "ui/icon_button_win.h"

@@ -13,10 +13,10 @@
 
 #include "base/win_handles.h"
 #include "dialogs/colour_picker_win.h"
-#include "dialogs/manual_win.h"
 #include "dialogs/setup_box.h"
 #include "feed/selection.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
 #include "ui/choice_combo_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"

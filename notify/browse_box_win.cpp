@@ -8,10 +8,10 @@
 
 #include <shellapi.h>  // after windows.h; the lean build leaves it out
 
-#include "dialogs/manual_win.h"
 #include "notify/browse_text.h"
 #include "notify/url_policy.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
 #include "ui/message_box_win.h"

@@ -1,9 +1,9 @@
 // The item windows' shared buttons (see item_commands_win.h).
 #include "notify/item_commands_win.h"
 
-#include "dialogs/manual_win.h"
 #include "notify/url_policy_win.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
 
 std::optional<INT_PTR> itemWindowCommand(HWND window, int id, const ItemCommandIds& ids,
                                          UpdateItem& item, const Settings& settings) {

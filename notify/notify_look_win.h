@@ -3,6 +3,7 @@
 // program (from the AlertFont settings and AlertBackgroundColor) and lent to
 // each window, which never deletes them.
 #include "base/win_headers.h"
+#include "settings/settings.h"
 
 struct NotifyLook {
     HFONT alertFont = nullptr;    // the body text's; the dialog's own font when null

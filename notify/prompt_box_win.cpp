@@ -5,10 +5,10 @@
 
 #include <string>
 
-#include "dialogs/manual_win.h"
-#include "dialogs/startup_manager_win.h"
 #include "notify/prompt_box.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
+#include "shell/startup_link_win.h"
 #include "ui/dialog_win.h"
 #include "ui/icon_button_win.h"
 #include "ui/soft_button_win.h"

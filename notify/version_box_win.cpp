@@ -5,9 +5,9 @@
 
 #include "notify/alert_text.h"
 #include "notify/item_commands_win.h"
-#include "notify/sound_win.h"
 #include "notify/url_policy.h"
 #include "resources/resource.h"
+#include "shell/sound_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
 #include "ui/icon_button_win.h"

@@ -13,6 +13,11 @@
 
 inline constexpr std::size_t kSettingTextMax = 260;
 
+// The values of StartupOptions, which are also the startup manager's radio
+// button ids.
+inline constexpr uint32_t kStartupManual = 101;     // no shortcut in the Startup folder
+inline constexpr uint32_t kStartupAutomatic = 102;  // shortcut with "/UPDATE"
+
 struct Settings {
     uint32_t AlertBackgroundColor = 16777215;
     uint32_t AlertFontAntialias = 1;
@@ -51,7 +56,7 @@ struct Settings {
     uint32_t SetupVersionReport = 1;
     uint32_t SoftButtons = 1;
     uint32_t StartMaximized = 0;
-    uint32_t StartupOptions = 101;
+    uint32_t StartupOptions = kStartupManual;
     uint32_t StickyWindowBottom = 2147483647;
     uint32_t StickyWindowLeft = 2147483647;
     uint32_t StickyWindowRight = 2147483647;

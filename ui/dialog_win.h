@@ -4,12 +4,14 @@
 // to the dialog procedure through DialogBoxParam's lParam, the procedure keeps
 // it in GWLP_USERDATA and routes each message to a small virtual handler. No
 // exception ever leaves the procedure. Soft buttons draw themselves through
-// the same route, so a dialog only asks for them. Ctrl+C anywhere but in an
-// edit control reaches the dialog as WM_COPY, as it does in the system's own
-// message box.
+// the same route, so a dialog only asks for them, and so does the icon button
+// most templates carry. Ctrl+C anywhere but in an edit control reaches the
+// dialog as WM_COPY, as it does in the system's own message box.
+#include <string>
 #include <string_view>
 
 #include "base/win_headers.h"
+#include "resources/resource.h"
 
 class Dialog {
   public:

@@ -19,15 +19,15 @@
 
 #include "app/app_win.h"
 #include "app/run_host_win.h"
+#include "base/packed_dib.h"
 #include "feed/document_file.h"
 #include "feed/document_parser.h"
 #include "notify/alert_box_win.h"
-#include "notify/item_graphics.h"
-#include "base/packed_dib.h"
-#include "notify/item_graphics_win.h"
 #include "notify/version_box_win.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
+#include "shell/item_graphics.h"
+#include "shell/item_graphics_win.h"
 #include "tests/win/large_png.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "base/packed_dib.h"
-#include "notify/item_graphics.h"
+#include "shell/item_graphics.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "notify/sound_choice.h"
+#include "shell/sound_choice.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "dialogs/manual_win.h"
 #include "resources/resource.h"
 #include "settings/settings.h"
+#include "shell/browser_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/recorder/recording.h"
 

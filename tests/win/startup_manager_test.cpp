@@ -9,6 +9,7 @@
 #include "dialogs/startup_manager_win.h"
 #include "resources/resource.h"
 #include "settings/settings.h"
+#include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
 #include "tests/win/recorder/recording.h"

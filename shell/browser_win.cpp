@@ -3,15 +3,15 @@
 // knows about, and finally whatever program the target's type is associated
 // with; each failure silently hands over to the next way, and only when all of
 // them fail does the user hear about it.
-#include "dialogs/manual_win.h"
+#include "shell/browser_win.h"
 
 #include <cstdint>
 #include <cstring>
 
 #include "base/win_handles.h"
 #include <shellapi.h>  // after windows.h; the lean build leaves it out
-#include "dialogs/browser_address.h"
 #include "settings/settings.h"
+#include "shell/browser_address.h"
 #include "ui/message_box_win.h"
 
 namespace {
