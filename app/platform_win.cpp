@@ -57,10 +57,8 @@ class IncompatiblePlatformBox : public Dialog {
     BOOL onInitDialog() override {
         formatText();
         fitText();
-        centreWindow(hwnd());
-        SetFocus(item(IDC_BUTTON1));
         MessageBeep(MB_ICONEXCLAMATION);
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT, HWND) override {

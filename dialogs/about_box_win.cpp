@@ -10,7 +10,6 @@
 #include "shell/sound_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
-#include "ui/icon_button_win.h"
 #include "ui/res_string_win.h"
 #include "ui/soft_button_win.h"
 
@@ -20,11 +19,11 @@ constexpr int kMaxTemplateChars = 1024;
 
 class AboutDialog : public Dialog {
   public:
-    explicit AboutDialog(uint32_t softButtons) : softButtons_(softButtons) {}
+    explicit AboutDialog(uint32_t softButtons) : softButtons_(softButtons) { drawsIconButton(); }
 
   protected:
     BOOL onInitDialog() override {
-        if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1});
+        makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1});
         titleFont_.reset(CreateFontA(scaledFor(hwnd(), 24), 0, 0, 0, FW_BOLD, 0, 0, 0,
                                      DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
                                      DEFAULT_QUALITY, DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
@@ -42,12 +41,6 @@ class AboutDialog : public Dialog {
         if (id != IDC_BUTTON1) return;
         titleFont_.reset();
         end(1);
-    }
-
-    bool onDrawItem(const DRAWITEMSTRUCT& item) override {
-        if (item.CtlID != IDC_ICONBUTTON) return false;
-        drawIconButton(item, GetSysColor(COLOR_BTNFACE));
-        return true;
     }
 
   private:

@@ -16,7 +16,6 @@
 #include "shell/startup_link_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
-#include "ui/icon_button_win.h"
 #include "ui/message_box_win.h"
 #include "ui/soft_button_win.h"
 
@@ -36,7 +35,9 @@ class InitConfigDialog : public Dialog {
     explicit InitConfigDialog(const Settings& settings)
         : settings_(settings),
           option_(settings.StartupOptions),
-          softButtons_(settings.SoftButtons) {}
+          softButtons_(settings.SoftButtons) {
+        drawsIconButton();
+    }
     uint32_t option() const { return option_; }
 
   protected:
@@ -46,8 +47,7 @@ class InitConfigDialog : public Dialog {
         // checked below whatever it was, and stays the choice unless the user
         // clicks Automatic, even though both then show as checked.
         if (option_ <= 0xFFFF) CheckDlgButton(hwnd(), static_cast<int>(option_), BST_CHECKED);
-        if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_HELPBUTTON});
-        SetFocus(item(IDC_BUTTON1));
+        makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_HELPBUTTON});
         checkRadioAlone(item(IDC_INITCONFIG_MANUAL));
 
         headingFont_.reset(CreateFontA(
@@ -58,8 +58,7 @@ class InitConfigDialog : public Dialog {
         banner_ = loadBitmapResourceDib(IDR_INITCONFIG_BANNER);
 
         SetWindowPos(hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-        centreWindow(hwnd());
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT code, HWND) override {
@@ -84,12 +83,8 @@ class InitConfigDialog : public Dialog {
     }
 
     bool onDrawItem(const DRAWITEMSTRUCT& item) override {
-        const COLORREF face = GetSysColor(COLOR_BTNFACE);
-        if (item.CtlID == IDC_ICONBUTTON) {
-            drawIconButton(item, face);
-            return true;
-        }
         if (item.CtlID != IDC_INITCONFIG_BANNER) return false;
+        const COLORREF face = GetSysColor(COLOR_BTNFACE);
         FillRect(item.hDC, &item.rcItem, GetSysColorBrush(COLOR_BTNFACE));
         if (banner_)
             drawPictureOverAt(item.hDC, item.rcItem.left, item.rcItem.top, *banner_, face,

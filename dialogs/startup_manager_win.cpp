@@ -9,7 +9,6 @@
 #include "shell/browser_win.h"
 #include "shell/startup_link_win.h"
 #include "ui/dialog_win.h"
-#include "ui/icon_button_win.h"
 #include "ui/soft_button_win.h"
 
 namespace {
@@ -17,7 +16,9 @@ namespace {
 class StartupManagerDialog : public Dialog {
   public:
     explicit StartupManagerDialog(const Settings& settings)
-        : settings_(settings), option_(settings.StartupOptions) {}
+        : settings_(settings), option_(settings.StartupOptions) {
+        drawsIconButton();
+    }
     uint32_t option() const { return option_; }
 
   protected:
@@ -27,13 +28,9 @@ class StartupManagerDialog : public Dialog {
             CheckRadioButton(hwnd(), IDC_STARTUP_MANUAL, IDC_STARTUP_AUTOMATIC,
                              static_cast<int>(option_));
         }
-        if (settings_.SoftButtons != 0) {
-            makeSoftButtons(hwnd(), settings_.SoftButtons,
-                            {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON});
-        }
-        SetFocus(item(IDC_BUTTON1));
-        centreWindow(hwnd());
-        return FALSE;
+        makeSoftButtons(hwnd(), settings_.SoftButtons,
+                        {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON});
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT code, HWND) override {
@@ -52,12 +49,6 @@ class StartupManagerDialog : public Dialog {
                 openManualTopic(hwnd(), settings_, "STARTUP");
                 break;
         }
-    }
-
-    bool onDrawItem(const DRAWITEMSTRUCT& item) override {
-        if (item.CtlID != IDC_ICONBUTTON) return false;
-        drawIconButton(item, GetSysColor(COLOR_BTNFACE));
-        return true;
     }
 
   private:

@@ -100,8 +100,7 @@ class SystemInfoDialog : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
-        if (softButtons_ != 0)
-            makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_SYSINFO_COPY});
+        makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_SYSINFO_COPY});
         // Fixed pitch, so that the report's columns line up as they will
         // where it is pasted.
         WindowDc dc(hwnd());
@@ -111,9 +110,7 @@ class SystemInfoDialog : public Dialog {
                                       FIXED_PITCH | FF_MODERN, "Courier New"));
         SetWindowFont(item(IDC_SYSINFO_REPORT), reportFont_.get(), FALSE);
         SetDlgItemTextA(hwnd(), IDC_SYSINFO_REPORT, report_.c_str());
-        SetFocus(item(IDC_BUTTON1));
-        centreWindow(hwnd());
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT code, HWND) override {

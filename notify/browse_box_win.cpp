@@ -53,10 +53,8 @@ class BrowseBox : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
-        if (settings_.SoftButtons != 0) {
-            makeSoftButtons(hwnd(), settings_.SoftButtons,
-                            {IDC_BUTTON1, IDC_BROWSE_GO, IDC_HELPBUTTON});
-        }
+        makeSoftButtons(hwnd(), settings_.SoftButtons,
+                        {IDC_BUTTON1, IDC_BROWSE_GO, IDC_HELPBUTTON});
         SetWindowTextA(hwnd(), texts_.caption.c_str());
         for (const auto& field : kFields)
             if (!(texts_.*field.text).empty())

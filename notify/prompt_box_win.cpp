@@ -10,7 +10,6 @@
 #include "shell/browser_win.h"
 #include "shell/startup_link_win.h"
 #include "ui/dialog_win.h"
-#include "ui/icon_button_win.h"
 #include "ui/soft_button_win.h"
 #include "ui/spin_edit_win.h"
 
@@ -32,12 +31,13 @@ constexpr struct {
 
 class MultipleItemPrompt : public Dialog {
   public:
-    MultipleItemPrompt(int waiting, Settings& settings) : waiting_(waiting), settings_(settings) {}
+    MultipleItemPrompt(int waiting, Settings& settings) : waiting_(waiting), settings_(settings) {
+        drawsIconButton();
+    }
 
   protected:
     BOOL onInitDialog() override {
-        if (settings_.SoftButtons != 0)
-            makeSoftButtons(hwnd(), settings_.SoftButtons, {IDC_BUTTON1, IDC_HELPBUTTON});
+        makeSoftButtons(hwnd(), settings_.SoftButtons, {IDC_BUTTON1, IDC_HELPBUTTON});
         fillExplanation();
         initSpinEdit(hwnd(), IDC_PROMPT_COUNT);
         showSpinEditSetting(hwnd(), IDC_PROMPT_COUNT, settings_.PromptMultipleCount);
@@ -69,12 +69,6 @@ class MultipleItemPrompt : public Dialog {
                 openManualTopic(hwnd(), settings_, kHelpTopic);
                 return;
         }
-    }
-
-    bool onDrawItem(const DRAWITEMSTRUCT& d) override {
-        if (d.CtlID != IDC_ICONBUTTON) return false;
-        drawIconButton(d, GetSysColor(COLOR_BTNFACE));
-        return true;
     }
 
   private:

@@ -235,7 +235,7 @@ std::optional<Picture> loadGraphicFile(const std::string& path) {
 
 std::optional<Picture> loadBitmapResourceDib(int resourceId) {
     HINSTANCE module = resourceModule();
-    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(resourceId), MAKEINTRESOURCEA(10));
+    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(resourceId), RT_RCDATA);
     HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
     const void* data = loaded ? LockResource(loaded) : nullptr;
     if (!data) return std::nullopt;
