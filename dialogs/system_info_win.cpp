@@ -62,8 +62,8 @@ ProxyFacts proxyFacts() {
 void addProducts(const std::optional<std::string>& folder, std::vector<ProductFacts>& products) {
     if (!folder || folder->empty()) return;
     WIN32_FIND_DATAA found;
-    HANDLE search = FindFirstFileA((*folder + "*.ini").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return;
+    UniqueFind search(FindFirstFileA((*folder + "*.ini").c_str(), &found));
+    if (!search) return;
     do {
         if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
         const std::string path = *folder + found.cFileName;
@@ -89,8 +89,7 @@ void addProducts(const std::optional<std::string>& folder, std::vector<ProductFa
                                 installedVersionText(number("VersionNumber"), number("PatchLevel"),
                                                      number("BetaLevel"))});
         }
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
+    } while (FindNextFileA(search.get(), &found));
 }
 
 class SystemInfoDialog : public Dialog {

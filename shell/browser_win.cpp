@@ -97,8 +97,8 @@ bool startAssociatedProgram(const std::string& target, bool maximised) {
                         nullptr, nullptr, &startup, &process)) {
         return false;
     }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    // Started and left to run: the handles are not wanted.
+    UniqueKernelHandle thread(process.hThread), started(process.hProcess);
     return true;
 }
 
