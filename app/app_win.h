@@ -1,7 +1,8 @@
 #pragma once
 // The process's own state: what start-up sets up once and the windows share.
 // It lives in app/, the top of the program; code below app/ is handed what it
-// needs (a font, a brush, the owner window) rather than reaching up here.
+// needs (the settings, a font, a brush, the owner window) rather than reaching
+// up here.
 #include <cstdint>
 
 #include "base/win_handles.h"
@@ -14,6 +15,9 @@ struct AppState {
     // Set by "/UPDATE": Go then leaves the notification run to start-up and
     // retries a failed fetch, because at logon the network is often not up yet.
     bool updateMode = false;
+    // Read once at start-up, lent to every window and service, written back by
+    // the main window.
+    Settings settings;
     UniqueFont listFont;
     UniqueFont alertFont;  // none when AlertFontName is empty
     UniqueBrush whiteBrush;

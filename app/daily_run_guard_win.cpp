@@ -17,11 +17,10 @@ DailyRunGuard::DailyRunGuard() : mutex_(CreateMutexA(nullptr, FALSE, kGuardName)
         return;
     }
     // Abandoned: the run that held it died; its marks are on disk already.
-    const DWORD r = WaitForSingleObject(mutex_, 0);
+    const DWORD r = WaitForSingleObject(mutex_.get(), 0);
     held_ = r == WAIT_OBJECT_0 || r == WAIT_ABANDONED;
 }
 
 DailyRunGuard::~DailyRunGuard() {
-    if (mutex_ && held_) ReleaseMutex(mutex_);
-    if (mutex_) CloseHandle(mutex_);
+    if (mutex_ && held_) ReleaseMutex(mutex_.get());
 }

@@ -4,7 +4,7 @@
 // item and both append it to the seen list. The guard is a named mutex held
 // for as long as the guard lives; whoever cannot take it at once stays out.
 // Go by hand in an open main window takes no guard: a person asked for it.
-#include "base/win_headers.h"
+#include "base/win_handles.h"
 
 class DailyRunGuard {
   public:
@@ -18,6 +18,6 @@ class DailyRunGuard {
     bool held() const { return held_; }
 
   private:
-    HANDLE mutex_ = nullptr;
+    UniqueKernelHandle mutex_;
     bool held_ = false;
 };

@@ -13,7 +13,6 @@
 #include "app/window_edges.h"
 #include "dialogs/about_box_win.h"
 #include "dialogs/init_config_box_win.h"
-#include "dialogs/manual_win.h"
 #include "dialogs/setup_box_win.h"
 #include "dialogs/startup_manager_win.h"
 #include "dialogs/system_info_win.h"
@@ -23,11 +22,12 @@
 #include "feed/feed_trust_win.h"
 #include "feed/http_win.h"
 #include "feed/kept_document_win.h"
-#include "notify/browse_box_win.h"
 #include "notify/alert_box_win.h"
+#include "notify/browse_box_win.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
+#include "shell/browser_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
 #include "ui/list_marker_win.h"
@@ -47,6 +47,7 @@ std::vector<DWORD> retryDelaysMs = {5000, 15000, 40000};
 
 struct MainWindow {
     HWND hwnd = nullptr;
+    Settings* settings = nullptr;  // the creator's, never null once created
     HWND list = nullptr;
     std::vector<UpdateItem> items;
 };
@@ -124,7 +125,7 @@ void loadDocumentText(MainWindow& w, std::string_view document) {
     w.items = parseUpdateDocument(normalizeLineEnds(document));
     fillList(w);
     enableCommand(w.hwnd, IDM_SHOW_NOTIFICATIONS, true);
-    setTransactionDate(settings());
+    setTransactionDate(*w.settings);
 }
 
 // A build with the publisher's keys acts only on a document they signed;
@@ -157,7 +158,7 @@ void onGo(MainWindow& w) {
             // not be there yet.
             ensureDataFolders();
             keepFetchedDocument(keptDocumentPath(), *document);
-            if (settings().DoNoticationsAutomatically && !app().updateMode)
+            if (w.settings->DoNoticationsAutomatically && !app().updateMode)
                 PostMessageA(w.hwnd, WM_COMMAND, IDM_SHOW_NOTIFICATIONS, 0);
         }
     } else {
@@ -188,13 +189,13 @@ void onListDoubleClick(MainWindow& w) {
     }
     UpdateItem& item = w.items[static_cast<std::size_t>(index)];
     if (GetKeyState(VK_SHIFT) & 0x8000) {
-        showBrowseBox(w.hwnd, item, settings());
+        showBrowseBox(w.hwnd, item, *w.settings);
         return;
     }
     // Any type, even a setting or graphic update: the alert window shows what
     // the item says. Its result means nothing here; a ticked "never show"
     // stays in the item, so a later Show notifications honours it.
-    showAlertBox(w.hwnd, item, notifyLook(), settings());
+    showAlertBox(w.hwnd, item, notifyLook(), *w.settings);
 }
 
 // "/INITCONFIG/F" sends the sign-up twice and posts Exit after the first one;
@@ -204,7 +205,7 @@ void onInitialConfig(MainWindow& w) {
     std::vector<MSG> queued;
     MSG msg;
     while (PeekMessageA(&msg, w.hwnd, WM_COMMAND, WM_COMMAND, PM_REMOVE)) queued.push_back(msg);
-    runInitConfig(w.hwnd, app().platformCode);
+    runInitConfig(w.hwnd, *w.settings, app().platformCode);
     for (const MSG& m : queued) PostMessageA(w.hwnd, m.message, m.wParam, m.lParam);
 }
 
@@ -212,13 +213,14 @@ void onInitialConfig(MainWindow& w) {
 // when the user cancels, so whatever the answer the shared font and brush are
 // made again and the settings are written.
 void onSetup(MainWindow& w) {
-    openSetupBox(w.hwnd, settings());
-    recreateAlertBackgroundBrush(settings());
+    Settings& record = *w.settings;
+    openSetupBox(w.hwnd, record);
+    recreateAlertBackgroundBrush(record);
     RedrawWindow(w.hwnd, nullptr, nullptr,
                  RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
-    recreateAlertFont(settings());
+    recreateAlertFont(record);
     SetWindowTextA(w.hwnd, loadResString(IDS_APP_NAME).c_str());
-    writeSettings();
+    writeSettings(record);
 }
 
 void onCommand(MainWindow& w, int id, UINT code) {
@@ -233,12 +235,12 @@ void onCommand(MainWindow& w, int id, UINT code) {
             onGo(w);
             return;
         case IDM_SHOW_NOTIFICATIONS:
-            runNotifications(w.hwnd, w.items);
+            runNotifications(w.hwnd, *w.settings, w.items);
             // Not a null window: that would redraw the whole screen.
             if (w.list) InvalidateRect(w.list, nullptr, TRUE);
             return;
         case IDM_STARTUP_MANAGER:
-            openStartupManager(w.hwnd);
+            openStartupManager(w.hwnd, *w.settings);
             return;
         case IDM_INITIAL_CONFIG:
             onInitialConfig(w);
@@ -246,17 +248,19 @@ void onCommand(MainWindow& w, int id, UINT code) {
         case IDM_SYSTEM_INFO: {
             std::string platformName;
             const uint32_t platformCode = getPlatformCode(&platformName);
-            showSystemInfo(w.hwnd, formatSystemReport(
-                                       gatherSystemFacts(settings(), platformCode, platformName)));
+            showSystemInfo(
+                w.hwnd,
+                formatSystemReport(gatherSystemFacts(*w.settings, platformCode, platformName)),
+                *w.settings);
             return;
         }
         case IDM_HELP:
-            openManual(w.hwnd);
+            openManual(w.hwnd, *w.settings);
             return;
         case IDM_ABOUT:
-            openAboutBox(w.hwnd);
+            openAboutBox(w.hwnd, *w.settings);
             // Staff hold Shift for a fresh identifier on the clipboard.
-            if (GetKeyState(VK_SHIFT) & 0x8000) copyNewGuid(w.hwnd, settings().ChangeFolderSound);
+            if (GetKeyState(VK_SHIFT) & 0x8000) copyNewGuid(w.hwnd, w.settings->ChangeFolderSound);
             return;
         case IDC_ITEMLIST:
             if (code == LBN_DBLCLK) onListDoubleClick(w);
@@ -284,10 +288,10 @@ void drawRow(const MainWindow& w, const DRAWITEMSTRUCT& d) {
     drawListMarker(d.hDC, d.rcItem, item.importance, background, dpi);
 }
 
-void saveWindowEdges(HWND hwnd) {
+void saveWindowEdges(HWND hwnd, Settings& record) {
     RECT r;
     if (IsZoomed(hwnd) || IsIconic(hwnd) || !GetWindowRect(hwnd, &r)) return;
-    storeWindowEdges(settings(), {r.left, r.top, r.right, r.bottom}, GetSystemMetrics(SM_CXSCREEN),
+    storeWindowEdges(record, {r.left, r.top, r.right, r.bottom}, GetSystemMetrics(SM_CXSCREEN),
                      GetSystemMetrics(SM_CYSCREEN));
 }
 
@@ -310,9 +314,9 @@ LRESULT handle(MainWindow& w, UINT msg, WPARAM wp, LPARAM lp) {
             return 0;
         }
         case WM_CLOSE:
-            saveWindowEdges(w.hwnd);
-            settings().StartMaximized = IsZoomed(w.hwnd) ? 1 : 0;
-            writeSettings();
+            saveWindowEdges(w.hwnd, *w.settings);
+            w.settings->StartMaximized = IsZoomed(w.hwnd) ? 1 : 0;
+            writeSettings(*w.settings);
             break;
         case WM_QUERYENDSESSION:
             return TRUE;  // nothing is saved: the session may end
@@ -346,8 +350,9 @@ LRESULT CALLBACK mainWindowProc(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexc
         if (msg == WM_CREATE) {
             auto* w = new MainWindow;
             w->hwnd = hwnd;
+            w->settings =
+                static_cast<Settings*>(reinterpret_cast<const CREATESTRUCTA*>(lp)->lpCreateParams);
             SetWindowLongPtrA(hwnd, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(w));
-            readSettings();
             centreOnScreen(hwnd);
             return 0;
         }
@@ -382,13 +387,13 @@ bool registerMainWindowClass(HINSTANCE instance) {
     return RegisterClassA(&wc) != 0;
 }
 
-HWND createMainWindow(HINSTANCE instance, bool startsHidden) {
+HWND createMainWindow(HINSTANCE instance, Settings& settings, bool startsHidden) {
     // Made on the primary monitor, whose DPI the screen's device context gives.
     const unsigned dpi = windowDpi(nullptr);
-    HWND hwnd =
-        CreateWindowExA(0, kMainWindowClass, "Quenmark Heralder", WS_OVERLAPPEDWINDOW,
-                        CW_USEDEFAULT, CW_USEDEFAULT, scaleForDpi(kDefaultMainWidth, dpi),
-                        scaleForDpi(kDefaultMainHeight, dpi), nullptr, nullptr, instance, nullptr);
+    HWND hwnd = CreateWindowExA(0, kMainWindowClass, "Quenmark Heralder", WS_OVERLAPPEDWINDOW,
+                                CW_USEDEFAULT, CW_USEDEFAULT, scaleForDpi(kDefaultMainWidth, dpi),
+                                scaleForDpi(kDefaultMainHeight, dpi), nullptr, nullptr, instance,
+                                &settings);
     MainWindow* w = hwnd ? stateOf(hwnd) : nullptr;
     if (w && !startsHidden) createList(*w);
     return hwnd;

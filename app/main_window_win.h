@@ -6,6 +6,7 @@
 
 #include "base/win_headers.h"
 #include "feed/update_item.h"
+#include "settings/settings.h"
 
 inline constexpr char kMainWindowClass[] = "QuenmarkHeralderApplication";
 // lParam: a document path to load, owned by the sender until it is handled.
@@ -19,8 +20,9 @@ bool registerMainWindowClass(HINSTANCE instance);
 // The main window, hidden, with its item list filling it. A window that stays
 // hidden (the daily run) makes its list when first shown: the run that finds
 // nothing new never needs it, and a list box is what loads the common controls
-// library, a good part of the run's time.
-HWND createMainWindow(HINSTANCE instance, bool startsHidden = false);
+// library, a good part of the run's time. The window reads and changes
+// settings, which must outlive it, and writes them when it closes.
+HWND createMainWindow(HINSTANCE instance, Settings& settings, bool startsHidden = false);
 
 // The items behind the list rows, in document order.
 const std::vector<UpdateItem>& mainWindowItems(HWND mainWindow);

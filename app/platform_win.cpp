@@ -8,8 +8,8 @@
 #include <cstring>
 
 #include "base/win_handles.h"
-#include "dialogs/manual_win.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
 #include "ui/dialog_win.h"
 
 namespace {
@@ -50,21 +50,20 @@ std::string currentBuildText() {
 
 class IncompatiblePlatformBox : public Dialog {
   public:
-    explicit IncompatiblePlatformBox(const char* productName) : productName_(productName) {}
+    IncompatiblePlatformBox(const char* productName, const Settings& settings)
+        : productName_(productName), settings_(settings) {}
 
   private:
     BOOL onInitDialog() override {
         formatText();
         fitText();
-        centreWindow(hwnd());
-        SetFocus(item(IDC_BUTTON1));
         MessageBeep(MB_ICONEXCLAMATION);
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT, HWND) override {
         if (id == IDC_BUTTON1) {
-            launchBrowser(hwnd(), kPublisherHome, nullptr, true);
+            launchBrowser(hwnd(), settings_, kPublisherHome, nullptr, true);
             end(IDC_BUTTON1);
         } else if (id == IDC_CANCELBUTTON) {
             end(IDC_CANCELBUTTON);
@@ -108,6 +107,7 @@ class IncompatiblePlatformBox : public Dialog {
     }
 
     const char* productName_;
+    const Settings& settings_;
 };
 
 }  // namespace
@@ -122,7 +122,7 @@ bool isPlatformSupported(const uint32_t* selector) {
     return isPlatformSelected(getPlatformCode(), selector);
 }
 
-INT_PTR showIncompatiblePlatformBox(HWND owner, const char* productName) {
-    IncompatiblePlatformBox box(productName);
+INT_PTR showIncompatiblePlatformBox(HWND owner, const char* productName, const Settings& settings) {
+    IncompatiblePlatformBox box(productName, settings);
     return box.runModal(owner, MAKEINTRESOURCEA(IDD_INCOMPATIBLE));
 }

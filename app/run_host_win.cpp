@@ -16,16 +16,16 @@ NotifyLook notifyLook() {
 }
 
 int WindowsRunHost::showAlertWindow(UpdateItem& item) {
-    return showAlertBox(owner_, item, notifyLook(), settings());
+    return showAlertBox(owner_, item, notifyLook(), settings_);
 }
 
 int WindowsRunHost::showVersionWindow(UpdateItem& item) {
-    return showVersionBox(owner_, item, notifyLook(), settings(), *this);
+    return showVersionBox(owner_, item, notifyLook(), settings_, *this);
 }
 
 int WindowsRunHost::promptMultipleItems(std::vector<UpdateItem>& items, int waiting,
                                         SeenList& seen) {
-    return showMultipleItemPrompt(owner_, items, waiting, settings(), seen);
+    return showMultipleItemPrompt(owner_, items, waiting, settings_, seen);
 }
 
 std::optional<std::string> WindowsRunHost::fetchServerFile(const std::string& path) {
@@ -79,10 +79,10 @@ bool runNotifications(WindowsRunHost& host, std::vector<UpdateItem>& items) {
     // every mark would be lost silently on a machine set up without the installer.
     ensureDataFolders();
     SeenList seen(getUserHeralderPath("Heralder.lst"));
-    return runNotifications(items, host, settings(), seen);
+    return runNotifications(items, host, host.runSettings(), seen);
 }
 
-bool runNotifications(HWND owner, std::vector<UpdateItem>& items) {
-    WindowsRunHost host(owner);
+bool runNotifications(HWND owner, Settings& settings, std::vector<UpdateItem>& items) {
+    WindowsRunHost host(owner, settings);
     return runNotifications(host, items);
 }

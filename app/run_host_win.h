@@ -8,11 +8,12 @@
 #include "base/win_headers.h"
 #include "feed/installed_product.h"
 #include "feed/notification_run.h"
+#include "settings/settings.h"
 #include "notify/notify_look_win.h"
 
 class WindowsRunHost : public RunHost {
   public:
-    explicit WindowsRunHost(HWND owner) : owner_(owner) {}
+    WindowsRunHost(HWND owner, Settings& settings) : owner_(owner), settings_(settings) {}
 
     // The notification windows and the multiple-items prompt plug in here.
     int showAlertWindow(UpdateItem& item) override;
@@ -31,9 +32,11 @@ class WindowsRunHost : public RunHost {
     bool downloadTimeSpent() override;
 
     HWND owner() const { return owner_; }
+    Settings& runSettings() const { return settings_; }
 
   private:
     HWND owner_;
+    Settings& settings_;
     HCURSOR previousCursor_ = nullptr;
     int waitDepth_ = 0;
     // Each item is asked about several times before its window, and a
@@ -45,7 +48,7 @@ class WindowsRunHost : public RunHost {
 // The shared alert font and background brush, lent to a notification window.
 NotifyLook notifyLook();
 
-// The run as the main window starts it: the process-wide settings and the
-// user's seen-item list, in the product folder (made when it is missing).
-bool runNotifications(HWND owner, std::vector<UpdateItem>& items);
+// The run as the main window starts it: its settings and the user's seen-item
+// list, in the product folder (made when it is missing).
+bool runNotifications(HWND owner, Settings& settings, std::vector<UpdateItem>& items);
 bool runNotifications(WindowsRunHost& host, std::vector<UpdateItem>& items);

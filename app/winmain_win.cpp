@@ -13,9 +13,9 @@
 #include "app/main_window_win.h"
 #include "app/platform_win.h"
 #include "app/window_edges.h"
-#include "notify/sound_win.h"
 #include "resources/resource.h"
 #include "settings/settings_file.h"
+#include "shell/sound_win.h"
 #include "ui/message_box_win.h"
 #include "ui/res_string_win.h"
 
@@ -32,8 +32,8 @@ namespace {
 
 constexpr char kProductName[] = "Quenmark Heralder";
 
-void restoreWindowEdges(HWND hwnd) {
-    const auto placement = restoredWindowPlacement(settings(), GetSystemMetrics(SM_CXSCREEN),
+void restoreWindowEdges(HWND hwnd, const Settings& record) {
+    const auto placement = restoredWindowPlacement(record, GetSystemMetrics(SM_CXSCREEN),
                                                    GetSystemMetrics(SM_CYSCREEN));
     if (placement)
         SetWindowPos(hwnd, nullptr, placement->x, placement->y, placement->width, placement->height,
@@ -46,7 +46,7 @@ void runStep(HWND hwnd, const StartupStep& step) {
             app().updateMode = true;
             break;
         case StartupAction::ResetInitConfig:
-            settings().InitConfigDone = 0;
+            app().settings.InitConfigDone = 0;
             break;
         case StartupAction::Send:
             SendMessageA(hwnd, WM_COMMAND, step.command, 0);
@@ -71,6 +71,7 @@ int messageLoop() {
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showState) {
     AppState& a = app();
     a.instance = instance;
+    Settings& record = a.settings;
 
     // Before anything is shown: a daily run that the machine's policy turns
     // off must not even flash the platform box.
@@ -81,22 +82,22 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
     if (plansDailyRun(plan) && !dailyRun.emplace().held() && !dropDailyRun(plan)) return 0;
 
     if (!isPlatformSupported(&kPlatformsXpOrLater)) {
-        showIncompatiblePlatformBox(nullptr, kProductName);
+        showIncompatiblePlatformBox(nullptr, kProductName, record);
         return 0;
     }
     a.platformCode = getPlatformCode();
 
-    readSettings();
-    createSharedDrawingObjects(settings());
+    readSettings(record);
+    createSharedDrawingObjects(record);
     setSoundMute(0);
 
     if (!registerMainWindowClass(instance)) {
         showMessage(nullptr, "There has been an error registering the application class.");
         return 0;
     }
-    HWND hwnd = createMainWindow(instance, plan.hidden);
+    HWND hwnd = createMainWindow(instance, record, plan.hidden);
     a.mainWindow = hwnd;
-    settings().ApplicationPath = programFolder();
+    record.ApplicationPath = programFolder();
 
     ShowWindow(hwnd, plan.hidden ? SW_HIDE : showState);
     UpdateWindow(hwnd);
@@ -104,8 +105,8 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
     // the input method, a cost every daily run would pay.
     if (!plan.hidden) SetFocus(hwnd);
     SetWindowTextA(hwnd, loadResString(IDS_APP_NAME).c_str());
-    restoreWindowEdges(hwnd);
-    if (settings().StartMaximized) SendMessageA(hwnd, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
+    restoreWindowEdges(hwnd, record);
+    if (record.StartMaximized) SendMessageA(hwnd, WM_SYSCOMMAND, SC_MAXIMIZE, 0);
 
     // Lives until the loop ends: the window reads it when the message arrives.
     const std::string documentPath = plan.documentPath.value_or("");
@@ -113,7 +114,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
         PostMessageA(hwnd, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(documentPath.c_str()));
     for (const StartupStep& step : plan.steps) runStep(hwnd, step);
 
-    recreateAlertBackgroundBrush(settings());
+    recreateAlertBackgroundBrush(record);
     const int result = messageLoop();
 
     deleteSharedDrawingObjects();

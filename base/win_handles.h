@@ -1,9 +1,8 @@
 #pragma once
 // The Windows handles the program owns, and scoped device-context helpers.
-// Owned handles are UniqueHandle with traits: every kind held so far reports
-// "no handle" as null and differs only in how it is released, so one template
-// serves them all; a kind whose creator fails with INVALID_HANDLE_VALUE
-// (CreateFile) needs traits of its own.
+// Owned handles are UniqueHandle with traits: the kinds differ only in their
+// "no handle" value (null, or INVALID_HANDLE_VALUE for files and searches) and
+// in how they are released, so two small templates serve them all.
 #include "base/unique_handle.h"
 #include "base/win_headers.h"
 
@@ -11,6 +10,13 @@ template <class H, auto closeFn>
 struct NullHandleTraits {
     using Handle = H;
     static Handle invalid() noexcept { return nullptr; }
+    static void close(Handle h) noexcept { closeFn(h); }
+};
+
+template <class H, auto closeFn>
+struct InvalidHandleTraits {
+    using Handle = H;
+    static Handle invalid() noexcept { return INVALID_HANDLE_VALUE; }
     static void close(Handle h) noexcept { closeFn(h); }
 };
 
@@ -23,6 +29,11 @@ using UniquePen = UniqueHandle<NullHandleTraits<HPEN, DeleteObject>>;
 using UniqueMemoryDc = UniqueHandle<NullHandleTraits<HDC, DeleteDC>>;
 using UniqueKey = UniqueHandle<NullHandleTraits<HKEY, RegCloseKey>>;
 using UniqueModule = UniqueHandle<NullHandleTraits<HMODULE, FreeLibrary>>;
+// Processes, threads, mutexes: kernel objects whose creators fail with null.
+using UniqueKernelHandle = UniqueHandle<NullHandleTraits<HANDLE, CloseHandle>>;
+// CreateFile's files and FindFirstFile's searches.
+using UniqueFile = UniqueHandle<InvalidHandleTraits<HANDLE, CloseHandle>>;
+using UniqueFind = UniqueHandle<InvalidHandleTraits<HANDLE, FindClose>>;
 
 // A window's device context, released on scope exit.
 class WindowDc {

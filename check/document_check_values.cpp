@@ -6,12 +6,12 @@
 #include <optional>
 
 #include "base/crt_text.h"
+#include "check/document_check_text.h"
 #include "feed/feed_updates.h"
 #include "notify/alert_text.h"
-#include "check/document_check_text.h"
-#include "notify/item_graphics.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
+#include "shell/item_graphics.h"
 
 using namespace checktext;
 

@@ -5,12 +5,11 @@
 
 #include "base/win_handles.h"
 #include "dialogs/about_text.h"
-#include "notify/sound_win.h"
 #include "resources/resource.h"
 #include "settings/settings.h"
+#include "shell/sound_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
-#include "ui/icon_button_win.h"
 #include "ui/res_string_win.h"
 #include "ui/soft_button_win.h"
 
@@ -20,11 +19,11 @@ constexpr int kMaxTemplateChars = 1024;
 
 class AboutDialog : public Dialog {
   public:
-    explicit AboutDialog(uint32_t softButtons) : softButtons_(softButtons) {}
+    explicit AboutDialog(uint32_t softButtons) : softButtons_(softButtons) { drawsIconButton(); }
 
   protected:
     BOOL onInitDialog() override {
-        if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1});
+        makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1});
         titleFont_.reset(CreateFontA(scaledFor(hwnd(), 24), 0, 0, 0, FW_BOLD, 0, 0, 0,
                                      DEFAULT_CHARSET, OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS,
                                      DEFAULT_QUALITY, DEFAULT_PITCH | FF_ROMAN, "Times New Roman"));
@@ -44,12 +43,6 @@ class AboutDialog : public Dialog {
         end(1);
     }
 
-    bool onDrawItem(const DRAWITEMSTRUCT& item) override {
-        if (item.CtlID != IDC_ICONBUTTON) return false;
-        drawIconButton(item, GetSysColor(COLOR_BTNFACE));
-        return true;
-    }
-
   private:
     uint32_t softButtons_;
     UniqueFont titleFont_;
@@ -57,8 +50,8 @@ class AboutDialog : public Dialog {
 
 }  // namespace
 
-INT_PTR openAboutBox(HWND owner) {
-    AboutDialog dialog(settings().SoftButtons);
+INT_PTR openAboutBox(HWND owner, const Settings& settings) {
+    AboutDialog dialog(settings.SoftButtons);
     const INT_PTR result = dialog.runModal(owner, MAKEINTRESOURCEA(IDD_ABOUT));
     if (owner)
         RedrawWindow(owner, nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW | RDW_ALLCHILDREN);

@@ -4,10 +4,11 @@
 #include <string>
 
 #include "base/win_headers.h"
+#include "settings/settings.h"
 
 // Shows template IDD_ABOUT modally; only OK closes it. Repaints the owner
 // afterwards. The dialog's result: 1, or -1 when it could not be made.
-INT_PTR openAboutBox(HWND owner);
+INT_PTR openAboutBox(HWND owner, const Settings& settings);
 
 // A new GUID's 36 characters, without braces, upper-case; "" when the system
 // would not make one.

@@ -31,14 +31,6 @@ constexpr int kListRowHeight = 18;
 constexpr int kHlsFields[] = {IDC_COLOUR_HUE, IDC_COLOUR_SAT, IDC_COLOUR_LUM};
 constexpr int kRgbFields[] = {IDC_COLOUR_RED, IDC_COLOUR_GREEN, IDC_COLOUR_BLUE};
 
-std::string dialogItemText(HWND dialog, int id) {
-    HWND control = GetDlgItem(dialog, id);
-    const int length = GetWindowTextLengthA(control);
-    std::string text(static_cast<std::size_t>(std::max(length, 0)) + 1, '\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextA(control, text.data(), length + 1)));
-    return text;
-}
-
 std::string tableProblemText(ColourTableRead status, const std::string& path) {
     switch (status) {
         case ColourTableRead::kTooLarge:
@@ -63,10 +55,9 @@ class ColourPicker : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
-        if (softButtons_ != 0)
-            makeSoftButtons(hwnd(), softButtons_,
-                            {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_COLOUR_ADD, IDC_COLOUR_DELETE,
-                             IDC_COLOUR_OPEN});
+        makeSoftButtons(
+            hwnd(), softButtons_,
+            {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_COLOUR_ADD, IDC_COLOUR_DELETE, IDC_COLOUR_OPEN});
         SendDlgItemMessageA(hwnd(), IDC_COLOUR_NAME, EM_LIMITTEXT, kMaxColourNameChars, 0);
         // Setting up one field must not recompute the colour from the others.
         updating_ = true;
@@ -251,7 +242,7 @@ class ColourPicker : public Dialog {
     }
 
     void addColour() {
-        const std::string typed = dialogItemText(hwnd(), IDC_COLOUR_NAME);
+        const std::string typed = controlText(item(IDC_COLOUR_NAME));
         const std::optional<std::string> name = cleanColourName(typed);
         if (!name) {
             showMessage(hwnd(), typed.find_first_not_of(" \t") == std::string::npos

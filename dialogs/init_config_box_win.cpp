@@ -7,16 +7,15 @@
 
 #include "base/win_handles.h"
 #include "dialogs/init_config.h"
-#include "dialogs/manual_win.h"
-#include "dialogs/startup_manager_win.h"
 #include "feed/http_win.h"
-#include "notify/item_graphics_win.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
+#include "shell/browser_win.h"
+#include "shell/item_graphics_win.h"
+#include "shell/startup_link_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
-#include "ui/icon_button_win.h"
 #include "ui/message_box_win.h"
 #include "ui/soft_button_win.h"
 
@@ -33,8 +32,12 @@ void checkRadioAlone(HWND button) {
 
 class InitConfigDialog : public Dialog {
   public:
-    InitConfigDialog(uint32_t option, uint32_t softButtons)
-        : option_(option), softButtons_(softButtons) {}
+    explicit InitConfigDialog(const Settings& settings)
+        : settings_(settings),
+          option_(settings.StartupOptions),
+          softButtons_(settings.SoftButtons) {
+        drawsIconButton();
+    }
     uint32_t option() const { return option_; }
 
   protected:
@@ -44,8 +47,7 @@ class InitConfigDialog : public Dialog {
         // checked below whatever it was, and stays the choice unless the user
         // clicks Automatic, even though both then show as checked.
         if (option_ <= 0xFFFF) CheckDlgButton(hwnd(), static_cast<int>(option_), BST_CHECKED);
-        if (softButtons_ != 0) makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_HELPBUTTON});
-        SetFocus(item(IDC_BUTTON1));
+        makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_HELPBUTTON});
         checkRadioAlone(item(IDC_INITCONFIG_MANUAL));
 
         headingFont_.reset(CreateFontA(
@@ -56,8 +58,7 @@ class InitConfigDialog : public Dialog {
         banner_ = loadBitmapResourceDib(IDR_INITCONFIG_BANNER);
 
         SetWindowPos(hwnd(), HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-        centreWindow(hwnd());
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT code, HWND) override {
@@ -68,25 +69,22 @@ class InitConfigDialog : public Dialog {
                               ? kStartupManual
                               : kStartupAutomatic;
                 if (IsDlgButtonChecked(hwnd(), IDC_INITCONFIG_NEWSLETTER) == BST_CHECKED)
-                    launchBrowser(hwnd(), newsletterAddress(publisherServerHost()), "", true);
+                    launchBrowser(hwnd(), settings_, newsletterAddress(publisherServerHost()), "",
+                                  true);
                 end(1);
                 break;
             case IDC_CANCELBUTTON:  // Escape: there is no Cancel button
                 end(0);
                 break;
             case IDC_HELPBUTTON:
-                if (code == BN_CLICKED) openManualTopic(hwnd(), "STARTUP");
+                if (code == BN_CLICKED) openManualTopic(hwnd(), settings_, "STARTUP");
                 break;
         }
     }
 
     bool onDrawItem(const DRAWITEMSTRUCT& item) override {
-        const COLORREF face = GetSysColor(COLOR_BTNFACE);
-        if (item.CtlID == IDC_ICONBUTTON) {
-            drawIconButton(item, face);
-            return true;
-        }
         if (item.CtlID != IDC_INITCONFIG_BANNER) return false;
+        const COLORREF face = GetSysColor(COLOR_BTNFACE);
         FillRect(item.hDC, &item.rcItem, GetSysColorBrush(COLOR_BTNFACE));
         if (banner_)
             drawPictureOverAt(item.hDC, item.rcItem.left, item.rcItem.top, *banner_, face,
@@ -95,6 +93,7 @@ class InitConfigDialog : public Dialog {
     }
 
   private:
+    const Settings& settings_;
     uint32_t option_;
     uint32_t softButtons_;
     UniqueFont headingFont_;
@@ -103,10 +102,9 @@ class InitConfigDialog : public Dialog {
 
 }  // namespace
 
-int runInitConfig(HWND owner, uint32_t platformCode) {
-    Settings& s = settings();
+int runInitConfig(HWND owner, Settings& s, uint32_t platformCode) {
     if (s.InitConfigDone) return 1;
-    InitConfigDialog dialog(s.StartupOptions, s.SoftButtons);
+    InitConfigDialog dialog(s);
     const INT_PTR shown = dialog.runModal(owner, "InitConfigBox");
     // A window that could not be made was never seen: it is offered again.
     if (shown < 0) return 0;

@@ -13,10 +13,10 @@
 
 #include "base/win_handles.h"
 #include "dialogs/colour_picker_win.h"
-#include "dialogs/manual_win.h"
 #include "dialogs/setup_box.h"
 #include "feed/selection.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
 #include "ui/choice_combo_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
@@ -81,23 +81,13 @@ bool checked(HWND dialog, int id) {
     return IsDlgButtonChecked(dialog, id) == BST_CHECKED;
 }
 
-std::string windowTextOf(HWND hwnd) {
-    const int length = GetWindowTextLengthA(hwnd);
-    if (length <= 0) return {};
-    std::string text(static_cast<std::size_t>(length) + 1, '\0');
-    text.resize(static_cast<std::size_t>(GetWindowTextA(hwnd, text.data(), length + 1)));
-    return text;
-}
-
 class SetupBox : public Dialog {
   public:
     explicit SetupBox(Settings& record) : s_(record) {}
 
   protected:
     BOOL onInitDialog() override {
-        if (s_.SoftButtons != 0)
-            makeSoftButtons(hwnd(), s_.SoftButtons,
-                            {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON});
+        makeSoftButtons(hwnd(), s_.SoftButtons, {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON});
 
         preview_.reset();
         fillChoiceCombo(hwnd(), IDC_SETUP_SOFTBUTTONS, kSoftButtonChoices,
@@ -127,9 +117,7 @@ class SetupBox : public Dialog {
         SendDlgItemMessageA(hwnd(), IDC_SETUP_DATE, EM_LIMITTEXT, kSetupTextMax, 0);
         SetDlgItemTextA(hwnd(), IDC_SETUP_DATE, s_.CurrentTransactionDate.c_str());
 
-        SetFocus(item(IDC_BUTTON1));
-        centreWindow(hwnd());
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT code, HWND) override {
@@ -158,7 +146,7 @@ class SetupBox : public Dialog {
                 end(0);
                 return;
             case IDC_HELPBUTTON:
-                if (code == BN_CLICKED) openManualTopic(hwnd(), kHelpTopic);
+                if (code == BN_CLICKED) openManualTopic(hwnd(), s_, kHelpTopic);
                 return;
         }
     }
@@ -296,7 +284,7 @@ class SetupBox : public Dialog {
         v.doNotificationsAutomatically = checked(hwnd(), IDC_SETUP_AUTOMATIC);
         v.beNoisy = checked(hwnd(), IDC_SETUP_NOISY);
         v.downloadGraphics = checked(hwnd(), IDC_SETUP_GRAPHICS);
-        v.transactionDate = windowTextOf(item(IDC_SETUP_DATE));
+        v.transactionDate = controlText(item(IDC_SETUP_DATE));
         v.fontSize = fontSize();
         v.fontBold = checked(hwnd(), IDC_SETUP_BOLD);
         v.fontItalic = checked(hwnd(), IDC_SETUP_ITALIC);
@@ -329,7 +317,7 @@ class SetupBox : public Dialog {
             DrawFocusRect(d.hDC, &focus);
         }
 
-        const std::string label = windowTextOf(d.hwndItem);
+        const std::string label = controlText(d.hwndItem);
         if (label.empty()) return;
         RECT text = d.rcItem;
         InflateRect(&text, -2, -2);
@@ -416,7 +404,7 @@ class SetupBox : public Dialog {
     void drawPreview(const DRAWITEMSTRUCT& d) {
         FillRect(d.hDC, &d.rcItem, GetSysColorBrush(COLOR_3DHILIGHT));
         FrameRect(d.hDC, &d.rcItem, GetSysColorBrush(COLOR_3DDKSHADOW));
-        const std::string face = windowTextOf(d.hwndItem);
+        const std::string face = controlText(d.hwndItem);
         RECT text = d.rcItem;
         InflateRect(&text, -3, -3);
         ScopedSelect font(d.hDC, preview_ ? preview_.get() : GetWindowFont(hwnd()));

@@ -1,21 +1,11 @@
 #pragma once
 // The startup manager: the dialog that chooses between running Heralder by
-// hand and at every logon, and the operation that makes the user's Startup
-// folder agree with that choice.
-#include <cstdint>
-#include <string>
+// hand and at every logon (kStartupManual, kStartupAutomatic); the shortcut it
+// then makes or deletes is shell/startup_link_win.h's.
 
 #include "base/win_headers.h"
-
-inline constexpr uint32_t kStartupManual = 101;     // no shortcut
-inline constexpr uint32_t kStartupAutomatic = 102;  // shortcut with "/UPDATE"
+#include "settings/settings.h"
 
 // Shows "StartupOptionsBox"; on Close stores StartupOptions and applies it.
 // 1 for Close, 0 for Cancel. Writes no file: the main window saves later.
-int openStartupManager(HWND owner);
-// Creates or deletes "Heralder.lnk" in the user's Startup folder to match
-// option. Failures are silent; always 1.
-int applyStartupOption(HWND owner, uint32_t option);
-// A shell link at linkPath to target; the COM result of the last step.
-HRESULT createShortcut(const std::string& target, const std::string& linkPath,
-                       const std::string& description, const std::string& arguments);
+int openStartupManager(HWND owner, Settings& settings);

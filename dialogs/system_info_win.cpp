@@ -62,8 +62,8 @@ ProxyFacts proxyFacts() {
 void addProducts(const std::optional<std::string>& folder, std::vector<ProductFacts>& products) {
     if (!folder || folder->empty()) return;
     WIN32_FIND_DATAA found;
-    HANDLE search = FindFirstFileA((*folder + "*.ini").c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE) return;
+    UniqueFind search(FindFirstFileA((*folder + "*.ini").c_str(), &found));
+    if (!search) return;
     do {
         if (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) continue;
         const std::string path = *folder + found.cFileName;
@@ -89,8 +89,7 @@ void addProducts(const std::optional<std::string>& folder, std::vector<ProductFa
                                 installedVersionText(number("VersionNumber"), number("PatchLevel"),
                                                      number("BetaLevel"))});
         }
-    } while (FindNextFileA(search, &found));
-    FindClose(search);
+    } while (FindNextFileA(search.get(), &found));
 }
 
 class SystemInfoDialog : public Dialog {
@@ -100,8 +99,7 @@ class SystemInfoDialog : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
-        if (softButtons_ != 0)
-            makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_SYSINFO_COPY});
+        makeSoftButtons(hwnd(), softButtons_, {IDC_BUTTON1, IDC_SYSINFO_COPY});
         // Fixed pitch, so that the report's columns line up as they will
         // where it is pasted.
         WindowDc dc(hwnd());
@@ -111,9 +109,7 @@ class SystemInfoDialog : public Dialog {
                                       FIXED_PITCH | FF_MODERN, "Courier New"));
         SetWindowFont(item(IDC_SYSINFO_REPORT), reportFont_.get(), FALSE);
         SetDlgItemTextA(hwnd(), IDC_SYSINFO_REPORT, report_.c_str());
-        SetFocus(item(IDC_BUTTON1));
-        centreWindow(hwnd());
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT code, HWND) override {
@@ -195,8 +191,8 @@ SystemFacts gatherSystemFacts(const Settings& record, uint32_t platformCode,
     return f;
 }
 
-int showSystemInfo(HWND owner, const std::string& report) {
-    SystemInfoDialog dialog(report, settings().SoftButtons);
+int showSystemInfo(HWND owner, const std::string& report, const Settings& settings) {
+    SystemInfoDialog dialog(report, settings.SoftButtons);
     const INT_PTR result = dialog.runModal(owner, "SystemInfoBox");
     return result == 1 ? 1 : 0;
 }

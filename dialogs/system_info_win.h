@@ -14,4 +14,4 @@ SystemFacts gatherSystemFacts(const Settings& record, uint32_t platformCode,
 
 // Shows the report in "SystemInfoBox"; "&Copy" (or Ctrl+C outside the
 // report) puts all of it on the clipboard. 1 for Close, 0 for Escape.
-int showSystemInfo(HWND owner, const std::string& report);
+int showSystemInfo(HWND owner, const std::string& report, const Settings& settings);

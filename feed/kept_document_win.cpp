@@ -11,13 +11,6 @@
 
 namespace {
 
-struct FileTraits {
-    using Handle = HANDLE;
-    static Handle invalid() noexcept { return INVALID_HANDLE_VALUE; }
-    static void close(Handle h) noexcept { CloseHandle(h); }
-};
-using UniqueFile = UniqueHandle<FileTraits>;
-
 std::wstring widen(const std::string& text) {
     const int length = MultiByteToWideChar(CP_ACP, 0, text.c_str(), -1, nullptr, 0);
     if (length <= 0) return {};

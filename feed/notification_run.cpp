@@ -5,10 +5,6 @@
 
 namespace {
 
-// StartupOptions value for "start by hand only", chosen by ticking "never show
-// this window again".
-constexpr uint32_t kManualStartup = 101;
-
 int showWindowFor(UpdateItem& item, RunHost& host) {
     switch (item.type) {
         case ItemType::Alert:
@@ -69,7 +65,7 @@ bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& s
         if (item.neverShowAgain) {
             // Left unmarked on purpose: should notifications ever be switched
             // on again, this item is offered again.
-            settings.StartupOptions = kManualStartup;
+            settings.StartupOptions = kStartupManual;
             return true;
         }
         seen.markItemSeen(item);

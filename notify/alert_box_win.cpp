@@ -15,11 +15,11 @@
 #include "feed/http_win.h"
 #include "notify/alert_text.h"
 #include "notify/item_commands_win.h"
-#include "notify/item_graphics_win.h"
-#include "notify/sound_win.h"
 #include "notify/url_policy.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
+#include "shell/item_graphics_win.h"
+#include "shell/sound_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
 #include "ui/soft_button_win.h"
@@ -49,10 +49,8 @@ class AlertBox : public Dialog {
     BOOL onInitDialog() override {
         // Its pixel geometry scales exactly, not only as far as its font does.
         sizeAsScaledTemplate(hwnd(), kTemplate);
-        if (settings_.SoftButtons != 0) {
-            makeSoftButtons(hwnd(), settings_.SoftButtons,
-                            {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_ALERT_GO});
-        }
+        makeSoftButtons(hwnd(), settings_.SoftButtons,
+                        {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_ALERT_GO});
         SetWindowTextA(hwnd(), alertCaption(item_).c_str());
         if (const std::optional<std::string> header = alertHeaderLine(item_)) {
             SetDlgItemTextA(hwnd(), IDC_ALERT_HEADER, header->c_str());
@@ -66,18 +64,15 @@ class AlertBox : public Dialog {
         loadPicture();
         if (item_.url && isWebAddress(*item_.url)) enableGo();
         createTextControl();
-        SetFocus(item(IDC_BUTTON1));
         PostMessageA(hwnd(), WM_ALERT_FIT, 0, 0);
         if (settings_.BeNoisy) playNotifySound(settings_.ChangeFolderSound);
-        centreWindow(hwnd());
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT code, HWND) override {
         if (code != BN_CLICKED) return;
-        if (const auto result =
-                itemWindowCommand(hwnd(), id, {IDC_ALERT_NEVERAGAIN, IDC_ALERT_GO, IDC_ICONBUTTON},
-                                  item_, settings_.ApplicationPath))
+        if (const auto result = itemWindowCommand(
+                hwnd(), id, {IDC_ALERT_NEVERAGAIN, IDC_ALERT_GO, IDC_ICONBUTTON}, item_, settings_))
             end(*result);
     }
 
@@ -94,17 +89,8 @@ class AlertBox : public Dialog {
     }
 
     bool onMessage(UINT msg, WPARAM wp, LPARAM, INT_PTR& result) override {
+        if (answerNotifyColours(msg, wp, look_, settings_, result)) return true;
         switch (msg) {
-            case WM_CTLCOLORBTN:
-            case WM_CTLCOLORDLG:
-            case WM_CTLCOLORSTATIC: {
-                if (!look_.background) return false;
-                HBRUSH brush =
-                    notifyControlColours(reinterpret_cast<HDC>(wp), look_.background,
-                                         settings_.AlertBackgroundColor, settings_.AlertTextColor);
-                result = reinterpret_cast<INT_PTR>(brush);
-                return true;
-            }
             case WM_ALERT_FIT:
                 fit();
                 result = 0;

@@ -8,10 +8,10 @@
 
 #include <shellapi.h>  // after windows.h; the lean build leaves it out
 
-#include "dialogs/manual_win.h"
 #include "notify/browse_text.h"
 #include "notify/url_policy.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
 #include "ui/message_box_win.h"
@@ -53,10 +53,8 @@ class BrowseBox : public Dialog {
 
   protected:
     BOOL onInitDialog() override {
-        if (settings_.SoftButtons != 0) {
-            makeSoftButtons(hwnd(), settings_.SoftButtons,
-                            {IDC_BUTTON1, IDC_BROWSE_GO, IDC_HELPBUTTON});
-        }
+        makeSoftButtons(hwnd(), settings_.SoftButtons,
+                        {IDC_BUTTON1, IDC_BROWSE_GO, IDC_HELPBUTTON});
         SetWindowTextA(hwnd(), texts_.caption.c_str());
         for (const auto& field : kFields)
             if (!(texts_.*field.text).empty())
@@ -81,7 +79,7 @@ class BrowseBox : public Dialog {
                 openUrl();
                 return;
             case IDC_HELPBUTTON:
-                openManualTopic(hwnd(), kHelpTopic);
+                openManualTopic(hwnd(), settings_, kHelpTopic);
                 return;
         }
     }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/win_headers.h"
+#include "settings/settings.h"
 #include "feed/update_item.h"
 
 struct ItemCommandIds {
@@ -17,4 +18,4 @@ struct ItemCommandIds {
 // Handles command id of an item window; the dialog result when it ends the
 // window (1 Next, 0 Cancel), nullopt otherwise.
 std::optional<INT_PTR> itemWindowCommand(HWND window, int id, const ItemCommandIds& ids,
-                                         UpdateItem& item, const std::string& applicationPath);
+                                         UpdateItem& item, const Settings& settings);

@@ -1,13 +1,6 @@
 // The multiple-items prompt's decisions (see prompt_box.h).
 #include "notify/prompt_box.h"
 
-namespace {
-
-// The StartupOptions value of "start by hand only".
-constexpr uint32_t kManualStartup = 101;
-
-}  // namespace
-
 std::string fillPendingCount(std::string_view text, int waiting) {
     std::string result(text);
     const std::size_t at = result.find("%d");
@@ -29,8 +22,8 @@ int actOnPromptChoice(PromptChoice choice, std::vector<UpdateItem>& items, Setti
             for (const UpdateItem& item : items) seen.markItemSeen(item);
             return 0;
         case PromptChoice::DisableAutomatic:
-            settings.StartupOptions = kManualStartup;
-            if (applyStartupOption) applyStartupOption(kManualStartup);
+            settings.StartupOptions = kStartupManual;
+            if (applyStartupOption) applyStartupOption(kStartupManual);
             return 0;
     }
     return 1;

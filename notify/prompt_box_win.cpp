@@ -5,12 +5,11 @@
 
 #include <string>
 
-#include "dialogs/manual_win.h"
-#include "dialogs/startup_manager_win.h"
 #include "notify/prompt_box.h"
 #include "resources/resource.h"
+#include "shell/browser_win.h"
+#include "shell/startup_link_win.h"
 #include "ui/dialog_win.h"
-#include "ui/icon_button_win.h"
 #include "ui/soft_button_win.h"
 #include "ui/spin_edit_win.h"
 
@@ -32,12 +31,13 @@ constexpr struct {
 
 class MultipleItemPrompt : public Dialog {
   public:
-    MultipleItemPrompt(int waiting, Settings& settings) : waiting_(waiting), settings_(settings) {}
+    MultipleItemPrompt(int waiting, Settings& settings) : waiting_(waiting), settings_(settings) {
+        drawsIconButton();
+    }
 
   protected:
     BOOL onInitDialog() override {
-        if (settings_.SoftButtons != 0)
-            makeSoftButtons(hwnd(), settings_.SoftButtons, {IDC_BUTTON1, IDC_HELPBUTTON});
+        makeSoftButtons(hwnd(), settings_.SoftButtons, {IDC_BUTTON1, IDC_HELPBUTTON});
         fillExplanation();
         initSpinEdit(hwnd(), IDC_PROMPT_COUNT);
         showSpinEditSetting(hwnd(), IDC_PROMPT_COUNT, settings_.PromptMultipleCount);
@@ -66,15 +66,9 @@ class MultipleItemPrompt : public Dialog {
                 if (IsWindowEnabled(item(IDC_BUTTON1))) end(static_cast<INT_PTR>(chosen()));
                 return;
             case IDC_HELPBUTTON:
-                openManualTopic(hwnd(), kHelpTopic);
+                openManualTopic(hwnd(), settings_, kHelpTopic);
                 return;
         }
-    }
-
-    bool onDrawItem(const DRAWITEMSTRUCT& d) override {
-        if (d.CtlID != IDC_ICONBUTTON) return false;
-        drawIconButton(d, GetSysColor(COLOR_BTNFACE));
-        return true;
     }
 
   private:

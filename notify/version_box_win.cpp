@@ -5,12 +5,11 @@
 
 #include "notify/alert_text.h"
 #include "notify/item_commands_win.h"
-#include "notify/sound_win.h"
 #include "notify/url_policy.h"
 #include "resources/resource.h"
+#include "shell/sound_win.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi_win.h"
-#include "ui/icon_button_win.h"
 #include "ui/soft_button_win.h"
 
 namespace {
@@ -21,56 +20,35 @@ class VersionBox : public Dialog {
   public:
     VersionBox(UpdateItem& item, const NotifyLook& look, const Settings& settings,
                InstalledLookup& lookup)
-        : item_(item), look_(look), settings_(settings), lookup_(lookup) {}
+        : item_(item), look_(look), settings_(settings), lookup_(lookup) {
+        drawsIconButton(settings.AlertBackgroundColor);
+    }
 
   protected:
     BOOL onInitDialog() override {
         // Its pixel geometry scales exactly, not only as far as its font does.
         sizeAsScaledTemplate(hwnd(), kTemplate);
-        if (settings_.SoftButtons != 0) {
-            makeSoftButtons(hwnd(), settings_.SoftButtons,
-                            {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_VERSION_GO});
-        }
+        makeSoftButtons(hwnd(), settings_.SoftButtons,
+                        {IDC_BUTTON1, IDC_CANCELBUTTON, IDC_HELPBUTTON, IDC_VERSION_GO});
         if (item_.title && !item_.title->empty()) SetWindowTextA(hwnd(), item_.title->c_str());
         SetDlgItemTextA(hwnd(), IDC_VERSION_REPORT, versionReport(item_, lookup_).c_str());
         // Go is enabled in the template; an address the shell must not be
         // given (a file, a program) disables it.
         if (item_.url && !item_.url->empty() && !isWebAddress(*item_.url))
             EnableWindow(item(IDC_VERSION_GO), FALSE);
-        SetFocus(item(IDC_BUTTON1));
         if (settings_.BeNoisy) playNotifySound(settings_.ChangeFolderSound);
-        centreWindow(hwnd());
-        return FALSE;
+        return focusAndCentre();
     }
 
     void onCommand(int id, UINT code, HWND) override {
         if (code != BN_CLICKED) return;
-        if (const auto result =
-                itemWindowCommand(hwnd(), id, {IDC_VERSION_NEVERAGAIN, IDC_VERSION_GO, 0}, item_,
-                                  settings_.ApplicationPath))
+        if (const auto result = itemWindowCommand(
+                hwnd(), id, {IDC_VERSION_NEVERAGAIN, IDC_VERSION_GO, 0}, item_, settings_))
             end(*result);
     }
 
-    bool onDrawItem(const DRAWITEMSTRUCT& d) override {
-        if (d.CtlID != IDC_ICONBUTTON) return false;
-        drawIconButton(d, settings_.AlertBackgroundColor);
-        return true;
-    }
-
     bool onMessage(UINT msg, WPARAM wp, LPARAM, INT_PTR& result) override {
-        switch (msg) {
-            case WM_CTLCOLORBTN:
-            case WM_CTLCOLORDLG:
-            case WM_CTLCOLORSTATIC: {
-                if (!look_.background) return false;
-                HBRUSH brush =
-                    notifyControlColours(reinterpret_cast<HDC>(wp), look_.background,
-                                         settings_.AlertBackgroundColor, settings_.AlertTextColor);
-                result = reinterpret_cast<INT_PTR>(brush);
-                return true;
-            }
-        }
-        return false;
+        return answerNotifyColours(msg, wp, look_, settings_, result);
     }
 
   private:

@@ -3,11 +3,23 @@
 #include "settings/file_locations_win.h"
 
 #include <map>
+#include <memory>
 #include <mutex>
 
 #include "base/win_headers.h"
 
 namespace {
+
+// An item list goes back to the shell's allocator, which made it.
+struct ShellFree {
+    void operator()(ITEMIDLIST* idList) const noexcept {
+        IMalloc* shellMalloc = nullptr;
+        if (SUCCEEDED(SHGetMalloc(&shellMalloc)) && shellMalloc) {
+            shellMalloc->Free(idList);
+            shellMalloc->Release();
+        }
+    }
+};
 
 std::optional<std::string> askShellForFolder(int csidl) {
     // A file-system folder is asked for by path: the item-list route below
@@ -16,16 +28,11 @@ std::optional<std::string> askShellForFolder(int csidl) {
     char direct[MAX_PATH] = "";
     if (SUCCEEDED(SHGetFolderPathA(nullptr, csidl, nullptr, SHGFP_TYPE_CURRENT, direct)))
         return std::string(direct);
-    LPITEMIDLIST idList = nullptr;
-    if (FAILED(SHGetSpecialFolderLocation(nullptr, csidl, &idList)) || !idList) return std::nullopt;
+    LPITEMIDLIST found = nullptr;
+    if (FAILED(SHGetSpecialFolderLocation(nullptr, csidl, &found)) || !found) return std::nullopt;
+    const std::unique_ptr<ITEMIDLIST, ShellFree> idList(found);
     char path[MAX_PATH] = "";
-    bool ok = SHGetPathFromIDListA(idList, path) != FALSE;
-    IMalloc* shellMalloc = nullptr;
-    if (SUCCEEDED(SHGetMalloc(&shellMalloc)) && shellMalloc) {
-        shellMalloc->Free(idList);
-        shellMalloc->Release();
-    }
-    if (!ok) return std::string();
+    if (!SHGetPathFromIDListA(idList.get(), path)) return std::string();
     return std::string(path);
 }
 

@@ -1,9 +1,10 @@
 #pragma once
-// The program's settings: one process-wide record with a member per key, and
-// SettingsTable, the one table that drives reading, writing and the feed's
-// setting updates. Members are named exactly as the keys in the settings file so
-// that the code reads like the file. Numbers are 32-bit unsigned; texts hold at
-// most kSettingTextMax characters.
+// The program's settings: a record with a member per key, and SettingsTable,
+// the one table that drives reading, writing and the feed's setting updates.
+// The process's own record belongs to app/, which hands it down. Members are
+// named exactly as the keys in the settings file so that the code reads like
+// the file. Numbers are 32-bit unsigned; texts hold at most kSettingTextMax
+// characters.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +12,11 @@
 #include <string_view>
 
 inline constexpr std::size_t kSettingTextMax = 260;
+
+// The values of StartupOptions, which are also the startup manager's radio
+// button ids.
+inline constexpr uint32_t kStartupManual = 101;     // no shortcut in the Startup folder
+inline constexpr uint32_t kStartupAutomatic = 102;  // shortcut with "/UPDATE"
 
 struct Settings {
     uint32_t AlertBackgroundColor = 16777215;
@@ -50,7 +56,7 @@ struct Settings {
     uint32_t SetupVersionReport = 1;
     uint32_t SoftButtons = 1;
     uint32_t StartMaximized = 0;
-    uint32_t StartupOptions = 101;
+    uint32_t StartupOptions = kStartupManual;
     uint32_t StickyWindowBottom = 2147483647;
     uint32_t StickyWindowLeft = 2147483647;
     uint32_t StickyWindowRight = 2147483647;
@@ -86,9 +92,6 @@ struct SettingDef {
 inline constexpr std::size_t kSettingCount = 43;
 // In file order; also the order in which keys are matched on reading.
 extern const std::array<SettingDef, kSettingCount> SettingsTable;
-
-// The process-wide record.
-Settings& settings();
 
 // The row of that key, compared exactly; nullptr when there is none.
 const SettingDef* findSetting(std::string_view key);

@@ -42,6 +42,6 @@ std::string backupPathFor(const std::string& path);
 bool writeSettingsFile(const Settings& record, const std::string& path,
                        std::time_t now = std::time(nullptr));
 
-// The process-wide record against the user's data folder (Windows only).
-void readSettings();
-void writeSettings();
+// record against the user's data folder (Windows only).
+void readSettings(Settings& record);
+void writeSettings(const Settings& record);

@@ -1,7 +1,7 @@
-// The process-wide settings record bound to "Heralder17.ini" in the user's data
+// A settings record bound to "Heralder17.ini" in the user's data
 // folder. The folders are made before a save so that a user who never ran the
 // installer still keeps settings; a failed save stays silent.
-#include "base/win_headers.h"
+#include "base/win_handles.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
 
@@ -15,31 +15,30 @@ class SettingsFileLock {
   public:
     SettingsFileLock() : mutex_(CreateMutexA(nullptr, FALSE, "Local\\QuenmarkHeralderSettings")) {
         if (mutex_) {
-            const DWORD r = WaitForSingleObject(mutex_, 5000);
+            const DWORD r = WaitForSingleObject(mutex_.get(), 5000);
             owned_ = r == WAIT_OBJECT_0 || r == WAIT_ABANDONED;
         }
     }
     ~SettingsFileLock() {
-        if (owned_) ReleaseMutex(mutex_);
-        if (mutex_) CloseHandle(mutex_);
+        if (owned_) ReleaseMutex(mutex_.get());
     }
     SettingsFileLock(const SettingsFileLock&) = delete;
     SettingsFileLock& operator=(const SettingsFileLock&) = delete;
 
   private:
-    HANDLE mutex_;
+    UniqueKernelHandle mutex_;
     bool owned_ = false;
 };
 
 }  // namespace
 
-void readSettings() {
+void readSettings(Settings& record) {
     SettingsFileLock lock;
-    readSettingsFile(settings(), getUserDataPath(kSettingsFileName));
+    readSettingsFile(record, getUserDataPath(kSettingsFileName));
 }
 
-void writeSettings() {
+void writeSettings(const Settings& record) {
     SettingsFileLock lock;
     ensureDataFolders();
-    writeSettingsFile(settings(), getUserDataPath(kSettingsFileName));
+    writeSettingsFile(record, getUserDataPath(kSettingsFileName));
 }

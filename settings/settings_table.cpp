@@ -76,11 +76,6 @@ const std::array<SettingDef, kSettingCount> SettingsTable = {{
 #undef NUM
 #undef TXT
 
-Settings& settings() {
-    static Settings record;
-    return record;
-}
-
 const SettingDef* findSetting(std::string_view key) {
     for (const SettingDef& def : SettingsTable)
         if (key == def.key) return &def;

@@ -11,7 +11,7 @@
 #include "tools/tool_commands.h"
 
 #ifdef _WIN32
-#include <windows.h>
+#include "base/win_handles.h"
 #else
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -26,18 +26,19 @@ InputKind inputKind(const std::string& path) {
 #ifdef _WIN32
     // No access asked for: a device is not opened for reading, and a folder
     // opens only with backup semantics, which lets us name it.
-    HANDLE h = CreateFileA(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
-                           nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-    if (h == INVALID_HANDLE_VALUE) {
+    const UniqueFile file(CreateFileA(path.c_str(), 0,
+                                      FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!file) {
         const DWORD error = GetLastError();
         return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND
                    ? InputKind::Missing
                    : InputKind::Unopenable;
     }
     BY_HANDLE_FILE_INFORMATION info = {};
-    const bool regular = GetFileType(h) == FILE_TYPE_DISK && GetFileInformationByHandle(h, &info) &&
+    const bool regular = GetFileType(file.get()) == FILE_TYPE_DISK &&
+                         GetFileInformationByHandle(file.get(), &info) &&
                          !(info.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY);
-    CloseHandle(h);
     return regular ? InputKind::Regular : InputKind::Other;
 #else
     const int fd = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);

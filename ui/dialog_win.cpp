@@ -6,6 +6,7 @@
 #include <cstring>
 #include <string>
 
+#include "ui/icon_button_win.h"
 #include "ui/soft_button_win.h"
 
 namespace {
@@ -62,7 +63,7 @@ INT_PTR Dialog::dispatch(UINT msg, WPARAM wp, LPARAM lp) {
             return TRUE;
         case WM_DRAWITEM: {
             const auto& item = *reinterpret_cast<const DRAWITEMSTRUCT*>(lp);
-            return drawSoftButton(item) || onDrawItem(item);
+            return drawSoftButton(item) || onDrawItem(item) || drawOwnIconButton(item);
         }
         case WM_MEASUREITEM:
             return onMeasureItem(*reinterpret_cast<MEASUREITEMSTRUCT*>(lp));
@@ -76,6 +77,18 @@ INT_PTR Dialog::dispatch(UINT msg, WPARAM wp, LPARAM lp) {
     // Colour and query messages answer through the return value itself; the
     // rest through DWLP_MSGRESULT.
     return SetDlgMsgResult(hwnd_, msg, result);
+}
+
+bool Dialog::drawOwnIconButton(const DRAWITEMSTRUCT& item) const {
+    if (!iconButton_ || item.CtlID != IDC_ICONBUTTON) return false;
+    drawIconButton(item, iconFace_ == CLR_INVALID ? GetSysColor(COLOR_BTNFACE) : iconFace_);
+    return true;
+}
+
+BOOL Dialog::focusAndCentre(int defaultButton) {
+    SetFocus(item(defaultButton));
+    centreWindow(hwnd_);
+    return FALSE;
 }
 
 HINSTANCE resourceModule() {
@@ -134,4 +147,12 @@ bool copyTextToClipboard(HWND owner, std::string_view text) {
     }
     CloseClipboard();
     return placed;
+}
+
+std::string controlText(HWND control) {
+    const int length = GetWindowTextLengthA(control);
+    if (length <= 0) return {};
+    std::string text(static_cast<std::size_t>(length) + 1, '\0');
+    text.resize(static_cast<std::size_t>(GetWindowTextA(control, text.data(), length + 1)));
+    return text;
 }

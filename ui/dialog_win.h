@@ -4,12 +4,14 @@
 // to the dialog procedure through DialogBoxParam's lParam, the procedure keeps
 // it in GWLP_USERDATA and routes each message to a small virtual handler. No
 // exception ever leaves the procedure. Soft buttons draw themselves through
-// the same route, so a dialog only asks for them. Ctrl+C anywhere but in an
-// edit control reaches the dialog as WM_COPY, as it does in the system's own
-// message box.
+// the same route, so a dialog only asks for them, and so does the icon button
+// most templates carry. Ctrl+C anywhere but in an edit control reaches the
+// dialog as WM_COPY, as it does in the system's own message box.
+#include <string>
 #include <string_view>
 
 #include "base/win_headers.h"
+#include "resources/resource.h"
 
 class Dialog {
   public:
@@ -39,11 +41,24 @@ class Dialog {
 
     void end(INT_PTR result) { EndDialog(hwnd_, result); }
 
+    // The template's icon button (IDC_ICONBUTTON) is drawn on face, or on the
+    // system's button face when none is given, unless onDrawItem drew it.
+    void drawsIconButton(COLORREF face = CLR_INVALID) {
+        iconButton_ = true;
+        iconFace_ = face;
+    }
+    // How an opening ends: the focus on the default button, the box in the
+    // middle of the screen. FALSE, for onInitDialog to return: the focus is set.
+    BOOL focusAndCentre(int defaultButton = IDC_BUTTON1);
+
   private:
     static INT_PTR CALLBACK procedure(HWND hwnd, UINT msg, WPARAM wp, LPARAM lp) noexcept;
     INT_PTR dispatch(UINT msg, WPARAM wp, LPARAM lp);
+    bool drawOwnIconButton(const DRAWITEMSTRUCT& item) const;
 
     HWND hwnd_ = nullptr;
+    bool iconButton_ = false;
+    COLORREF iconFace_ = CLR_INVALID;
 };
 
 // The module that holds the program's resources (templates, icons, strings).
@@ -60,6 +75,9 @@ void moveChild(HWND dialog, int id, const RECT& r);
 // window larger than the screen is kept at the top-left corner so that its
 // title bar stays reachable.
 void centreWindow(HWND hwnd);
+
+// The whole text of a window or control; "" for none.
+std::string controlText(HWND control);
 
 // Puts text on the clipboard as plain text (line ends as CR LF), the clipboard
 // opened for owner. False when the clipboard could not be had.

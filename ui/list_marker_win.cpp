@@ -49,8 +49,7 @@ void polyline(HDC dc, COLORREF colour, const POINT (&points)[3]) {
 std::span<const uint8_t> markerPictureResource(int importance, bool doubled) {
     HINSTANCE module = resourceModule();
     const int id = styleFor(importance).resource + (doubled ? kDoubleOffset : 0);
-    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(id),
-                                MAKEINTRESOURCEA(10));  // RT_RCDATA
+    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(id), RT_RCDATA);
     HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
     const void* data = loaded ? LockResource(loaded) : nullptr;
     if (!data) return {};

@@ -146,9 +146,7 @@ BOOL MessageBoxDialog::onInitDialog() {
         SetDlgItemTextA(hwnd(), IDC_BUTTON1, request_.button1Text.c_str());
     layOut();
     startSound();
-    SetFocus(item(IDC_BUTTON1));
-    centreWindow(hwnd());
-    return FALSE;  // the focus is set
+    return focusAndCentre();
 }
 
 void MessageBoxDialog::close(int result) {

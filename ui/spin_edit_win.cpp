@@ -4,16 +4,17 @@
 
 #include <string>
 
+#include "ui/dialog_win.h"
+
 namespace {
 
 HWND upDownOf(HWND dialog, int id) {
     return GetDlgItem(dialog, id + kSpinUpDownOffset);
 }
 
+// The fields have always been read into 64 characters.
 std::string textOf(HWND hwnd) {
-    char text[64] = {};
-    if (hwnd) GetWindowTextA(hwnd, text, sizeof text);
-    return text;
+    return controlText(hwnd).substr(0, 63);
 }
 
 }  // namespace

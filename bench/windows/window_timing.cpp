@@ -17,18 +17,17 @@
 #include <string>
 #include <vector>
 
-
 #include "app/app_win.h"
 #include "app/run_host_win.h"
+#include "base/packed_dib.h"
 #include "feed/document_file.h"
 #include "feed/document_parser.h"
 #include "notify/alert_box_win.h"
-#include "notify/item_graphics.h"
-#include "base/packed_dib.h"
-#include "notify/item_graphics_win.h"
 #include "notify/version_box_win.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
+#include "shell/item_graphics.h"
+#include "shell/item_graphics_win.h"
 #include "tests/win/large_png.h"
 
 namespace {
@@ -77,7 +76,6 @@ HWND createOwner() {
                          c.hInstance, nullptr);
 }
 
-
 double median(std::vector<double> v) {
     if (v.empty()) return 0;
     std::sort(v.begin(), v.end());
@@ -85,10 +83,10 @@ double median(std::vector<double> v) {
 }
 
 // One alert from the call to its first idle.
-double timeOneAlert(HWND owner, UpdateItem item) {
+double timeOneAlert(HWND owner, UpdateItem item, const Settings& record) {
     watch = {};
     watch.start = Clock::now();
-    showAlertBox(owner, item, notifyLook(), settings());
+    showAlertBox(owner, item, notifyLook(), record);
     return watch.paintedMs.empty() ? -1 : watch.paintedMs.front();
 }
 
@@ -100,7 +98,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
-    Settings& record = settings();
+    Settings record;
     record.DownloadGraphics = 0;  // pictures come from the images folder only
     record.BeNoisy = 0;
     createSharedDrawingObjects(record);
@@ -149,10 +147,11 @@ int main(int argc, char** argv) {
     if (watch.paintedMs.size() >= 2) {
         // The first figure is the first window's opening, not a Next.
         std::vector<double> afterNext(watch.paintedMs.begin() + 1, watch.paintedMs.end());
-        std::printf("Next to next window painted: median %.1f ms, worst %.1f ms over %zu "
-                    "windows (aim under 50 ms)\n",
-                    median(afterNext), *std::max_element(afterNext.begin(), afterNext.end()),
-                    afterNext.size());
+        std::printf(
+            "Next to next window painted: median %.1f ms, worst %.1f ms over %zu "
+            "windows (aim under 50 ms)\n",
+            median(afterNext), *std::max_element(afterNext.begin(), afterNext.end()),
+            afterNext.size());
         for (std::size_t i = 0; i < watch.paintedMs.size() && i < names.size(); ++i)
             std::printf("  %-24s %6.1f ms%s\n", names[i].c_str(), watch.paintedMs[i],
                         i == 0 ? " (the first window, from its call)" : "");
@@ -169,7 +168,7 @@ int main(int argc, char** argv) {
         item.plainText = "A picture of 4096 x 4096 pixels.";
         item.graphic = "large.png";
         std::vector<double> runs;
-        for (int i = 0; i < 3; ++i) runs.push_back(timeOneAlert(owner, item));
+        for (int i = 0; i < 3; ++i) runs.push_back(timeOneAlert(owner, item, record));
         const auto t0 = Clock::now();
         const std::optional<Picture> picture = loadGraphicFile(large);
         const auto t1 = Clock::now();
@@ -196,7 +195,7 @@ int main(int argc, char** argv) {
         while (text.size() < 5u << 20) text += "Several megabytes of words, wrapped at the edge. ";
         item.plainText = text;
         std::vector<double> runs;
-        for (int i = 0; i < 3; ++i) runs.push_back(timeOneAlert(owner, item));
+        for (int i = 0; i < 3; ++i) runs.push_back(timeOneAlert(owner, item, record));
         std::printf("alert with a %.1f MB text: median %.1f ms over %zu runs (aim under 1000 ms)\n",
                     text.size() / 1048576.0, median(runs), runs.size());
     }

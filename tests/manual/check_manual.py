@@ -146,7 +146,7 @@ def check_images(name, page, table, warnings):
 def program_anchors():
     """[(page, anchor, where)] for every manual address the program opens."""
     texts = {p: p.read_text(encoding="utf-8", errors="replace")
-             for folder in ("app", "dialogs", "notify", "ui", "feed", "settings")
+             for folder in ("app", "dialogs", "notify", "shell", "ui", "feed", "settings")
              for ext in ("*.cpp", "*.h") for p in sorted((ROOT / folder).rglob(ext))}
     topic_page = None
     for text in texts.values():
@@ -158,7 +158,9 @@ def program_anchors():
         line = lambda m: text.count("\n", 0, m.start()) + 1
         # char kTopic[] = "X", const char* kTopic = "X", std::string_view kTopic = "X"
         constants = dict(re.findall(r"\b(\w+)\s*(?:\[\])?\s*=\s*\"([^\"]*)\"", text))
-        for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*([^)]+?)\s*\)",
+        # openManualTopic(owner, settings, topic)
+        for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*[^,()]+,"
+                             r"\s*([^)]+?)\s*\)",
                              text):
             arg = m.group(1)
             if arg in ("const char* topic", "topic"):
@@ -169,7 +171,8 @@ def program_anchors():
                 problems.append(f"{rel}:{line(m)}: cannot tell the topic {arg}")
             elif topic_page:
                 found.append((topic_page, topic, f"{rel}:{line(m)}"))
-        for m in re.finditer(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\"([^\"]+)\"\s*,\s*\"#([^\"]+)\"",
+        for m in re.finditer(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\"\s*,"
+                             r"\s*\"#([^\"]+)\"",
                              text):
             found.append((m.group(1), m.group(2), f"{rel}:{line(m)}"))
     return found, problems + ([] if found else ["no manual topic found in the sources"])

@@ -7,10 +7,10 @@
 #include <tuple>
 
 #include "dialogs/about_text.h"
-#include "dialogs/browser_address.h"
 #include "dialogs/init_config.h"
 #include "dialogs/setup_box.h"
 #include "dialogs/system_report.h"
+#include "shell/browser_address.h"
 #include "tests/native/feed_test_support.h"
 
 namespace {

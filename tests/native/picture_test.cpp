@@ -8,7 +8,7 @@
 #include <tuple>
 
 #include "base/packed_dib.h"
-#include "notify/item_graphics.h"
+#include "shell/item_graphics.h"
 
 namespace {
 

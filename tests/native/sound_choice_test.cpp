@@ -10,7 +10,7 @@
 #include <tuple>
 #include <vector>
 
-#include "notify/sound_choice.h"
+#include "shell/sound_choice.h"
 
 namespace {
 

@@ -10,9 +10,9 @@
 #include "app/app_win.h"
 #include "app/main_window_win.h"
 #include "dialogs/about_box_win.h"
-#include "notify/sound_win.h"
 #include "resources/resource.h"
 #include "settings/settings.h"
+#include "shell/sound_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/test_support.h"
 

@@ -10,9 +10,9 @@
 #include <string>
 #include <vector>
 
-#include "dialogs/manual_win.h"
 #include "resources/resource.h"
 #include "settings/settings.h"
+#include "shell/browser_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/recorder/recording.h"
 
@@ -109,11 +109,9 @@ class BrowserLauncher : public testing::Test {
         keys_.back()->set(nullptr, shellCommandLine(recorderPath(), "\"%1\""),
                           "shell\\open\\command");
     }
-    void TearDown() override { settings() = saved_; }
-
     std::string folder_, fakefox_, opera_, safari_, page_;
     ScratchKeys keys_;
-    const Settings saved_ = settings();
+    Settings settings_;
 };
 
 TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedProgram) {
@@ -158,11 +156,12 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
         SCOPED_TRACE(c.what);
         ScratchKeys keys;
         for (const Value& v : c.keys) addKey(keys, v.key, v.name, v.data);
-        settings().DocumentBrowserPath = c.browserPath;
-        settings().DocumentBrowserFlags = c.flags;
+        settings_.DocumentBrowserPath = c.browserPath;
+        settings_.DocumentBrowserFlags = c.flags;
         Recording recording(folder_ + "record.txt");
-        withoutBoxes(
-            [&] { EXPECT_EQ(launchBrowser(nullptr, c.target, c.suffix, c.maximised), 1); });
+        withoutBoxes([&] {
+            EXPECT_EQ(launchBrowser(nullptr, settings_, c.target, c.suffix, c.maximised), 1);
+        });
         const std::vector<Recorded> records = recording.wait();
         EXPECT_EQ(records.size(), 1u);
         if (records.empty()) continue;
@@ -172,15 +171,15 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
 }
 
 TEST_F(BrowserLauncher, ReportsWhenNothingCanOpenTheTarget) {
-    settings().DocumentBrowserPath = folder_ + "nowhere.exe";
-    settings().DocumentBrowserFlags = 4;  // no key: not even the bare name is tried
+    settings_.DocumentBrowserPath = folder_ + "nowhere.exe";
+    settings_.DocumentBrowserFlags = 4;  // no key: not even the bare name is tried
     Recording recording(folder_ + "record.txt");
     std::string shown;
     DialogDriver driver([&](HWND box) {
         shown = itemText(box, IDC_MESSAGETEXT);
         clickItem(box, IDC_BUTTON1);
     });
-    EXPECT_EQ(launchBrowser(nullptr, folder_ + "page.qmnothing", "#X", true), 1);
+    EXPECT_EQ(launchBrowser(nullptr, settings_, folder_ + "page.qmnothing", "#X", true), 1);
     EXPECT_TRUE(driver.ran());
     EXPECT_EQ(shown, kLauncherError);
     EXPECT_TRUE(recording.read().empty());
@@ -188,23 +187,23 @@ TEST_F(BrowserLauncher, ReportsWhenNothingCanOpenTheTarget) {
 
 TEST_F(BrowserLauncher, ManualPagesOpenFromTheApplicationFolderAtTheirAnchor) {
     const struct {
-        int (*open)(HWND);
+        int (*open)(HWND, const Settings&);
         const char* applicationPath;
         const char* wantAddress;
     } cases[] = {
-        {[](HWND owner) { return openManualTopic(owner, "STARTUP"); },
+        {[](HWND owner, const Settings& s) { return openManualTopic(owner, s, "STARTUP"); },
          "C:\\Program Files\\Quenmark Heralder",
          "file:///C:\\Program%20Files\\Quenmark%20Heralder\\html\\referenc.html#STARTUP"},
         {openManual, "C:\\Heralder\\", "file:///C:\\Heralder\\html\\manual.html#DOCUMENTATION"},
-        {[](HWND owner) { return openManualTopic(owner, "NOTIFICATION"); }, "",
-         "file:///html\\referenc.html#NOTIFICATION"},
+        {[](HWND owner, const Settings& s) { return openManualTopic(owner, s, "NOTIFICATION"); },
+         "", "file:///html\\referenc.html#NOTIFICATION"},
     };
-    settings().DocumentBrowserPath = recorderPath();
-    settings().DocumentBrowserFlags = 0;
+    settings_.DocumentBrowserPath = recorderPath();
+    settings_.DocumentBrowserFlags = 0;
     for (const auto& c : cases) {
-        settings().ApplicationPath = c.applicationPath;
+        settings_.ApplicationPath = c.applicationPath;
         Recording recording(folder_ + "record.txt");
-        withoutBoxes([&] { EXPECT_EQ(c.open(nullptr), 1); });
+        withoutBoxes([&] { EXPECT_EQ(c.open(nullptr, settings_), 1); });
         const std::vector<Recorded> records = recording.wait();
         EXPECT_EQ(records.size(), 1u) << c.wantAddress;
         if (records.empty()) continue;

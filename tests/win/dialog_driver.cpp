@@ -167,15 +167,15 @@ HeldKey::~HeldKey() {
     SetKeyboardState(saved_);
 }
 
-void expectHelpOpensTopic(HWND dialog, const std::string& topic) {
-    const Settings saved = settings();
-    settings().DocumentBrowserPath = recorderPath();
-    settings().DocumentBrowserFlags = 0;
-    settings().ApplicationPath = "C:\\Heralder\\";
+void expectHelpOpensTopic(HWND dialog, const std::string& topic, Settings& settings) {
+    const Settings saved = settings;
+    settings.DocumentBrowserPath = recorderPath();
+    settings.DocumentBrowserFlags = 0;
+    settings.ApplicationPath = "C:\\Heralder\\";
     Recording recording(scratchFolder("heralder_help_test") + "record.txt");
     clickItem(dialog, IDC_HELPBUTTON);
     const std::vector<Recorded> records = recording.wait();
-    settings() = saved;
+    settings = saved;
     ASSERT_EQ(records.size(), 1u) << topic;
     EXPECT_EQ(
         records[0].commandLine,
@@ -189,8 +189,8 @@ TestMainWindow::TestMainWindow() {
     known.cbSize = sizeof known;
     if (!GetClassInfoExA(instance, kMainWindowClass, &known))
         ownClass_ = registerMainWindowClass(instance);
-    createSharedDrawingObjects(settings());
-    hwnd_ = createMainWindow(instance);
+    createSharedDrawingObjects(record_);
+    hwnd_ = createMainWindow(instance, record_);
 }
 
 TestMainWindow::~TestMainWindow() {

@@ -82,17 +82,17 @@ class HeldKey {
     BYTE saved_[256] = {};
 };
 
-// A test that changes the process's settings record: the record comes back
-// as it was after each test.
+// A test whose dialogs read and change a settings record: a fresh one for
+// each test.
 class SettingsTest : public testing::Test {
   protected:
-    void TearDown() override { settings() = saved_; }
-    Settings saved_ = settings();
+    Settings settings_;
 };
 
 // Clicks Help and checks that the manual opened at referenc.html#topic (a
 // recorder stands in for the browser) and that the dialog stayed open.
-void expectHelpOpensTopic(HWND dialog, const std::string& topic);
+// settings is the record the dialog was opened with.
+void expectHelpOpensTopic(HWND dialog, const std::string& topic, Settings& settings);
 
 // The program's main window as the menu commands reach it, hidden, with its
 // item list. Registers the window class when nobody has yet, and gives it back
@@ -105,8 +105,11 @@ class TestMainWindow {
     TestMainWindow(const TestMainWindow&) = delete;
     TestMainWindow& operator=(const TestMainWindow&) = delete;
     HWND hwnd() const { return hwnd_; }
+    // What the window reads and changes, as the program's record.
+    Settings& record() { return record_; }
 
   private:
+    Settings record_;
     bool ownClass_ = false;
     HWND hwnd_ = nullptr;
 };

@@ -10,12 +10,12 @@
 #include "base/file_io.h"
 #include "dialogs/init_config.h"
 #include "dialogs/init_config_box_win.h"
-#include "dialogs/startup_manager_win.h"
 #include "feed/http_win.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
+#include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
 #include "tests/win/process_driver.h"
@@ -33,7 +33,7 @@ class InitConfig : public SettingsTest {
         ASSERT_TRUE(ensureDataFolders());
         oldIni_ = getUserDataPath(kOldInstallationFile);
         removeFiles();
-        settings().InitConfigDone = 0;
+        settings_.InitConfigDone = 0;
     }
     void TearDown() override {
         removeFiles();
@@ -89,8 +89,8 @@ TEST_F(InitConfig, ShowsTheStoredChoiceAndCloseAppliesIt) {
         SCOPED_TRACE(c.what);
         DeleteFileA(link_.c_str());
         if (c.linkBefore) applyStartupOption(nullptr, kStartupAutomatic);
-        settings().InitConfigDone = 0;
-        settings().StartupOptions = c.stored;
+        settings_.InitConfigDone = 0;
+        settings_.StartupOptions = c.stored;
         DialogDriver driver([&](HWND box) {
             EXPECT_TRUE(GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST);
             for (int id : {IDC_INITCONFIG_AUTOMATIC, IDC_INITCONFIG_NEWSLETTER})
@@ -101,31 +101,31 @@ TEST_F(InitConfig, ShowsTheStoredChoiceAndCloseAppliesIt) {
         });
         EXPECT_EQ(runInitConfig(nullptr, 18), c.close ? 1 : 0);
         EXPECT_TRUE(driver.ran());
-        EXPECT_EQ(settings().InitConfigDone, 1u);
-        EXPECT_EQ(settings().StartupOptions, c.wantStored);
+        EXPECT_EQ(settings_.InitConfigDone, 1u);
+        EXPECT_EQ(settings_.StartupOptions, c.wantStored);
         EXPECT_EQ(pathExists(link_), c.wantLink);
     }
 }
 
 TEST_F(InitConfig, DoneBeforeShowsNothingAndSkipsTheOldInstallationCheck) {
     makeOldInstallation(oldFolder_, true);
-    settings().InitConfigDone = 1;
-    settings().StartupOptions = kStartupAutomatic;
+    settings_.InitConfigDone = 1;
+    settings_.StartupOptions = kStartupAutomatic;
     DialogDriver driver([](HWND box) { EndDialog(box, 0); });
-    EXPECT_EQ(runInitConfig(nullptr, 18), 1);
+    EXPECT_EQ(runInitConfig(nullptr, settings_, 18), 1);
     MSG msg;  // give the driver's timer a chance: nothing may be on screen
     for (DWORD start = GetTickCount(); GetTickCount() - start < 100;)
         if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
     EXPECT_FALSE(driver.ran());
     EXPECT_FALSE(pathExists(link_));
-    EXPECT_EQ(settings().StartupOptions, kStartupAutomatic);
+    EXPECT_EQ(settings_.StartupOptions, kStartupAutomatic);
 }
 
 TEST_F(InitConfig, NewsletterOpensMaximisedOnClose) {
-    settings().DocumentBrowserPath = recorderPath();
-    settings().DocumentBrowserFlags = 0;
+    settings_.DocumentBrowserPath = recorderPath();
+    settings_.DocumentBrowserFlags = 0;
     Recording recording(oldFolder_ + "record.txt");
-    const INT_PTR result = runDriven([] { return runInitConfig(nullptr, 18); },
+    const INT_PTR result = runDriven([&] { return runInitConfig(nullptr, settings_, 18); },
                                      [](HWND box) {
                                          clickItem(box, IDC_INITCONFIG_NEWSLETTER);
                                          clickItem(box, IDC_BUTTON1);
@@ -183,7 +183,7 @@ TEST_F(InitConfig, EscapeIsFollowedByTheOldInstallationWarning) {
         });
         pressKey(box, VK_ESCAPE);
     });
-    EXPECT_EQ(runInitConfig(nullptr, 18), 0);
+    EXPECT_EQ(runInitConfig(nullptr, settings_, 18), 0);
     EXPECT_TRUE(signUp.ran());
     EXPECT_EQ(shown.rfind(kWarningStart, 0), 0u) << shown;
 }

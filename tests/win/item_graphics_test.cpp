@@ -10,11 +10,11 @@
 
 #include "base/file_io.h"
 #include "base/packed_dib.h"
-#include "notify/item_graphics.h"
-#include "notify/item_graphics_win.h"
+#include "shell/item_graphics.h"
+#include "shell/item_graphics_win.h"
 #include "tests/win/large_png.h"
-#include "tests/win/test_dialogs.h"
 #include "tests/win/recorder/recording.h"
+#include "tests/win/test_dialogs.h"
 #include "tests/win/test_support.h"
 
 namespace {

@@ -56,7 +56,7 @@ TEST_F(MainWindowTest, GoRetriesOnlyInUpdateModeAndPostsTheAutomaticRunOnlyByHan
         ASSERT_TRUE(hwnd);
         LoopbackServer server(testEnv("HERALDER_SOURCE_DIR") + "\\examples", c.refused);
         app().updateMode = c.updateMode;
-        settings().DoNoticationsAutomatically = 1;
+        window.record().DoNoticationsAutomatically = 1;
         std::string boxText;
         DialogDriver driver([&](HWND box) {
             boxText = itemText(box, IDC_MESSAGETEXT);
@@ -88,8 +88,7 @@ TEST_F(MainWindowTest, DoubleClickOpensTheAlertWindowForTheRow) {
     const std::vector<UpdateItem>& items = mainWindowItems(hwnd);
     ASSERT_EQ(items.size(), 10u);
     HWND list = GetDlgItem(hwnd, IDC_ITEMLIST);
-    const uint32_t noisy = settings().BeNoisy;
-    settings().BeNoisy = 0;
+    window.record().BeNoisy = 0;
     for (int row : {0, 1, 6}) {  // an alert, a version notice, a setting update
         SendMessageA(list, LB_SETCURSEL, row, 0);
         std::string caption;
@@ -105,7 +104,6 @@ TEST_F(MainWindowTest, DoubleClickOpensTheAlertWindowForTheRow) {
         EXPECT_EQ(caption, *items[row].title);
         EXPECT_TRUE(items[row].neverShowAgain);
     }
-    settings().BeNoisy = noisy;
 }
 
 TEST_F(MainWindowTest, EndingTheSessionSavesNothing) {

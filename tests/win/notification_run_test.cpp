@@ -30,7 +30,7 @@ constexpr char kBanner[] = "heralder_banner.png";
 // publisher's, and recording the windows it is asked to open.
 class LoopbackRunHost : public WindowsRunHost {
   public:
-    LoopbackRunHost() : WindowsRunHost(nullptr) {}
+    explicit LoopbackRunHost(Settings& settings) : WindowsRunHost(nullptr, settings) {}
 
     std::optional<std::string> fetchServerFile(const std::string& path) override {
         return ::fetchServerFile(owner(), testEnv("HERALDER_HTTP_HOST"), path);
@@ -56,7 +56,8 @@ class LoopbackRunHost : public WindowsRunHost {
 // The real windows, and graphic updates from a server that never answers.
 class SilentRunHost : public LoopbackRunHost {
   public:
-    explicit SilentRunHost(std::string host) : host_(std::move(host)) {}
+    SilentRunHost(std::string host, Settings& settings)
+        : LoopbackRunHost(settings), host_(std::move(host)) {}
     std::optional<std::string> fetchServerFile(const std::string& path) override {
         ++fetches;
         return ::fetchServerFile(owner(), host_, path);
@@ -73,7 +74,6 @@ class WindowsRun : public testing::Test {
     void SetUp() override {
         if (testEnv("HERALDER_HTTP_HOST").empty())
             GTEST_SKIP() << "no loopback web server (run through scripts/test_wine.sh)";
-        savedRecord = settings();
         productFolder = getUserHeralderPath("");
         ASSERT_FALSE(productFolder.empty());
         std::string folder = productFolder.substr(0, productFolder.size() - 1);
@@ -83,9 +83,8 @@ class WindowsRun : public testing::Test {
         auto document = readFileBytes(testEnv("HERALDER_SOURCE_DIR") + "\\examples\\update.txt");
         ASSERT_TRUE(document);
         items = parseUpdateDocument(normalizeLineEnds(*document));
-        settings() = Settings{};
-        settings().CurrentTransactionDate = "11-22-2026";
-        settings().PromptMultipleItems = 0;
+        record.CurrentTransactionDate = "11-22-2026";
+        record.PromptMultipleItems = 0;
     }
 
     void TearDown() override {
@@ -93,7 +92,6 @@ class WindowsRun : public testing::Test {
         std::error_code ignored;
         std::filesystem::remove_all(productFolder.substr(0, productFolder.size() - 1), ignored);
         if (movedAside) MoveFileA(asideFolder.c_str(), productFolder.c_str());
-        settings() = savedRecord;
     }
 
     // The numbers in the product folder's seen list.
@@ -101,14 +99,14 @@ class WindowsRun : public testing::Test {
         return parseSeenNumbers(readFileBytes(productFolder + "Heralder.lst").value_or(""));
     }
 
-    Settings savedRecord;
+    Settings record;
     std::string productFolder, asideFolder;
     bool movedAside = false;
     std::vector<UpdateItem> items;
 };
 
 TEST_F(WindowsRun, SampleFeedAppliesUpdatesAndRemembersEveryItemOnDisk) {
-    LoopbackRunHost host;
+    LoopbackRunHost host(record);
     EXPECT_TRUE(runNotifications(host, items));
 
     // The body as it was held in memory: the file, then 16 zero bytes.
@@ -121,7 +119,7 @@ TEST_F(WindowsRun, SampleFeedAppliesUpdatesAndRemembersEveryItemOnDisk) {
     EXPECT_EQ(seenOnDisk(), (std::unordered_set<int32_t>{2101, 2102, 2103, 2104, 2105, 2106, 2107,
                                                          2108, 2109, 2110}));
 
-    LoopbackRunHost again;
+    LoopbackRunHost again(record);
     EXPECT_TRUE(runNotifications(again, items));
     EXPECT_TRUE(again.shown.empty());
 }
@@ -133,7 +131,7 @@ TEST_F(WindowsRun, FailedGraphicWriteIsReportedAndKeepsTheOldPicture) {
     ASSERT_TRUE(CreateDirectoryA((productFolder + kBanner + ".temp").c_str(), nullptr));
 
     std::string reported;
-    LoopbackRunHost host;
+    LoopbackRunHost host(record);
     host.realMessages = true;
     DialogDriver driver([&](HWND box) {
         reported = itemText(box, IDC_MESSAGETEXT);
@@ -172,7 +170,7 @@ TEST_F(WindowsRun, DownloadsShareOneTimeBudgetAndWhatItMissesWaitsForTheNextRun)
     alert.plainText = "The window opens without waiting for its picture.";
     alert.graphic = "silent.png";
 
-    SilentRunHost host(updates.host());
+    SilentRunHost host(updates.host(), record);
     const DWORD start = GetTickCount();
     DWORD openedAfter = 0;
     DialogDriver driver([&](HWND box) {

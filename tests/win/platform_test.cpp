@@ -166,10 +166,12 @@ TEST(IncompatiblePlatformBox, ShowsTheFormattedTextUnclippedWithFocusOnWebPage) 
             EXPECT_NEAR(r.top, (GetSystemMetrics(SM_CYSCREEN) - (r.bottom - r.top)) / 2, 1);
             clickItem(box, IDC_CANCELBUTTON);
         });
-        EXPECT_EQ(showIncompatiblePlatformBox(nullptr, c.product.c_str()), IDC_CANCELBUTTON);
+        EXPECT_EQ(showIncompatiblePlatformBox(nullptr, c.product.c_str(), Settings{}),
+                  IDC_CANCELBUTTON);
         EXPECT_TRUE(driver.ran());
     }
 
     DialogDriver escape([](HWND box) { pressKey(box, VK_ESCAPE); });
-    EXPECT_EQ(showIncompatiblePlatformBox(nullptr, "Quenmark Heralder"), IDC_CANCELBUTTON);
+    EXPECT_EQ(showIncompatiblePlatformBox(nullptr, "Quenmark Heralder", Settings{}),
+              IDC_CANCELBUTTON);
 }

@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "base/file_io.h"
-#include "dialogs/startup_manager_win.h"
 #include "feed/seen_list.h"
 #include "notify/prompt_box_win.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
+#include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
 #include "tests/win/recorder/recording.h"
@@ -35,8 +35,7 @@ class MultipleItemPrompt : public SettingsTest {
   protected:
     void SetUp() override {
         DeleteFileA(list_.c_str());
-        settings() = Settings{};
-        settings().CurrentTransactionDate = "11-22-2026";
+        settings_.CurrentTransactionDate = "11-22-2026";
     }
     void TearDown() override {
         DeleteFileA(list_.c_str());

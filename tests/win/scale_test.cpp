@@ -220,16 +220,16 @@ class EveryWindow : public SettingsTest {
             // Named for the stored choice it shows (Manual), as the manual's picture.
             {"init_config_101",
              [&] {
-                 settings().InitConfigDone = 0;
-                 settings().StartupOptions = kStartupManual;
-                 return INT_PTR(runInitConfig(nullptr, 18));
+                 record_.InitConfigDone = 0;
+                 record_.StartupOptions = kStartupManual;
+                 return INT_PTR(runInitConfig(nullptr, record_, 18));
              },
              "", 1, 0, "STARTUP", true, false},
-            {"startup_manager", [&] { return INT_PTR(openStartupManager(nullptr)); },
+            {"startup_manager", [&] { return INT_PTR(openStartupManager(nullptr, record_)); },
              "Startup manager", 1, 0, "STARTUP", true, false},
-            {"about", [&] { return openAboutBox(nullptr); }, "About", 1, kStays, nullptr, true,
+            {"about", [&] { return openAboutBox(nullptr, record_); }, "About", 1, kStays, nullptr, true,
              false},
-            {"system_info", [&] { return INT_PTR(showSystemInfo(nullptr, report_)); },
+            {"system_info", [&] { return INT_PTR(showSystemInfo(nullptr, report_, record_)); },
              "System information", 1, 0, nullptr, true, false},
             {"message_box",
              [&] {
@@ -241,7 +241,6 @@ class EveryWindow : public SettingsTest {
     }
     void setSoftButtons(uint32_t style) {
         record_.SoftButtons = style;
-        settings().SoftButtons = style;
     }
 
     Settings record_;
@@ -273,7 +272,7 @@ TEST_F(EveryWindow, OpensInEachButtonStyleAndAnswersEnterEscapeAndHelp) {
                     pressKey(box, key);
                     pumpDialog(box, 50);
                 } else if (style == 2 && w.help) {
-                    expectHelpOpensTopic(box, w.help);
+                    expectHelpOpensTopic(box, w.help, record_);
                 }
                 stayed = IsWindow(box) && IsWindowVisible(box);
                 if (stayed) EndDialog(box, IDCANCEL);

@@ -31,7 +31,6 @@ class UserSettingsFile : public testing::Test {
             std::ofstream(folder + name, std::ios::binary) << bytes;
         if (!hadProductFolder) RemoveDirectoryA(productFolder.c_str());
         if (!hadFolder) RemoveDirectoryA(folder.c_str());
-        settings() = savedRecord;
     }
 
     // Every file named like the settings file or one of its backups, with its bytes.
@@ -46,7 +45,6 @@ class UserSettingsFile : public testing::Test {
         return files;
     }
 
-    const Settings savedRecord = settings();
     const std::string folder = getUserDataPath(""), productFolder = getUserHeralderPath("");
     const bool hadFolder = fs::is_directory(folder),
                hadProductFolder = fs::is_directory(productFolder);
@@ -61,8 +59,9 @@ TEST_F(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
 
     std::string states[3];
     for (uint32_t i = 0; i < 3; ++i) {
-        settings().NoiseType = i + 1;
-        writeSettings();
+        Settings record;
+        record.NoiseType = i + 1;
+        writeSettings(record);
         states[i] = settingsFiles()[kSettingsFileName];
         EXPECT_NE(states[i].find("\r\nNoiseType = " + std::to_string(i + 1) + "\r\n"),
                   std::string::npos);
@@ -79,9 +78,9 @@ TEST_F(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
               std::count(states[2].begin(), states[2].end(), '\n'))
         << "line ends other than CR LF";
 
-    settings() = Settings{};
-    readSettings();
-    EXPECT_EQ(settings().NoiseType, 3u);
+    Settings read;
+    readSettings(read);
+    EXPECT_EQ(read.NoiseType, 3u);
 }
 
 }  // namespace

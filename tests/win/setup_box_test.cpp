@@ -214,11 +214,12 @@ TEST_F(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer
     TestMainWindow window;
     HWND main = window.hwnd();
     ASSERT_TRUE(main);
-    settings().ColourTableFile = scratchFolder("heralder_setup_test") + "main.ccl";
-    settings().AlertFontName = "Liberation Serif";
-    settings().AlertFontSize = 16;
-    settings().AlertTextColor = 0x00FFFFFF;
-    createSharedDrawingObjects(settings());
+    Settings& record = window.record();
+    record.ColourTableFile = scratchFolder("heralder_setup_test") + "main.ccl";
+    record.AlertFontName = "Liberation Serif";
+    record.AlertFontSize = 16;
+    record.AlertTextColor = 0x00FFFFFF;
+    createSharedDrawingObjects(record);
     SetWindowTextA(main, "something else");
 
     DialogDriver driver([&](HWND box) {
@@ -243,7 +244,7 @@ TEST_F(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer
     ASSERT_TRUE(readSettingsFile(read, file));
     EXPECT_EQ(read.AlertBackgroundColor, 17u);
     EXPECT_EQ(read.AlertTextColor, 0x00FFFFFFu);
-    EXPECT_EQ(read.AllowINIUpdates, settings().AllowINIUpdates);
+    EXPECT_EQ(read.AllowINIUpdates, record.AllowINIUpdates);
 
     DeleteFileA(file.c_str());
 }

@@ -9,8 +9,8 @@
 #include <fstream>
 
 #include "base/win_headers.h"
-#include "notify/sound_win.h"
 #include "settings/file_locations_win.h"
+#include "shell/sound_win.h"
 
 namespace {
 

@@ -9,6 +9,7 @@
 #include "dialogs/startup_manager_win.h"
 #include "resources/resource.h"
 #include "settings/settings.h"
+#include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
 #include "tests/win/test_support.h"
@@ -37,15 +38,12 @@ class StartupManager : public testing::Test {
         GetModuleFileNameA(nullptr, path, MAX_PATH);
         program_ = path;
     }
-    void TearDown() override {
-        DeleteFileA(link_.c_str());
-        settings() = saved_;
-    }
+    void TearDown() override { DeleteFileA(link_.c_str()); }
 
     void expectLink(const std::string& arguments) { expectStartupLink(link_, program_, arguments); }
 
     std::string folder_, link_, program_;
-    Settings saved_ = settings();
+    Settings settings_;
 };
 
 // The stored choice shows in the radios; Close stores and applies what they
@@ -77,7 +75,7 @@ TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
         DeleteFileA(link_.c_str());
         // Cancel must leave even a link that disagrees with the setting alone.
         if (c.linkBefore) applyStartupOption(nullptr, 7);
-        settings().StartupOptions = c.stored;
+        settings_.StartupOptions = c.stored;
         DialogDriver driver([&](HWND box) {
             EXPECT_EQ(IsDlgButtonChecked(box, IDC_STARTUP_MANUAL),
                       UINT(c.stored == kStartupManual));
@@ -86,8 +84,8 @@ TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
             if (c.radio) clickItem(box, c.radio);
             clickItem(box, c.button);
         });
-        EXPECT_EQ(openStartupManager(nullptr), c.wantResult);
-        EXPECT_EQ(settings().StartupOptions, c.wantStored);
+        EXPECT_EQ(openStartupManager(nullptr, settings_), c.wantResult);
+        EXPECT_EQ(settings_.StartupOptions, c.wantStored);
         EXPECT_EQ(pathExists(link_), c.wantLink);
         if (c.wantLink) expectLink(c.wantResult == 1 ? "/UPDATE" : "");
     }

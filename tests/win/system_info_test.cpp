@@ -37,7 +37,7 @@ class SystemInfo : public SettingsTest {
 };
 
 TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
-    for (int i = 0; i < 3; ++i) ASSERT_TRUE(writeSettingsFile(settings(), settingsFile_));
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(writeSettingsFile(settings_, settingsFile_));
     ASSERT_TRUE(writeFileBytes(files_[3], {"5\r\n7\r\n5\r\n"}));
     // 4.2c: minor 2 in bits 10-14, major 4 in bits 5-9, letter c.
     WritePrivateProfileStringA("Ledger", "VersionNumber", "2178", files_[4].c_str());
@@ -73,7 +73,7 @@ TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
 TEST_F(SystemInfo, MenuCommandShowsTheReportAndCopyTakesAllOfIt) {
     TestMainWindow main;
     ASSERT_TRUE(main.hwnd());
-    settings().SoftButtons = 1;
+    main.record().SoftButtons = 1;
     std::string shown;
     DialogDriver driver([&](HWND box) {
         HWND edit = GetDlgItem(box, IDC_SYSINFO_REPORT);

@@ -2,7 +2,7 @@
 // forms are told apart exactly as they always were: the default marker and the
 // resource prefix compare case-sensitively, and the numbers are read as atoi
 // reads them, so "::RSRC::7,0" names module 0 and not the program.
-#include "notify/sound_choice.h"
+#include "shell/sound_choice.h"
 
 #include "base/crt_text.h"
 

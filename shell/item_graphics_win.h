@@ -36,7 +36,7 @@ bool drawPictureOverAt(HDC dc, int x, int y, const Picture& picture, COLORREF ba
                        unsigned dpi);
 
 // The decoders. Files larger than kMaxPictureFileBytes or with a side above
-// kMaxPictureSide (notify/item_graphics.h) are not decoded. A PNG with any
+// kMaxPictureSide (shell/item_graphics.h) are not decoded. A PNG with any
 // pixel not fully opaque gives 32 bits (straight alpha), every other picture
 // 24 bits. Damaged files give nullopt. Each call sets COM up for itself when
 // the calling thread has not.

@@ -3,15 +3,15 @@
 // knows about, and finally whatever program the target's type is associated
 // with; each failure silently hands over to the next way, and only when all of
 // them fail does the user hear about it.
-#include "dialogs/manual_win.h"
+#include "shell/browser_win.h"
 
 #include <cstdint>
 #include <cstring>
 
 #include "base/win_handles.h"
 #include <shellapi.h>  // after windows.h; the lean build leaves it out
-#include "dialogs/browser_address.h"
 #include "settings/settings.h"
+#include "shell/browser_address.h"
 #include "ui/message_box_win.h"
 
 namespace {
@@ -97,31 +97,33 @@ bool startAssociatedProgram(const std::string& target, bool maximised) {
                         nullptr, nullptr, &startup, &process)) {
         return false;
     }
-    CloseHandle(process.hThread);
-    CloseHandle(process.hProcess);
+    // Started and left to run: the handles are not wanted.
+    UniqueKernelHandle thread(process.hThread), started(process.hProcess);
     return true;
 }
 
-int openManualPage(HWND owner, const char* page, const std::string& suffix) {
-    const std::string path = manualPagePath(settings().ApplicationPath, page);
-    if (!launchBrowser(owner, path, suffix.c_str(), true)) showMessage(owner, kManualError);
+int openManualPage(HWND owner, const Settings& settings, const char* page,
+                   const std::string& suffix) {
+    const std::string path = manualPagePath(settings.ApplicationPath, page);
+    if (!launchBrowser(owner, settings, path, suffix.c_str(), true))
+        showMessage(owner, kManualError);
     return 1;
 }
 
 }  // namespace
 
-int openManualTopic(HWND owner, const char* topic) {
-    return openManualPage(owner, "referenc.html", std::string("#") + topic);
+int openManualTopic(HWND owner, const Settings& settings, const char* topic) {
+    return openManualPage(owner, settings, "referenc.html", std::string("#") + topic);
 }
 
-int openManual(HWND owner) {
-    return openManualPage(owner, "manual.html", "#DOCUMENTATION");
+int openManual(HWND owner, const Settings& settings) {
+    return openManualPage(owner, settings, "manual.html", "#DOCUMENTATION");
 }
 
-int launchBrowser(HWND owner, const std::string& target, const char* suffix, bool maximised) {
+int launchBrowser(HWND owner, const Settings& s, const std::string& target, const char* suffix,
+                  bool maximised) {
     const std::string address = buildBrowserAddress(target, suffix);
     const int show = maximised ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
-    const Settings& s = settings();
 
     if (!s.DocumentBrowserPath.empty() &&
         shellOpen(owner, s.DocumentBrowserPath.c_str(), address, show)) {

@@ -1,7 +1,7 @@
 // Decoder choice, limits and row conversions of the item pictures (see
 // item_graphics.h). Pixel arithmetic stays in base/packed_dib; this file only
 // moves whole rows and writes headers.
-#include "notify/item_graphics.h"
+#include "shell/item_graphics.h"
 
 #include <algorithm>
 #include <string>

@@ -2,7 +2,7 @@
 // user's registry, the choice from sound_choice.cpp, and the sound itself from
 // PlaySound, asynchronous and never the system's default beep, so a missing
 // file is silence.
-#include "notify/sound_win.h"
+#include "shell/sound_win.h"
 
 #include "base/unique_handle.h"
 #include "base/win_handles.h"

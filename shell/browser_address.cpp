@@ -1,5 +1,5 @@
 // Browser addresses and manual page paths (see browser_address.h).
-#include "dialogs/browser_address.h"
+#include "shell/browser_address.h"
 
 #include <cstdio>
 

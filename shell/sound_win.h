@@ -7,7 +7,7 @@
 #include <functional>
 #include <string>
 
-#include "notify/sound_choice.h"
+#include "shell/sound_choice.h"
 
 // Non-zero when a sound was started.
 int32_t playNotifySound(const std::string& soundName);

@@ -4,7 +4,7 @@
 // refuses what exceeds the limits, because the files come from the network.
 // Start-up does not set COM up, so each decode does it for its own thread and
 // undoes only what it did.
-#include "notify/item_graphics_win.h"
+#include "shell/item_graphics_win.h"
 
 #include <cstring>
 #include <wincodec.h>
@@ -14,7 +14,7 @@
 #include <span>
 
 #include "base/packed_dib.h"
-#include "notify/item_graphics.h"
+#include "shell/item_graphics.h"
 #include "ui/dialog_win.h"
 #include "ui/dpi.h"
 
@@ -235,7 +235,7 @@ std::optional<Picture> loadGraphicFile(const std::string& path) {
 
 std::optional<Picture> loadBitmapResourceDib(int resourceId) {
     HINSTANCE module = resourceModule();
-    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(resourceId), MAKEINTRESOURCEA(10));
+    HRSRC found = FindResourceA(module, MAKEINTRESOURCEA(resourceId), RT_RCDATA);
     HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
     const void* data = loaded ? LockResource(loaded) : nullptr;
     if (!data) return std::nullopt;
