@@ -99,7 +99,7 @@ TEST_F(InitConfig, ShowsTheStoredChoiceAndCloseAppliesIt) {
             if (c.radio) clickItem(box, c.radio);
             c.close ? clickItem(box, IDC_BUTTON1) : pressKey(box, VK_ESCAPE);
         });
-        EXPECT_EQ(runInitConfig(nullptr, 18), c.close ? 1 : 0);
+        EXPECT_EQ(runInitConfig(nullptr, settings_, 18), c.close ? 1 : 0);
         EXPECT_TRUE(driver.ran());
         EXPECT_EQ(settings_.InitConfigDone, 1u);
         EXPECT_EQ(settings_.StartupOptions, c.wantStored);
