@@ -110,8 +110,9 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
                     << p.x << "," << p.y;
     }
     // A JPEG cut short may still yield the rows it has; it must never crash.
-    if (auto cut = loadGraphicFile(scratch.write("cut.jpg", jpeg.substr(0, jpeg.size() / 2))))
+    if (auto cut = loadGraphicFile(scratch.write("cut.jpg", jpeg.substr(0, jpeg.size() / 2)))) {
         EXPECT_EQ(infoOf(*cut).bitCount, 24);
+    }
     const std::optional<ImageInfo> wide = GetImageInfo(dataFile("wide.png"));
     ASSERT_TRUE(wide);
     EXPECT_EQ(std::tuple(wide->width, wide->height, wide->bitsPerPixel), std::tuple(4097u, 1u, 8u));

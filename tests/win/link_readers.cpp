@@ -55,7 +55,8 @@ Fields readThroughExiftool(const std::string& file) {
     std::string commandLine = "sh -c \"exiftool -S '" + unixPath(file) + "' > '" + unixFolder +
                               "exiftool.tmp' 2>&1; mv '" + unixFolder + "exiftool.tmp' '" +
                               unixFolder + "exiftool.txt'\"";
-    STARTUPINFOA startup = {sizeof startup};
+    STARTUPINFOA startup = {};
+    startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
     if (!CreateProcessA("Z:\\bin\\sh", commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
                         nullptr, &startup, &process))
