@@ -53,7 +53,7 @@ class WindowsRun : public testing::Test {
         settings().CurrentTransactionDate = "11-22-2026";
         settings().PromptMultipleItems = 0;
         clearUserData();
-        CreateDirectoryA(folder.c_str(), nullptr);
+        ASSERT_TRUE(ensureDataFolders());
     }
     void TearDown() override {
         std::error_code ignored;
