@@ -1,19 +1,8 @@
 #pragma once
-// Two independent readers of a shell link (.lnk) for the tests: the shell's
-// own IShellLinkA, and Debian's exiftool run as a Unix program.
-#include <map>
-#include <optional>
+// The user's Startup shortcut checked by two independent readers of a shell
+// link (.lnk): the shell's own IShellLinkA, and Debian's exiftool run as a
+// Unix program.
 #include <string>
-
-struct LinkFields {
-    std::string path, arguments, description, workingDirectory;
-};
-
-std::optional<LinkFields> readLinkThroughShell(const std::string& file);
-// The Unix path of a Windows one (Wine's own export), or "".
-std::string unixPath(const std::string& path);
-// exiftool's "-S" listing ("Tag: value" lines) of a file, as a map.
-std::map<std::string, std::string> exiftoolTags(const std::string& file);
 
 // The user's Startup shortcut, "Heralder.lnk" in the Startup folder.
 std::string startupLinkPath();

@@ -1,19 +1,16 @@
-// The notification run on Windows over the sample feed: the product folder is
-// made when it is missing, the graphic update arrives over real HTTP and
-// replaces its file through the ".temp" name, a failed write is reported in a
-// real message box, and every item shown or applied is in the seen list on
-// disk afterwards. The user's own product folder is moved aside meanwhile.
+// The notification run in this process with the real Windows host, fetching
+// from the loopback web servers: graphic updates that must replace nothing (a
+// write that fails, names that are no picture's) and the one download budget
+// a run's pictures share. The daily job as a whole is process_test.cpp's.
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
-#include <unordered_set>
 #include <vector>
 
-#include "base/file_io.h"
-#include "feed/document_parser.h"
-#include "feed/http_win.h"
 #include "app/run_host_win.h"
+#include "base/file_io.h"
+#include "feed/http_win.h"
 #include "feed/seen_list.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
@@ -24,127 +21,85 @@
 
 namespace {
 
-constexpr char kBanner[] = "heralder_banner.png";
-
-// The real host, but fetching from the loopback server instead of the
-// publisher's, and recording the windows it is asked to open.
-class LoopbackRunHost : public WindowsRunHost {
+// The real host and windows, fetching from host and counting the fetches.
+class TestRunHost : public WindowsRunHost {
   public:
-    explicit LoopbackRunHost(Settings& settings) : WindowsRunHost(nullptr, settings) {}
-
-    std::optional<std::string> fetchServerFile(const std::string& path) override {
-        return ::fetchServerFile(owner(), testEnv("HERALDER_HTTP_HOST"), path);
-    }
-    int showAlertWindow(UpdateItem& item) override {
-        shown.push_back(item.number);
-        return 1;
-    }
-    int showVersionWindow(UpdateItem& item) override { return showAlertWindow(item); }
-    // A real box only where a test drives it; elsewhere a message is an error
-    // report, and a box nobody closes would stall the run.
-    void showMessage(const std::string& text) override {
-        if (realMessages)
-            WindowsRunHost::showMessage(text);
-        else
-            ADD_FAILURE() << "unexpected message: " << text;
-    }
-
-    bool realMessages = false;
-    std::vector<int32_t> shown;
-};
-
-// The real windows, and graphic updates from a server that never answers.
-class SilentRunHost : public LoopbackRunHost {
-  public:
-    SilentRunHost(std::string host, Settings& settings)
-        : LoopbackRunHost(settings), host_(std::move(host)) {}
+    TestRunHost(std::string host, Settings& settings)
+        : WindowsRunHost(nullptr, settings), host_(std::move(host)) {}
     std::optional<std::string> fetchServerFile(const std::string& path) override {
         ++fetches;
         return ::fetchServerFile(owner(), host_, path);
     }
-    int showAlertWindow(UpdateItem& item) override { return WindowsRunHost::showAlertWindow(item); }
     int fetches = 0;
 
   private:
     std::string host_;
 };
 
+UpdateItem graphicUpdate(int32_t number, const std::string& url) {
+    UpdateItem item;
+    item.type = ItemType::GraphicUpdate;
+    item.number = number;
+    item.url = url;
+    return item;
+}
+
 class WindowsRun : public testing::Test {
   protected:
     void SetUp() override {
         if (testEnv("HERALDER_HTTP_HOST").empty())
             GTEST_SKIP() << "no loopback web server (run through scripts/test_wine.sh)";
-        productFolder = getUserHeralderPath("");
-        ASSERT_FALSE(productFolder.empty());
-        std::string folder = productFolder.substr(0, productFolder.size() - 1);
-        asideFolder = folder + ".saved-by-test";
-        movedAside = MoveFileA(folder.c_str(), asideFolder.c_str()) != FALSE;
-
-        auto document = readFileBytes(testEnv("HERALDER_SOURCE_DIR") + "\\examples\\update.txt");
-        ASSERT_TRUE(document);
-        items = parseUpdateDocument(normalizeLineEnds(*document));
         record.CurrentTransactionDate = "11-22-2026";
         record.PromptMultipleItems = 0;
+        clearUserData();
+        ASSERT_TRUE(ensureDataFolders());
     }
-
     void TearDown() override {
-        if (productFolder.empty()) return;
         std::error_code ignored;
-        std::filesystem::remove_all(productFolder.substr(0, productFolder.size() - 1), ignored);
-        if (movedAside) MoveFileA(asideFolder.c_str(), productFolder.c_str());
-    }
-
-    // The numbers in the product folder's seen list.
-    std::unordered_set<int32_t> seenOnDisk() {
-        return parseSeenNumbers(readFileBytes(productFolder + "Heralder.lst").value_or(""));
+        std::filesystem::remove_all(folder + "heralder_banner.png.temp", ignored);
+        clearUserData();
     }
 
     Settings record;
-    std::string productFolder, asideFolder;
-    bool movedAside = false;
-    std::vector<UpdateItem> items;
+    const std::string folder = getUserHeralderPath("");
 };
 
-TEST_F(WindowsRun, SampleFeedAppliesUpdatesAndRemembersEveryItemOnDisk) {
-    LoopbackRunHost host(record);
-    EXPECT_TRUE(runNotifications(host, items));
-
-    // The body as it was held in memory: the file, then 16 zero bytes.
-    auto banner = readFileBytes(testEnv("HERALDER_SOURCE_DIR") + "\\examples\\images\\" + kBanner);
-    ASSERT_TRUE(banner);
-    EXPECT_EQ(readFileBytes(productFolder + kBanner), *banner + std::string(16, '\0'));
-    // The feed asks for every version notice (the whole-process test checks the
-    // settings it sets), so the version items show although nothing is installed.
-    EXPECT_EQ(host.shown, (std::vector<int32_t>{2101, 2102, 2103, 2104, 2105, 2106}));
-    EXPECT_EQ(seenOnDisk(), (std::unordered_set<int32_t>{2101, 2102, 2103, 2104, 2105, 2106, 2107,
-                                                         2108, 2109, 2110}));
-
-    LoopbackRunHost again(record);
-    EXPECT_TRUE(runNotifications(again, items));
-    EXPECT_TRUE(again.shown.empty());
-}
-
-TEST_F(WindowsRun, FailedGraphicWriteIsReportedAndKeepsTheOldPicture) {
-    ASSERT_TRUE(CreateDirectoryA(productFolder.c_str(), nullptr));
-    std::ofstream(productFolder + kBanner, std::ios::binary) << "the picture the user has now";
-    // A folder where the temporary file should go makes the write fail.
-    ASSERT_TRUE(CreateDirectoryA((productFolder + kBanner + ".temp").c_str(), nullptr));
-
-    std::string reported;
-    LoopbackRunHost host(record);
-    host.realMessages = true;
-    DialogDriver driver([&](HWND box) {
-        reported = itemText(box, IDC_MESSAGETEXT);
-        saveWindowScreenshot(box, "run_graphic_error");
-        clickItem(box, IDC_BUTTON1);
-    });
-    EXPECT_TRUE(runNotifications(host, items));
-
-    EXPECT_TRUE(driver.ran());
-    EXPECT_EQ(reported, "There has been an error upgrading the new graphic heralder_banner.png.");
-    EXPECT_EQ(readFileBytes(productFolder + kBanner), "the picture the user has now");
-    // Not marked by the graphic pass, but by the window pass that follows.
-    EXPECT_EQ(seenOnDisk().count(2109), 1u);
+// Only a picture written whole replaces the old one; a failed write is told in
+// a real message box. A name that is no picture's (the seen list, a device, a
+// program) is never even fetched.
+TEST_F(WindowsRun, GraphicUpdateReplacesNothingButAPictureWrittenWhole) {
+    const struct {
+        const char* url;
+        bool blocked;  // a folder where the temporary file should go
+        int fetches;
+        const char* message;
+    } cases[] = {
+        {"/update/images/heralder_banner.png", true, 1,
+         "There has been an error upgrading the new graphic heralder_banner.png."},
+        {"/update/images/Heralder.lst", false, 0, ""},
+        {"/update/images/COM1.png", false, 0, ""},
+        {"/update/images/evil.exe", false, 0, ""},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.url);
+        std::ofstream(folder + "heralder_banner.png", std::ios::binary) << "the user's picture";
+        std::ofstream(folder + "Heralder.lst", std::ios::binary) << "1\r\n";
+        if (c.blocked) CreateDirectoryA((folder + "heralder_banner.png.temp").c_str(), nullptr);
+        std::string reported;
+        DialogDriver driver([&](HWND box) {
+            reported = itemText(box, IDC_MESSAGETEXT);
+            saveWindowScreenshot(box, "run_graphic_error");
+            clickItem(box, IDC_BUTTON1);
+        });
+        TestRunHost host(testEnv("HERALDER_HTTP_HOST"), record);
+        std::vector<UpdateItem> items = {graphicUpdate(2109, c.url)};
+        EXPECT_TRUE(runNotifications(host, items));
+        EXPECT_EQ(host.fetches, c.fetches);
+        EXPECT_EQ(reported, c.message);
+        EXPECT_EQ(readFileBytes(folder + "heralder_banner.png"), "the user's picture");
+        EXPECT_TRUE(parseSeenNumbers(readFileBytes(folder + "Heralder.lst").value_or("")).count(1));
+        EXPECT_FALSE(pathExists(folder + "evil.exe"));
+    }
 }
 
 // Four graphic updates and an alert's picture on servers that never answer
@@ -156,12 +111,9 @@ TEST_F(WindowsRun, DownloadsShareOneTimeBudgetAndWhatItMissesWaitsForTheNextRun)
     ASSERT_TRUE(updates.listening() && pictures.listening());
     setFetchLimits({.idleMs = 5000, .totalMs = 5000, .runMs = 1500});
     std::vector<UpdateItem> run;
-    for (int32_t number : {1, 2, 3, 4}) {
-        UpdateItem& graphic = run.emplace_back();
-        graphic.type = ItemType::GraphicUpdate;
-        graphic.number = number;
-        graphic.url = "/update/images/new" + std::to_string(number) + ".png";
-    }
+    for (int32_t number : {1, 2, 3, 4})
+        run.push_back(
+            graphicUpdate(number, "/update/images/new" + std::to_string(number) + ".png"));
     UpdateItem& alert = run.emplace_back();
     alert.type = ItemType::Alert;
     alert.number = 5;
@@ -170,7 +122,7 @@ TEST_F(WindowsRun, DownloadsShareOneTimeBudgetAndWhatItMissesWaitsForTheNextRun)
     alert.plainText = "The window opens without waiting for its picture.";
     alert.graphic = "silent.png";
 
-    SilentRunHost host(updates.host(), record);
+    TestRunHost host(updates.host(), record);
     const DWORD start = GetTickCount();
     DWORD openedAfter = 0;
     DialogDriver driver([&](HWND box) {
@@ -184,8 +136,9 @@ TEST_F(WindowsRun, DownloadsShareOneTimeBudgetAndWhatItMissesWaitsForTheNextRun)
     EXPECT_EQ(host.fetches, 1);
     EXPECT_GE(openedAfter, 1400u);
     EXPECT_LT(openedAfter, 4000u);  // four fetch limits and a fifth would be 25 s
-    EXPECT_EQ(seenOnDisk(), (std::unordered_set<int32_t>{5}));
-    EXPECT_FALSE(std::filesystem::exists(productFolder + "images\\silent.png"));
+    EXPECT_EQ(parseSeenNumbers(readFileBytes(folder + "Heralder.lst").value_or("")),
+              (std::unordered_set<int32_t>{5}));
+    EXPECT_FALSE(pathExists(folder + "images\\silent.png"));
 }
 
 }  // namespace

@@ -8,47 +8,73 @@
 
 namespace {
 
-struct Finder {
-    DWORD pid;
-    const char* cls;
-    std::vector<HWND> found;  // in the system's order, topmost first
-};
-
-BOOL CALLBACK collectWindow(HWND hwnd, LPARAM lp) {
-    auto& f = *reinterpret_cast<Finder*>(lp);
-    DWORD pid = 0;
-    GetWindowThreadProcessId(hwnd, &pid);
-    char cls[64] = {};
-    GetClassNameA(hwnd, cls, sizeof cls);
-    if (pid == f.pid && IsWindowVisible(hwnd) && lstrcmpA(cls, f.cls) == 0) f.found.push_back(hwnd);
-    return TRUE;
+std::string textOf(HWND hwnd) {
+    char text[4096] = {};
+    GetWindowTextA(hwnd, text, sizeof text);
+    return text;
 }
 
+bool hasClass(HWND hwnd, const char* cls) {
+    char name[64] = {};
+    GetClassNameA(hwnd, name, sizeof name);
+    return lstrcmpiA(name, cls) == 0;
+}
+
+// The process's visible top-level windows of a class, topmost first.
 std::vector<HWND> processWindows(DWORD processId, const char* cls) {
-    Finder f{processId, cls, {}};
-    EnumWindows(collectWindow, reinterpret_cast<LPARAM>(&f));
+    struct Finder {
+        DWORD pid;
+        const char* cls;
+        std::vector<HWND> found;
+    } f{processId, cls, {}};
+    EnumWindows(
+        [](HWND hwnd, LPARAM lp) -> BOOL {
+            auto& f = *reinterpret_cast<Finder*>(lp);
+            DWORD pid = 0;
+            GetWindowThreadProcessId(hwnd, &pid);
+            if (pid == f.pid && IsWindowVisible(hwnd) && hasClass(hwnd, f.cls))
+                f.found.push_back(hwnd);
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&f));
     return f.found;
 }
 
-BOOL CALLBACK collectStatic(HWND hwnd, LPARAM lp) {
-    char cls[16] = {};
-    GetClassNameA(hwnd, cls, sizeof cls);
-    if (lstrcmpiA(cls, "Static") == 0 && IsWindowVisible(hwnd)) {
-        char text[4096] = {};
-        GetWindowTextA(hwnd, text, sizeof text);
-        if (*text) {
+// The dialog's visible static texts, joined by "\n".
+std::string staticTexts(HWND dialog) {
+    std::string out;
+    EnumChildWindows(
+        dialog,
+        [](HWND hwnd, LPARAM lp) -> BOOL {
+            const std::string text = textOf(hwnd);
             auto& out = *reinterpret_cast<std::string*>(lp);
-            if (!out.empty()) out += '\n';
-            out += text;
-        }
-    }
-    return TRUE;
+            if (hasClass(hwnd, "Static") && IsWindowVisible(hwnd) && !text.empty())
+                out += (out.empty() ? "" : "\n") + text;
+            return TRUE;
+        },
+        reinterpret_cast<LPARAM>(&out));
+    return out;
 }
 
-std::string titleOf(HWND hwnd) {
-    char text[512] = {};
-    GetWindowTextA(hwnd, text, sizeof text);
-    return text;
+// Enter: the default button, as the dialog manager presses it. A default
+// button that waits for a choice (the multiple-items prompt): a person takes
+// the first one offered before pressing Enter.
+void pressDefaultButton(HWND dialog) {
+    const LRESULT def = SendMessageA(dialog, DM_GETDEFID, 0, 0);
+    const int id = HIWORD(def) == DC_HASDEFID ? LOWORD(def) : IDOK;
+    HWND button = GetDlgItem(dialog, id);
+    if (button && !IsWindowEnabled(button))
+        EnumChildWindows(
+            dialog,
+            [](HWND child, LPARAM) -> BOOL {
+                if (!hasClass(child, "Button") ||
+                    (GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) != BS_AUTORADIOBUTTON)
+                    return TRUE;
+                SendMessageA(child, BM_CLICK, 0, 0);
+                return FALSE;
+            },
+            0);
+    PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED), LPARAM(button));
 }
 
 }  // namespace
@@ -56,35 +82,6 @@ std::string titleOf(HWND hwnd) {
 HWND findProcessWindow(DWORD processId, const char* cls) {
     const std::vector<HWND> windows = processWindows(processId, cls);
     return windows.empty() ? nullptr : windows.front();
-}
-
-void pressDefaultButton(HWND dialog) {
-    const LRESULT def = SendMessageA(dialog, DM_GETDEFID, 0, 0);
-    const int id = HIWORD(def) == DC_HASDEFID ? LOWORD(def) : IDOK;
-    // A default button that waits for a choice (the multiple-items prompt):
-    // a person takes the first one offered before pressing Enter.
-    HWND button = GetDlgItem(dialog, id);
-    if (button && !IsWindowEnabled(button)) {
-        EnumChildWindows(
-            dialog,
-            [](HWND child, LPARAM) -> BOOL {
-                const LONG type = GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK;
-                char cls[16] = {};
-                GetClassNameA(child, cls, sizeof cls);
-                if (lstrcmpiA(cls, "Button") != 0 || type != BS_AUTORADIOBUTTON) return TRUE;
-                SendMessageA(child, BM_CLICK, 0, 0);
-                return FALSE;
-            },
-            0);
-    }
-    PostMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_CLICKED),
-                 reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
-}
-
-std::string dialogStaticText(HWND dialog) {
-    std::string out;
-    EnumChildWindows(dialog, collectStatic, reinterpret_cast<LPARAM>(&out));
-    return out;
 }
 
 ProcessRun runProcess(const std::string& program, const std::string& arguments,
@@ -97,7 +94,6 @@ ProcessRun runProcess(const std::string& program, const std::string& arguments,
                         nullptr, &si, &pi))
         return run;
     run.started = true;
-
     std::vector<HWND> handled;
     const DWORD start = GetTickCount();
     while (WaitForSingleObject(pi.hProcess, 50) == WAIT_TIMEOUT) {
@@ -107,16 +103,14 @@ ProcessRun runProcess(const std::string& program, const std::string& arguments,
             break;
         }
         // A window handle may be given again to a later dialog.
-        handled.erase(
-            std::remove_if(handled.begin(), handled.end(), [](HWND h) { return !IsWindow(h); }),
-            handled.end());
+        std::erase_if(handled, [](HWND h) { return !IsWindow(h); });
         for (HWND dialog : processWindows(pi.dwProcessId, "#32770")) {
             if (std::find(handled.begin(), handled.end(), dialog) != handled.end()) continue;
             handled.push_back(dialog);
             Sleep(150);  // let it finish painting
-            run.windows.push_back({titleOf(dialog), dialogStaticText(dialog)});
-            const int index = static_cast<int>(run.windows.size()) - 1;
-            if (!(handler && handler(dialog, index))) pressDefaultButton(dialog);
+            run.windows.push_back({textOf(dialog), staticTexts(dialog)});
+            if (!(handler && handler(dialog, int(run.windows.size()) - 1)))
+                pressDefaultButton(dialog);
         }
         if (idle) idle(pi.dwProcessId);
     }

@@ -25,7 +25,6 @@ struct ProcessRun {
 // Called once for each new dialog of the process, when it is visible and
 // painted. Return true when the callback answered it itself.
 using WindowHandler = std::function<bool(HWND dialog, int index)>;
-
 // Called on every poll with the process id, for tests that act on windows
 // other than dialogs (the main window).
 using IdleHandler = std::function<void(DWORD processId)>;
@@ -36,8 +35,3 @@ ProcessRun runProcess(const std::string& program, const std::string& arguments,
 
 // The process's visible top-level window of class cls, or null.
 HWND findProcessWindow(DWORD processId, const char* cls);
-
-// Enter in a dialog: its default button, as the dialog manager presses it.
-void pressDefaultButton(HWND dialog);
-// The static texts of a dialog, joined by "\n".
-std::string dialogStaticText(HWND dialog);

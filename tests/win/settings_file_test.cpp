@@ -1,7 +1,7 @@
 // The settings file in the real user data folder: saves make missing folders,
-// rotate two backups and end lines in CR LF on disk. Other tests in the same
-// prefix use the Quenmark folders, so the files and folders as they were, and
-// the process-wide record, are put back afterwards.
+// rotate two backups and end lines in CR LF on disk; a full disk is a failed
+// write. Other tests in the same prefix use the Quenmark folders, so the files
+// and folders as they were, and the process-wide record, are put back.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,10 +21,8 @@ namespace fs = std::filesystem;
 class UserSettingsFile : public testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_FALSE(folder.empty());
         for (const auto& [name, bytes] : savedFiles) DeleteFileA((folder + name).c_str());
     }
-
     void TearDown() override {
         for (const auto& [name, bytes] : settingsFiles()) DeleteFileA((folder + name).c_str());
         for (const auto& [name, bytes] : savedFiles)
@@ -56,7 +54,6 @@ TEST_F(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
     // shows only that saving into existing folders works.
     RemoveDirectoryA(productFolder.c_str());
     RemoveDirectoryA(folder.c_str());
-
     std::string states[3];
     for (uint32_t i = 0; i < 3; ++i) {
         Settings record;
@@ -65,9 +62,7 @@ TEST_F(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
         states[i] = settingsFiles()[kSettingsFileName];
         EXPECT_NE(states[i].find("\r\nNoiseType = " + std::to_string(i + 1) + "\r\n"),
                   std::string::npos);
-        if (i == 0) {
-            EXPECT_EQ(settingsFiles().size(), 1u) << "no backup of a file that was not there";
-        }
+        if (i == 0) EXPECT_EQ(settingsFiles().size(), 1u) << "a backup of a file not there";
     }
     EXPECT_TRUE(fs::is_directory(productFolder));
     EXPECT_EQ(settingsFiles(), (std::map<std::string, std::string>{
@@ -77,17 +72,14 @@ TEST_F(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
     EXPECT_EQ(std::count(states[2].begin(), states[2].end(), '\r'),
               std::count(states[2].begin(), states[2].end(), '\n'))
         << "line ends other than CR LF";
-
     Settings read;
     readSettings(read);
     EXPECT_EQ(read.NoiseType, 3u);
-}
 
-}  // namespace
-
-// Wine's C runtime reports success from fclose after a write that found no
-// room; the checked flush must not. /dev/full stands for the full disk.
-TEST(FileWrites, AFullDiskIsAFailedWrite) {
+    // Wine's C runtime reports success from fclose after a write that found no
+    // room; the checked flush must not. /dev/full stands for the full disk.
     EXPECT_FALSE(writeFileBytes("Z:\\dev\\full", {"BeNoisy = 0\r\n"}));
     EXPECT_FALSE(appendFileBytes("Z:\\dev\\full", "41\r\n"));
 }
+
+}  // namespace

@@ -97,6 +97,21 @@ bool pathExists(const std::string& path) {
     return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
+ScratchKey::ScratchKey(HKEY root, std::string path) : root_(root), path_(std::move(path)) {
+    HKEY key = nullptr;
+    DWORD disposition = 0;
+    if (RegCreateKeyExA(root_, path_.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key,
+                        &disposition) == ERROR_SUCCESS)
+        RegCloseKey(key);
+    created_ = disposition == REG_CREATED_NEW_KEY;
+}
+
+bool ScratchKey::set(const char* name, DWORD type, const void* data, DWORD size,
+                     const std::string& subKey) {
+    const std::string path = subKey.empty() ? path_ : path_ + "\\" + subKey;
+    return RegSetKeyValueA(root_, path.c_str(), name, type, data, size) == ERROR_SUCCESS;
+}
+
 std::string clipboardText() {
     std::string text;
     if (!OpenClipboard(nullptr)) return text;

@@ -1,7 +1,8 @@
 #pragma once
 // Shared helpers of the Windows tests: the settings made by the test script,
-// memory canvases read back pixel by pixel, and screenshots of windows and
-// canvases for people to look at. Plain Win32 only: the autopilot links it too.
+// memory canvases read back pixel by pixel, screenshots of windows and
+// canvases for people to look at, and scratch registry keys. Plain Win32 only: the autopilot links
+// it too.
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -56,3 +57,26 @@ bool pathExists(const std::string& path);
 
 // The clipboard's text, or "".
 std::string clipboardText();
+
+// A registry key made for one test and removed, with all it holds, afterwards.
+class ScratchKey {
+  public:
+    ScratchKey(HKEY root, std::string path);
+    ~ScratchKey() { RegDeleteTreeA(root_, path_.c_str()); }
+    ScratchKey(const ScratchKey&) = delete;
+    ScratchKey& operator=(const ScratchKey&) = delete;
+
+    // It did not exist before: removing it afterwards takes nothing of others'.
+    bool created() const { return created_; }
+    // name nullptr: the default value; subKey "": the key itself.
+    bool set(const char* name, DWORD type, const void* data, DWORD size,
+             const std::string& subKey = "");
+    bool set(const char* name, const std::string& text, const std::string& subKey = "") {
+        return set(name, REG_SZ, text.c_str(), DWORD(text.size() + 1), subKey);
+    }
+
+  private:
+    HKEY root_;
+    std::string path_;
+    bool created_ = false;
+};
