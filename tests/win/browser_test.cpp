@@ -138,7 +138,8 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
         settings_.DocumentBrowserFlags = c.flags;
         Recording recording(folder_ + "record.txt");
         int result = 0;
-        EXPECT_EQ(messageShownBy([&] { result = c.open(settings_); }), c.want.empty() ? kLauncherError : "");
+        EXPECT_EQ(messageShownBy([&] { result = c.open(settings_); }),
+                  c.want.empty() ? kLauncherError : "");
         EXPECT_EQ(result, 1);
         const std::vector<Recorded> records = c.want.empty() ? recording.read() : recording.wait();
         EXPECT_EQ(records.size(), c.want.empty() ? 0u : 1u);

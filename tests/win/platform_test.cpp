@@ -129,7 +129,8 @@ TEST(IncompatiblePlatformBox, FormatsTheProductUnclippedAndEndsAsDismiss) {
             else
                 clickItem(box, IDC_CANCELBUTTON);
         });
-        EXPECT_EQ(showIncompatiblePlatformBox(nullptr, c.product.c_str(), Settings{}), IDC_CANCELBUTTON);
+        EXPECT_EQ(showIncompatiblePlatformBox(nullptr, c.product.c_str(), Settings{}),
+                  IDC_CANCELBUTTON);
         EXPECT_TRUE(driver.ran());
     }
 }

@@ -227,8 +227,8 @@ class EveryWindow : public SettingsTest {
              "", 1, 0, "STARTUP", true, false},
             {"startup_manager", [&] { return INT_PTR(openStartupManager(nullptr, record_)); },
              "Startup manager", 1, 0, "STARTUP", true, false},
-            {"about", [&] { return openAboutBox(nullptr, record_); }, "About", 1, kStays, nullptr, true,
-             false},
+            {"about", [&] { return openAboutBox(nullptr, record_); }, "About", 1, kStays, nullptr,
+             true, false},
             {"system_info", [&] { return INT_PTR(showSystemInfo(nullptr, report_, record_)); },
              "System information", 1, 0, nullptr, true, false},
             {"message_box",
@@ -239,9 +239,7 @@ class EveryWindow : public SettingsTest {
              "Message", 6, 2, nullptr, false, false},
         };
     }
-    void setSoftButtons(uint32_t style) {
-        record_.SoftButtons = style;
-    }
+    void setSoftButtons(uint32_t style) { record_.SoftButtons = style; }
 
     Settings record_;
     FakeInstalled installed_;
