@@ -18,6 +18,9 @@ block=${BLOCK:-':BEGINTIP\r\n:END\r\n'}
 . "$root/scripts/wine_env.sh"
 wine_env_start "$dir"
 serve_examples "$dir" "$port"
+# A fresh prefix's first windowed program pays Wine's one-time set-up (fonts,
+# the desktop), about 10 s here, which no user's machine pays at logon.
+wine "$(winpath "$build/minimal_get.exe")" || true
 doc="$dir/docroot/update/update.txt"
 python3 -c "import sys; open(sys.argv[1], 'wb').write(
     sys.argv[3].encode().decode('unicode_escape').encode('latin-1') * int(sys.argv[2]))" \
