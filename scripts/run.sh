@@ -70,6 +70,7 @@ import re, sys
 ini = open(sys.argv[1], encoding="latin-1").read()
 header = open(sys.argv[2]).read()
 defaults = dict(re.findall(r'(\w+) = "?([^";]*)"?;', header))
+defaults = {k: defaults.get(v, v) for k, v in defaults.items()}  # named constants
 now = dict(re.findall(r'^(\w+) = (.*?)\r?$', ini, re.M))
 skip = {"ApplicationPath", "CurrentTransactionDate"}
 print(", ".join(f"{k} {defaults.get(k, '')} -> {v}" for k, v in now.items()
