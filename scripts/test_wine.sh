@@ -5,6 +5,10 @@
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build="$root/build/windows"
+# The loopback servers listen on fixed ports: a second run on this machine (in
+# another clone) waits for this one instead of answering its requests.
+exec 9>/tmp/heralder-wine-tests.lock
+flock 9
 . "$root/scripts/wine_env.sh"
 
 wine_env_start "$build"
