@@ -66,13 +66,14 @@ std::optional<std::string> readFileBytes(const std::string& path) {
     return data;
 }
 
-bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces) {
+bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces,
+                    WriteReach reach) {
     std::FILE* f = std::fopen(path.c_str(), "wb");
     if (!f) return false;
     bool ok = true;
     for (std::string_view piece : pieces)
         ok = ok && std::fwrite(piece.data(), 1, piece.size(), f) == piece.size();
-    ok = ok && flushToDisk(f);
+    ok = ok && (reach == WriteReach::Disk ? flushToDisk(f) : std::fflush(f) == 0);
     return std::fclose(f) == 0 && ok;
 }
 
@@ -85,10 +86,11 @@ bool replaceFileWith(const std::string& from, const std::string& to) {
 #endif
 }
 
-bool replaceFileContents(const std::string& path, std::initializer_list<std::string_view> pieces) {
+bool replaceFileContents(const std::string& path, std::initializer_list<std::string_view> pieces,
+                         WriteReach reach) {
     if (path.empty()) return false;
     const std::string fresh = path + ".tmp";
-    if (writeFileBytes(fresh, pieces)) {
+    if (writeFileBytes(fresh, pieces, reach)) {
         if (replaceHook) replaceHook(path);
         if (replaceFileWith(fresh, path)) return true;
     }

@@ -18,9 +18,17 @@ bool fileExists(const std::string& path);
 // The whole file in binary; nullopt when it cannot be opened or read.
 std::optional<std::string> readFileBytes(const std::string& path);
 
+// How far a write must get before it counts. To the disk for a file that has
+// to outlive a power cut; only to the system (which still reports a full disk)
+// for a spare copy, whose loss in a power cut costs nothing while the file it
+// copies was itself flushed: asking the disk costs a daily run more than all
+// its other work.
+enum class WriteReach { Disk, System };
+
 // Creates or truncates the file and writes the pieces one after another, in
-// binary. True only when every byte reached the disk.
-bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces);
+// binary. True only when every byte got as far as reach.
+bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces,
+                    WriteReach reach = WriteReach::Disk);
 
 // Moves the file from over the file to (which may be missing) in one step.
 bool replaceFileWith(const std::string& from, const std::string& to);
@@ -28,7 +36,8 @@ bool replaceFileWith(const std::string& from, const std::string& to);
 // Writes the pieces to a file beside path and then replaces path with it: a
 // crash, a kill or a full disk leaves either the old file or the new one. On
 // failure the old file is untouched and nothing is left behind.
-bool replaceFileContents(const std::string& path, std::initializer_list<std::string_view> pieces);
+bool replaceFileContents(const std::string& path, std::initializer_list<std::string_view> pieces,
+                         WriteReach reach = WriteReach::Disk);
 
 // Appends bytes at the end of the file, creating it when missing. A write that
 // fails part way is cut back off, so no partial line is left to fuse with the

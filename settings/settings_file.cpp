@@ -110,9 +110,13 @@ std::optional<std::string> readIntact(const std::string& path) {
 }
 
 // Each backup is itself replaced in one step; a damaged generation is not
-// passed on, so the newest good one survives.
+// passed on, so the newest good one survives. A backup is not flushed to the
+// disk: a power cut can cost only the copy, and the settings file it was
+// copied from was flushed when it was saved (the reader turns to a backup only
+// when that file is damaged).
 void copyIntact(const std::string& from, const std::string& to) {
-    if (std::optional<std::string> bytes = readIntact(from)) replaceFileContents(to, {*bytes});
+    if (std::optional<std::string> bytes = readIntact(from))
+        replaceFileContents(to, {*bytes}, WriteReach::System);
 }
 
 }  // namespace
