@@ -1,7 +1,9 @@
 // The process's shared state and its drawing objects (see app_win.h).
 #include "app/app_win.h"
 
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "ui/dpi_win.h"
 
@@ -24,15 +26,46 @@ HFONT makeAlertFont(const Settings& record) {
                        DEFAULT_PITCH, record.AlertFontName.c_str());
 }
 
+// What the alert font and background are to be made from, until they are.
+std::optional<Settings>& describedFont() {
+    static std::optional<Settings> record;
+    return record;
+}
+
+std::optional<Settings>& describedBackground() {
+    static std::optional<Settings> record;
+    return record;
+}
+
 }  // namespace
 
-void createSharedDrawingObjects(const Settings& record) {
-    AppState& a = app();
-    recreateListFont(windowDpi(nullptr));
-    a.alertFont.reset(makeAlertFont(record));
-    a.whiteBrush.reset(CreateSolidBrush(RGB(255, 255, 255)));
-    a.blackBrush.reset(CreateSolidBrush(RGB(0, 0, 0)));
-    recreateAlertBackgroundBrush(record);
+void describeAlertLook(const Settings& record) {
+    app().alertFont.reset();
+    describedFont() = record;
+    describeAlertBackground(record);
+}
+
+void describeAlertBackground(const Settings& record) {
+    app().alertBackgroundBrush.reset();
+    describedBackground() = record;
+}
+
+void recreateAlertFont(const Settings& record) {
+    describedFont().reset();
+    app().alertFont.reset(makeAlertFont(record));
+}
+
+void recreateAlertBackgroundBrush(const Settings& record) {
+    describedBackground().reset();
+    app().alertBackgroundBrush.reset(CreateSolidBrush(record.AlertBackgroundColor));
+}
+
+NotifyLook notifyLook() {
+    if (const std::optional<Settings> record = std::exchange(describedFont(), std::nullopt))
+        recreateAlertFont(*record);
+    if (const std::optional<Settings> record = std::exchange(describedBackground(), std::nullopt))
+        recreateAlertBackgroundBrush(*record);
+    return {app().alertFont.get(), app().alertBackgroundBrush.get()};
 }
 
 void recreateListFont(unsigned dpi) {
@@ -41,21 +74,13 @@ void recreateListFont(unsigned dpi) {
                                      DEFAULT_PITCH, "MS Sans Serif"));
 }
 
-void recreateAlertFont(const Settings& record) {
-    app().alertFont.reset(makeAlertFont(record));
-}
-
-void recreateAlertBackgroundBrush(const Settings& record) {
-    app().alertBackgroundBrush.reset(CreateSolidBrush(record.AlertBackgroundColor));
-}
-
 void deleteSharedDrawingObjects() {
+    describedFont().reset();
+    describedBackground().reset();
     AppState& a = app();
     a.alertBackgroundBrush.reset();
     a.alertFont.reset();
     a.listFont.reset();
-    a.whiteBrush.release();
-    a.blackBrush.release();
 }
 
 std::string programFolder() {

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "base/win_handles.h"
+#include "notify/notify_look_win.h"
 #include "settings/settings.h"
 
 struct AppState {
@@ -20,22 +21,25 @@ struct AppState {
     Settings settings;
     UniqueFont listFont;
     UniqueFont alertFont;  // none when AlertFontName is empty
-    UniqueBrush whiteBrush;
-    UniqueBrush blackBrush;
     UniqueBrush alertBackgroundBrush;
 };
 
 AppState& app();
 
-// The list font, the alert font and the brushes, from the settings.
-void createSharedDrawingObjects(const Settings& record);
-// The list font (14 pixels at 96 DPI) for a window at dpi.
-void recreateListFont(unsigned dpi);
-// After Setup changed the font settings.
+// The alert windows' font and background as the settings describe them now.
+// They are made when the first window asks for them (notifyLook): a daily run
+// that finds nothing new shows no window, and under Wine the first font made
+// costs more than the rest of that run.
+void describeAlertLook(const Settings& record);
+void describeAlertBackground(const Settings& record);
+// Made now, after Setup changed them.
 void recreateAlertFont(const Settings& record);
 void recreateAlertBackgroundBrush(const Settings& record);
-// At the end of the run. The white and black brushes stay: the window class
-// still names the white one until the process ends.
+// The alert font and background brush, made first if they were only described.
+NotifyLook notifyLook();
+// The list font (14 pixels at 96 DPI) for a window at dpi.
+void recreateListFont(unsigned dpi);
+// At the end of the run.
 void deleteSharedDrawingObjects();
 
 // Waits while still answering the system (a logon or shutdown must not find a

@@ -380,8 +380,7 @@ bool registerMainWindowClass(HINSTANCE instance) {
     wc.hInstance = instance;
     wc.hIcon = LoadIconA(instance, "HERALDERSMALL");
     wc.hCursor = LoadCursor(nullptr, IDC_ARROW);
-    wc.hbrBackground = app().whiteBrush ? app().whiteBrush.get()
-                                        : static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
+    wc.hbrBackground = static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH));
     wc.lpszMenuName = "MainMenu";
     wc.lpszClassName = kMainWindowClass;
     return RegisterClassA(&wc) != 0;

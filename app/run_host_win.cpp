@@ -11,10 +11,6 @@
 #include "settings/file_locations_win.h"
 #include "ui/message_box_win.h"
 
-NotifyLook notifyLook() {
-    return {app().alertFont.get(), app().alertBackgroundBrush.get()};
-}
-
 int WindowsRunHost::showAlertWindow(UpdateItem& item) {
     return showAlertBox(owner_, item, notifyLook(), settings_);
 }

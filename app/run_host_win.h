@@ -45,9 +45,6 @@ class WindowsRunHost : public RunHost {
     std::map<InstalledProductKey, std::optional<InstalledVersion>> installed_;
 };
 
-// The shared alert font and background brush, lent to a notification window.
-NotifyLook notifyLook();
-
 // The run as the main window starts it: its settings and the user's seen-item
 // list, in the product folder (made when it is missing).
 bool runNotifications(HWND owner, Settings& settings, std::vector<UpdateItem>& items);

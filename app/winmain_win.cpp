@@ -1,5 +1,5 @@
 // The entry point of heralder.exe. Start-up runs its steps in a fixed order:
-// platform check, settings, shared drawing objects, the main window, then the
+// platform check, settings, the alert look, the main window, then the
 // command line turned into commands sent or posted to that window; after that
 // everything happens in the one message loop.
 #include <cstddef>
@@ -88,7 +88,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
     a.platformCode = getPlatformCode();
 
     readSettings(record);
-    createSharedDrawingObjects(record);
+    describeAlertLook(record);
     setSoundMute(0);
 
     if (!registerMainWindowClass(instance)) {
@@ -114,7 +114,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
         PostMessageA(hwnd, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(documentPath.c_str()));
     for (const StartupStep& step : plan.steps) runStep(hwnd, step);
 
-    recreateAlertBackgroundBrush(record);
+    describeAlertBackground(record);
     const int result = messageLoop();
 
     deleteSharedDrawingObjects();

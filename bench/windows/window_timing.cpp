@@ -101,7 +101,7 @@ int main(int argc, char** argv) {
     Settings record;
     record.DownloadGraphics = 0;  // pictures come from the images folder only
     record.BeNoisy = 0;
-    createSharedDrawingObjects(record);
+    describeAlertLook(record);
     ensureDataFolders();
     const std::string images = getUserHeralderPath("images");
     CreateDirectoryA(images.c_str(), nullptr);

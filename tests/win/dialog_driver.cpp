@@ -189,7 +189,7 @@ TestMainWindow::TestMainWindow() {
     known.cbSize = sizeof known;
     if (!GetClassInfoExA(instance, kMainWindowClass, &known))
         ownClass_ = registerMainWindowClass(instance);
-    createSharedDrawingObjects(record_);
+    describeAlertLook(record_);
     hwnd_ = createMainWindow(instance, record_);
 }
 

@@ -219,7 +219,7 @@ TEST_F(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer
     record.AlertFontName = "Liberation Serif";
     record.AlertFontSize = 16;
     record.AlertTextColor = 0x00FFFFFF;
-    createSharedDrawingObjects(record);
+    describeAlertLook(record);
     SetWindowTextA(main, "something else");
 
     DialogDriver driver([&](HWND box) {
