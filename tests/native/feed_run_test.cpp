@@ -49,11 +49,9 @@ struct Scenario {
 // marks nor swallow the next one: a damaged list is rewritten with the numbers
 // it holds before the append, a clean one is only appended to.
 TEST(SeenList, ReadsAsTheRuntimeDidAndEachMarkLandsOnALineOfItsOwn) {
-    struct Case {
-        std::optional<std::string> file;  // nullopt: no file at all
-        std::vector<int32_t> seen, unseen;
-        std::string afterMarking9;
-    } cases[] = {
+    using Numbers = std::vector<int32_t>;
+    // The file (nullopt: none at all), marks seen and unseen, the file after marking 9.
+    const std::tuple<std::optional<std::string>, Numbers, Numbers, std::string> cases[] = {
         {std::nullopt, {}, {0}, "9\r\n"},
         {"", {}, {0}, "9\r\n"},
         {"17\r\n", {17}, {18}, "17\r\n9\r\n"},
@@ -72,16 +70,16 @@ TEST(SeenList, ReadsAsTheRuntimeDidAndEachMarkLandsOnALineOfItsOwn) {
          {12},
          "9\r\n"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.file.value_or("(none)"));
+    for (const auto& [file, seen, unseen, afterMarking9] : cases) {
+        SCOPED_TRACE(file.value_or("(none)"));
         ScratchFolder dir;
-        if (c.file) writeFile(dir.file("Heralder.lst"), *c.file);
+        if (file) writeFile(dir.file("Heralder.lst"), *file);
         SeenList list(dir.file("Heralder.lst"));
-        for (int32_t n : c.seen) EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, n))) << n;
-        for (int32_t n : c.unseen) EXPECT_FALSE(list.isItemSeen(makeItem(ItemType::Alert, n))) << n;
+        for (int32_t n : seen) EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, n))) << n;
+        for (int32_t n : unseen) EXPECT_FALSE(list.isItemSeen(makeItem(ItemType::Alert, n))) << n;
         EXPECT_TRUE(list.markItemSeen(makeItem(ItemType::Alert, 9)));
-        EXPECT_EQ(readFile(list.path()), c.afterMarking9);
-        for (int32_t n : parseSeenNumbers(c.afterMarking9))
+        EXPECT_EQ(readFile(list.path()), afterMarking9);
+        for (int32_t n : parseSeenNumbers(afterMarking9))
             EXPECT_TRUE(SeenList(list.path()).isItemSeen(makeItem(ItemType::Alert, n))) << n;
     }
 }
@@ -136,6 +134,11 @@ TEST(Selection, ChoiceIndexPerType) {
     report.settings.SetupNoticeReport = 0;
     EXPECT_FALSE(report.shows(makeItem(ItemType::Notice, 1), false));
     EXPECT_TRUE(report.shows(makeItem(ItemType::Notice, 1), true));
+    // Any number allows an update kind, each flag its own (0 and 1 are the run's).
+    Scenario updates;
+    updates.settings.AllowINIUpdates = 7, updates.settings.AllowGraphicUpdates = 0;
+    EXPECT_TRUE(updates.shows(makeItem(ItemType::SettingUpdate, 1)));
+    EXPECT_FALSE(updates.shows(makeItem(ItemType::GraphicUpdate, 1)));
 }
 
 // The first part that differs decides; later parts are not looked at.
@@ -166,33 +169,20 @@ TEST(Selection, OutOfDateComparison) {
 }
 
 TEST(Selection, OnlyShowNewItemsHoldsBackSeenAndIgnoredItems) {
-    struct Case {
-        bool onlyNew, seen;
-        const char* ignoreUntil;
-        bool shown;
-    } cases[] = {
+    // OnlyShowNewItems, seen, ignore until (today is 03-15-2001), shown.
+    const std::tuple<bool, bool, const char*, bool> cases[] = {
         {true, true, nullptr, false},       {true, false, "03-16-2001", false},
         {false, false, "03-16-2001", true}, {true, false, "03-15-2001", true},
         {true, false, "01-01-2000", true},  // day 0 never holds back
     };
-    for (const Case& c : cases) {
+    for (const auto& [onlyNew, seen, ignoreUntil, shown] : cases) {
         Scenario filter;
-        filter.settings.OnlyShowNewItems = c.onlyNew;
+        filter.settings.OnlyShowNewItems = onlyNew;
         filter.settings.CurrentTransactionDate = "03-15-2001";
         UpdateItem item = makeItem(ItemType::Alert, 42);
-        if (c.ignoreUntil) item.ignoreUntil = c.ignoreUntil;
-        if (c.seen) filter.seen.markItemSeen(item);
-        EXPECT_EQ(filter.shows(item), c.shown) << (c.ignoreUntil ? c.ignoreUntil : "seen");
-    }
-}
-
-TEST(Selection, UpdatesFollowTheirAllowFlags) {
-    for (auto [ini, graphic] : {std::pair(0u, 1u), std::pair(7u, 0u)}) {
-        Scenario filter;
-        filter.settings.AllowINIUpdates = ini;
-        filter.settings.AllowGraphicUpdates = graphic;
-        EXPECT_EQ(filter.shows(makeItem(ItemType::SettingUpdate, 1)), ini != 0);
-        EXPECT_EQ(filter.shows(makeItem(ItemType::GraphicUpdate, 1)), graphic != 0);
+        if (ignoreUntil) item.ignoreUntil = ignoreUntil;
+        if (seen) filter.seen.markItemSeen(item);
+        EXPECT_EQ(filter.shows(item), shown) << (ignoreUntil ? ignoreUntil : "seen");
     }
 }
 
@@ -337,39 +327,36 @@ TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
 // text are the fuzz target's.
 TEST(SettingUpdate, AppliesByKindAndMarksTheItem) {
     const std::string longText(300, 't');
-    struct Case {
-        std::optional<std::string> text;   // nullopt: none at all, nothing marked
-        const char* setting;               // the one to look at afterwards
-        std::optional<std::string> after;  // nullopt: as it was
-    } cases[] = {
-        {"alertfontsize=20", "AlertFontSize", "20"},
-        {"BeNoisy = 5", "BeNoisy", "1"},
-        {"AlertFontName  ==  Times New Roman ", "AlertFontName", "Times New Roman "},
-        {"AlertFontName=line one\r\nline two", "AlertFontName", "line one\r\nline two"},
-        {"AlertFontName=" + longText, "AlertFontName", longText.substr(0, 260)},
-        {"AlertFontSiz=1", "AlertFontSize", std::nullopt},
-        // An empty value leaves the setting as it was.
-        {"PromptMultipleCount =", "PromptMultipleCount", std::nullopt},
-        {"AlertFontName= \t", "AlertFontName", std::nullopt},
-        {std::nullopt, "AlertFontSize", std::nullopt},
-        // Settings that name a program or file to open stay as they are.
-        {"DocumentBrowserPath=\\\\evil\\x.exe", "DocumentBrowserPath", std::nullopt},
-        {"applicationpath = C:\\evil\\", "ApplicationPath", std::nullopt},
-    };
+    // The text (nullopt: none, nothing marked), the setting to look at, its value
+    // afterwards (nullopt: as it was).
+    const std::tuple<std::optional<std::string>, const char*, std::optional<std::string>> cases[] =
+        {
+            {"alertfontsize=20", "AlertFontSize", "20"},
+            {"BeNoisy = 5", "BeNoisy", "1"},
+            {"AlertFontName  ==  Times New Roman ", "AlertFontName", "Times New Roman "},
+            {"AlertFontName=line one\r\nline two", "AlertFontName", "line one\r\nline two"},
+            {"AlertFontName=" + longText, "AlertFontName", longText.substr(0, 260)},
+            {"AlertFontSiz=1", "AlertFontSize", std::nullopt},
+            // An empty value leaves the setting as it was.
+            {"PromptMultipleCount =", "PromptMultipleCount", std::nullopt},
+            {"AlertFontName= \t", "AlertFontName", std::nullopt},
+            {std::nullopt, "AlertFontSize", std::nullopt},
+            // Settings that name a program or file to open stay as they are.
+            {"DocumentBrowserPath=\\\\evil\\x.exe", "DocumentBrowserPath", std::nullopt},
+            {"applicationpath = C:\\evil\\", "ApplicationPath", std::nullopt},
+        };
     auto valueOf = [](const Settings& s, const char* key) {
         const SettingDef* def = findSetting(key);
         return def->text ? s.*(def->text) : std::to_string(s.*(def->number));
     };
-    for (const Case& c : cases) {
+    for (const auto& [text, setting, after] : cases) {
         Scenario run;
         UpdateItem item = makeItem(ItemType::SettingUpdate, 2077);
-        item.plainText = c.text;
+        item.plainText = text;
         performSettingUpdate(item, run.settings, run.seen);
-        const std::string what = c.text.value_or("(none)");
-        EXPECT_EQ(valueOf(run.settings, c.setting),
-                  c.after.value_or(valueOf(Settings{}, c.setting)))
-            << what;
-        EXPECT_EQ(run.seen.isItemSeen(item), c.text.has_value()) << what;
+        EXPECT_EQ(valueOf(run.settings, setting), after.value_or(valueOf(Settings{}, setting)))
+            << text.value_or("(none)");
+        EXPECT_EQ(run.seen.isItemSeen(item), text.has_value()) << text.value_or("(none)");
     }
 }
 
