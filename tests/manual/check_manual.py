@@ -88,12 +88,13 @@ def parse(name):
 def check_form(page):
     """Well-formed, with its language, charset, title, heading and navigation,
     and styled by the shared stylesheet only."""
-    problems = list(page.problems) + [f"missing {n}" for n in ("lang", "charset", "title", "h1", "nav")
-                                      if n not in page.has]
+    problems = page.problems + [f"missing {n}" for n in ("lang", "charset", "title", "h1", "nav")
+                                if n not in page.has]
     if page.stack:
         problems.append(f"unclosed at the end: {', '.join('<' + t + '>' for t in page.stack)}")
     problems += [] if page.doctype else ["no <!DOCTYPE html>"]
-    problems += [f"{page.styles} <style> block(s): use the shared stylesheet"] if page.styles else []
+    if page.styles:
+        problems.append(f"{page.styles} <style> block(s): use the shared stylesheet")
     problems += [] if page.stylesheets else ["no stylesheet link"]
     return problems + [f"stylesheet {s} not found" for s in page.stylesheets
                        if not (HTML / s).is_file()]

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
-#include <random>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -63,46 +62,29 @@ TEST(SettingsWrite, FileIsHeaderAndKeyLinesInCrLf) {
 // Whatever a text setting holds in memory (a feed may hand it line breaks, a
 // Ctrl-Z or 260 characters), the saved file reads back as the same record, less
 // the cuts storableSettingText names: no value can spill into a line of its own.
-// Keys the reader skips keep what the record held, not the defaults.
+// Keys the reader skips keep what the record held, not the defaults. Records of
+// arbitrary bytes are fuzz_settings' part.
 TEST(SettingsWrite, AnyRecordReadsBackLessTheDocumentedCuts) {
-    std::mt19937 random(17);
-    auto someText = [&] {
-        std::string text(random() % 300, ' ');
-        for (char& c : text) c = static_cast<char>(random() % 4 ? 32 + random() % 95 : random());
-        return text;
-    };
-    Settings injected;
-    injected.CurrentTransactionDate =
+    Settings written = filled(4294967000u, "= v ");
+    written.CurrentTransactionDate =
         "01-01-2020\r\nChangeFolderSound = \\\\127.0.0.1\\share\\inj.wav\r\nColourTableFile = x";
-    injected.AlertFontName = "Georgia\x1a";
-    injected.DocumentBrowserPath = "  " + std::string(258, 'x');
-    std::vector<Settings> records = {injected, filled(4294967000u, "= v ")};
-    for (int i = 0; i < 300; ++i) {
-        Settings record;
-        for (const SettingDef& def : SettingsTable) {
-            if (uint32_t* number = settingNumber(record, def)) *number = random();
-            if (std::string* text = settingText(record, def)) assignSettingText(*text, someText());
-        }
-        records.push_back(record);
-    }
+    written.AlertFontName = "Georgia\x1a";
+    written.DocumentBrowserPath = "  " + std::string(258, 'x');
     const Settings before = filled(7, "old ");
-    for (const Settings& written : records) {
-        Settings read = before;
-        readSettingsText(read, formatSettingsFile(written, 0));
-        for (const SettingDef& def : SettingsTable) {
-            const std::string value = settingValueText(written, def);
-            EXPECT_EQ(settingValueText(read, def),
-                      def.readFlags & kSettingSkipOnRead ? settingValueText(before, def)
-                      : def.isText()                     ? storableSettingText(def.key, value)
-                                                         : value)
-                << def.key;
-        }
+    Settings read = before;
+    readSettingsText(read, formatSettingsFile(written, 0));
+    for (const SettingDef& def : SettingsTable) {
+        const std::string value = settingValueText(written, def);
+        EXPECT_EQ(settingValueText(read, def), def.readFlags & kSettingSkipOnRead
+                                                   ? settingValueText(before, def)
+                                               : def.isText() ? storableSettingText(def.key, value)
+                                                              : value)
+            << def.key;
     }
+    EXPECT_EQ(read.AlertFontName, "Georgia");
+    EXPECT_EQ(read.CurrentTransactionDate, "01-01-2020");
+    EXPECT_EQ(read.DocumentBrowserPath, std::string(259 - 19 - 3 - 1, 'x'));
     EXPECT_EQ(storableSettingText("AlertFontName", "= v x  "), "= v x  ");  // no other cut
-    EXPECT_EQ(storableSettingText("CurrentTransactionDate", injected.CurrentTransactionDate),
-              "01-01-2020");
-    EXPECT_EQ(storableSettingText("DocumentBrowserPath", injected.DocumentBrowserPath).size(),
-              259u - 19 - 3 - 1);
 }
 
 // A damaged file (empty, or with a NUL or Ctrl-Z that ends the reading early)
