@@ -106,30 +106,24 @@ TEST(CheckFeedSignature, KeyExpiryAndSerialDecide) {
     std::string changed = signedDocument(kBody, oldKey);
     changed[3] ^= 1;
     using P = SignatureProblem;
-    const struct {
-        const char* name;
-        std::string document;
-        const std::vector<FeedKey>& keys;
-        int64_t today;
-        uint64_t lowest;
-        P want;
-    } cases[] = {
-        {"valid", signedDocument(kBody, oldKey), justOld, expires, 0, P::None},
-        {"second key", signedDocument(kBody, newKey), both, expires, 0, P::None},
-        {"a day late", signedDocument(kBody, oldKey), justOld, expires + 1, 0, P::None},
-        {"two days late", signedDocument(kBody, oldKey), justOld, expires + 2, 0, P::Expired},
-        {"same serial", signedDocument(kBody, oldKey, 7), justOld, expires, 7, P::None},
-        {"lower serial", signedDocument(kBody, oldKey, 6), justOld, expires, 7, P::OlderSerial},
-        {"changed byte", changed, justOld, expires, 0, P::BadSignature},
-        {"other key", signedDocument(kBody, otherKey), both, expires, 0, P::UnknownKey},
-        {"new key not built in", signedDocument(kBody, newKey), justOld, expires, 0, P::UnknownKey},
-        {"unsigned", kBody, both, expires, 0, P::NoSignature},
-    };
-    for (const auto& c : cases) {
-        const SignatureVerdict v =
-            checkFeedSignature(c.document, c.keys, fakeVerify, c.today, c.lowest);
-        EXPECT_EQ(v.problem, c.want) << c.name;
-    }
+    // The document, the keys built in, today, the lowest serial accepted before, the verdict.
+    const std::tuple<const char*, std::string, const std::vector<FeedKey>&, int64_t, uint64_t, P>
+        cases[] = {
+            {"valid", signedDocument(kBody, oldKey), justOld, expires, 0, P::None},
+            {"second key", signedDocument(kBody, newKey), both, expires, 0, P::None},
+            {"a day late", signedDocument(kBody, oldKey), justOld, expires + 1, 0, P::None},
+            {"two days late", signedDocument(kBody, oldKey), justOld, expires + 2, 0, P::Expired},
+            {"same serial", signedDocument(kBody, oldKey, 7), justOld, expires, 7, P::None},
+            {"lower serial", signedDocument(kBody, oldKey, 6), justOld, expires, 7, P::OlderSerial},
+            {"changed byte", changed, justOld, expires, 0, P::BadSignature},
+            {"other key", signedDocument(kBody, otherKey), both, expires, 0, P::UnknownKey},
+            {"new key not built in", signedDocument(kBody, newKey), justOld, expires, 0,
+             P::UnknownKey},
+            {"unsigned", kBody, both, expires, 0, P::NoSignature},
+        };
+    for (const auto& [name, document, keys, today, lowest, want] : cases)
+        EXPECT_EQ(checkFeedSignature(document, keys, fakeVerify, today, lowest).problem, want)
+            << name;
 }
 
 TEST(PublicKeyPem, OnlyP256SubjectPublicKeyInfo) {

@@ -32,13 +32,9 @@ UpdateItem fooItem() {
 
 TEST(AlertText, HeaderLine) {
     const std::string date = "07-15-2003", full = " Foo 2.1b (Revision 3) Released " + date;
-    const struct {
-        ItemType type;
-        std::optional<std::string> application, date;
-        char revision;
-        int32_t patch, beta;
-        std::optional<std::string> line;
-    } cases[] = {
+    using Text = std::optional<std::string>;
+    // Type, application, date, revision, patch, beta: the line.
+    const std::tuple<ItemType, Text, Text, char, int32_t, int32_t, Text> cases[] = {
         {ItemType::Alert, "Foo", date, 'b', 3, 0, full},
         {ItemType::Notice, "Foo", date, 'b', 3, 0, full},  // tips and notices too
         {ItemType::Alert, "Foo", date, 'b', 3, 4,
@@ -51,11 +47,11 @@ TEST(AlertText, HeaderLine) {
         {ItemType::Alert, "", std::nullopt, 'b', 3, 0, std::nullopt},
         {ItemType::OffTopic, "Foo", date, 'b', 3, 0, std::nullopt},
     };
-    for (const auto& c : cases) {
+    for (const auto& [type, application, date, revision, patch, beta, line] : cases) {
         UpdateItem item = fooItem();
-        item.type = c.type, item.application = c.application, item.date = c.date;
-        item.revision = c.revision, item.patch = c.patch, item.beta = c.beta;
-        EXPECT_EQ(alertHeaderLine(item), c.line) << c.line.value_or("(none)");
+        item.type = type, item.application = application, item.date = date;
+        item.revision = revision, item.patch = patch, item.beta = beta;
+        EXPECT_EQ(alertHeaderLine(item), line) << line.value_or("(none)");
     }
 }
 

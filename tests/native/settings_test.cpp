@@ -93,11 +93,10 @@ TEST(SettingsWrite, AnyRecordReadsBackLessTheDocumentedCuts) {
 TEST(SettingsFile, DamagedFilesFallBackToTheNewestIntactBackup) {
     const std::string good = "BeNoisy = 0\r\n", older = "BeNoisy = 0\r\nNoiseType = 5\r\n";
     const std::string cut = std::string("AlertFontName = Georgia\x1a\r\nBeNoisy = 0\r\n");
-    struct Case {
-        std::optional<std::string> file, backup, oldest;
-        const char* readFrom;  // nullptr: nothing read
-        uint32_t beNoisy, noiseType;
-    } cases[] = {
+    using Bytes = std::optional<std::string>;
+    // The file and its two backups (nullopt: missing), the one read (nullptr:
+    // none), BeNoisy and NoiseType as read.
+    const std::tuple<Bytes, Bytes, Bytes, const char*, uint32_t, uint32_t> cases[] = {
         {good, older, older, "Heralder17.ini", 0, 64},
         {"", good, older, "Backup of Heralder17.ini", 0, 64},
         {cut, std::string("\0", 1), older, "Backup of Backup of Heralder17.ini", 0, 5},
@@ -105,23 +104,23 @@ TEST(SettingsFile, DamagedFilesFallBackToTheNewestIntactBackup) {
         {std::nullopt, good, older, nullptr, 1, 64},
         {"", "", std::nullopt, nullptr, 1, 64},
     };
-    for (const Case& c : cases) {
+    for (const auto& [file, backup, oldest, readFrom, beNoisy, noiseType] : cases) {
         ScratchFolder dir;
         const std::string path = dir.file("Heralder17.ini");
-        for (auto [name, bytes] : {std::pair{path, c.file},
-                                   {dir.file("Backup of Heralder17.ini"), c.backup},
-                                   {dir.file("Backup of Backup of Heralder17.ini"), c.oldest}})
+        for (auto [name, bytes] : {std::pair{path, file},
+                                   {dir.file("Backup of Heralder17.ini"), backup},
+                                   {dir.file("Backup of Backup of Heralder17.ini"), oldest}})
             if (bytes) writeFile(name, *bytes);
         Settings read;
         const std::optional<std::string> from = readSettingsFile(read, path);
-        const std::string what = c.file.value_or("(missing)");
-        EXPECT_EQ(from, c.readFrom ? std::optional(dir.file(c.readFrom)) : std::nullopt) << what;
-        EXPECT_EQ(read.BeNoisy, c.beNoisy) << what;
-        EXPECT_EQ(read.NoiseType, c.noiseType) << what;
+        const std::string what = file.value_or("(missing)");
+        EXPECT_EQ(from, readFrom ? std::optional(dir.file(readFrom)) : std::nullopt) << what;
+        EXPECT_EQ(read.BeNoisy, beNoisy) << what;
+        EXPECT_EQ(read.NoiseType, noiseType) << what;
 
         // Saving what was read keeps an intact generation among the backups.
         ASSERT_TRUE(writeSettingsFile(read, path, 0)) << what;
-        if (c.beNoisy == 0) {
+        if (beNoisy == 0) {
             Settings again;
             EXPECT_TRUE(readSettingsFile(again, dir.file("Backup of Heralder17.ini"))) << what;
             EXPECT_EQ(again.BeNoisy, 0u) << what;
