@@ -61,11 +61,8 @@ TEST(SignatureLine, OnlyOneWellFormedLastLineIsRead) {
         {"CRLF after", kBody + line + "\r\n", P::None},
         {"nothing after", kBody + line, P::None},
         {"only a line", line, P::None},
-        {"none", kBody, P::NoSignature},
         {"marker inside a line", kBody + " " + line, P::NoSignature},
-        {"twice", kBody + line + "\n" + line + "\n", P::SignedTwice},
         {"signed over", signedDocument(good, key), P::SignedTwice},
-        {"text after", kBody + line + "\n:BEGINTIP\n", P::NotAtEnd},
         {"blank line after", kBody + line + "\n\n", P::NotAtEnd},
         {"lone CR after", kBody + line + "\rX", P::NotAtEnd},
         {"oversized", kBody + line + std::string(kMaxSignatureLine, 'A'), P::Malformed},
@@ -98,30 +95,23 @@ TEST(SignatureLine, OnlyOneWellFormedLastLineIsRead) {
 }
 
 // Signed by a key the agent holds, not expired by more than a day, and no
-// older than what was accepted before: anything else is refused.
+// older than what was accepted before: anything else is refused. A changed
+// byte, a second key, another key and no signature at all are the tool's
+// kept verify cases, with the real cryptography.
 TEST(CheckFeedSignature, KeyExpiryAndSerialDecide) {
-    const FeedKey oldKey = testKey(1), newKey = testKey(50), otherKey = testKey(99);
-    const std::vector<FeedKey> both = {oldKey, newKey}, justOld = {oldKey};
+    const FeedKey keys[] = {testKey(1)}, &oldKey = keys[0];
     const int64_t expires = *isoDateToDay("2030-01-31");
-    std::string changed = signedDocument(kBody, oldKey);
-    changed[3] ^= 1;
     using P = SignatureProblem;
-    // The document, the keys built in, today, the lowest serial accepted before, the verdict.
-    const std::tuple<const char*, std::string, const std::vector<FeedKey>&, int64_t, uint64_t, P>
-        cases[] = {
-            {"valid", signedDocument(kBody, oldKey), justOld, expires, 0, P::None},
-            {"second key", signedDocument(kBody, newKey), both, expires, 0, P::None},
-            {"a day late", signedDocument(kBody, oldKey), justOld, expires + 1, 0, P::None},
-            {"two days late", signedDocument(kBody, oldKey), justOld, expires + 2, 0, P::Expired},
-            {"same serial", signedDocument(kBody, oldKey, 7), justOld, expires, 7, P::None},
-            {"lower serial", signedDocument(kBody, oldKey, 6), justOld, expires, 7, P::OlderSerial},
-            {"changed byte", changed, justOld, expires, 0, P::BadSignature},
-            {"other key", signedDocument(kBody, otherKey), both, expires, 0, P::UnknownKey},
-            {"new key not built in", signedDocument(kBody, newKey), justOld, expires, 0,
-             P::UnknownKey},
-            {"unsigned", kBody, both, expires, 0, P::NoSignature},
-        };
-    for (const auto& [name, document, keys, today, lowest, want] : cases)
+    // Checked with oldKey alone: the document, today, the lowest serial accepted before.
+    const std::tuple<const char*, std::string, int64_t, uint64_t, P> cases[] = {
+        {"valid", signedDocument(kBody, oldKey), expires, 0, P::None},
+        {"a day late", signedDocument(kBody, oldKey), expires + 1, 0, P::None},
+        {"two days late", signedDocument(kBody, oldKey), expires + 2, 0, P::Expired},
+        {"same serial", signedDocument(kBody, oldKey, 7), expires, 7, P::None},
+        {"lower serial", signedDocument(kBody, oldKey, 6), expires, 7, P::OlderSerial},
+        {"new key not built in", signedDocument(kBody, testKey(50)), expires, 0, P::UnknownKey},
+    };
+    for (const auto& [name, document, today, lowest, want] : cases)
         EXPECT_EQ(checkFeedSignature(document, keys, fakeVerify, today, lowest).problem, want)
             << name;
 }
