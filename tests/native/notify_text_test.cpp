@@ -37,8 +37,6 @@ TEST(AlertText, HeaderLine) {
     const std::tuple<ItemType, Text, Text, char, int32_t, int32_t, Text> cases[] = {
         {ItemType::Alert, "Foo", date, 'b', 3, 0, full},
         {ItemType::Notice, "Foo", date, 'b', 3, 0, full},  // tips and notices too
-        {ItemType::Alert, "Foo", date, 'b', 3, 4,
-         " Foo 2.1b (Revision 3) (Beta 4) Released " + date},
         {ItemType::Alert, "Foo", date, 0, 3, 0, " Foo 2.1 (Revision 3) Released " + date},
         {ItemType::Alert, "Foo", date, 'b', 0, -1, " Foo 2.1b Released " + date},
         {ItemType::Alert, "Foo", std::nullopt, 'b', 3, 0, " Foo 2.1b (Revision 3)"},
