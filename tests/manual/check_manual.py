@@ -86,17 +86,15 @@ def parse(name):
 
 
 def check_form(page):
-    problems = list(page.problems)
+    """Well-formed, with its language, charset, title, heading and navigation,
+    and styled by the shared stylesheet only."""
+    problems = page.problems + [f"missing {n}" for n in ("lang", "charset", "title", "h1", "nav")
+                                if n not in page.has]
     if page.stack:
         problems.append(f"unclosed at the end: {', '.join('<' + t + '>' for t in page.stack)}")
-    if not page.doctype:
-        problems.append("no <!DOCTYPE html>")
-    return problems + [f"missing {n}" for n in ("lang", "charset", "title", "h1", "nav")
-                       if n not in page.has]
-
-
-def check_style(page):
-    problems = [f"{page.styles} <style> block(s): use the shared stylesheet"] if page.styles else []
+    problems += [] if page.doctype else ["no <!DOCTYPE html>"]
+    if page.styles:
+        problems.append(f"{page.styles} <style> block(s): use the shared stylesheet")
     problems += [] if page.stylesheets else ["no stylesheet link"]
     return problems + [f"stylesheet {s} not found" for s in page.stylesheets
                        if not (HTML / s).is_file()]
@@ -221,8 +219,7 @@ def main():
     pages = {name: parse(name) for name in PAGES}
     table = picture_table()
     for name, page in pages.items():
-        case(f"{name}: well-formed", check_form(page))
-        case(f"{name}: shared stylesheet", check_style(page))
+        case(f"{name}: well-formed, shared stylesheet", check_form(page))
         case(f"{name}: links and anchors", check_links(name, page, pages))
         case(f"{name}: pictures", check_images(name, page, table, warnings))
 

@@ -81,11 +81,8 @@ TEST(CommandLine, SwitchesRowsAndPath) {
 
 // Only the daily run is switched off, and a run left with nothing to do ends at once.
 TEST(MachinePolicy, UpdateCheckSwitchedOff) {
-    const struct {
-        std::string line;
-        bool disabled, goesOn;
-        Steps steps;
-    } cases[] = {
+    // The command line, switched off, whether start-up goes on, the steps left.
+    const std::tuple<std::string, bool, bool, Steps> cases[] = {
         {"/UPDATE", true, false, {}},
         {"/UPDATE", false, true, kUpdate},
         // A document with the switch would stay hidden with nobody to close it.
@@ -96,12 +93,12 @@ TEST(MachinePolicy, UpdateCheckSwitchedOff) {
         {"", true, true, {}},
         {"C:\\feeds\\update.txt", true, true, {}},
     };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.line + (c.disabled ? " disabled" : ""));
-        CommandLinePlan plan = interpretCommandLine(c.line);
+    for (const auto& [line, disabled, goesOn, steps] : cases) {
+        SCOPED_TRACE(line + (disabled ? " disabled" : ""));
+        CommandLinePlan plan = interpretCommandLine(line);
         const bool hidden = plan.hidden;
-        EXPECT_EQ(applyMachinePolicy(plan, MachinePolicy{c.disabled}), c.goesOn);
-        EXPECT_EQ(plan.steps, c.steps);
+        EXPECT_EQ(applyMachinePolicy(plan, MachinePolicy{disabled}), goesOn);
+        EXPECT_EQ(plan.steps, steps);
         EXPECT_EQ(plan.hidden, hidden);
     }
 }
@@ -145,11 +142,8 @@ TEST(Platform, Selectors) {
     uint32_t twentyOne[21];
     for (uint32_t i = 0; i < 21; ++i) twentyOne[i] = 100 + i;  // no terminator within 20
     twentyOne[20] = 12;
-    const struct {
-        const char* name;
-        const uint32_t* selector;
-        std::vector<uint32_t> accepted;  // among 0 to 20
-    } cases[] = {
+    // The codes from 0 to 20 each selector accepts.
+    const std::tuple<const char*, const uint32_t*, std::vector<uint32_t>> cases[] = {
         {"null", nullptr, {}},
         {"empty list", none, {}},
         {"all known", &kPlatformsAllKnown, {7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18, 19}},
@@ -157,11 +151,11 @@ TEST(Platform, Selectors) {
         {"list stops at 0", vistaAnd10, {14, 18}},
         {"at most 20 read", twentyOne, {}},
     };
-    for (const auto& c : cases) {
+    for (const auto& [name, selector, want] : cases) {
         std::vector<uint32_t> accepted;
         for (uint32_t code = 0; code <= 20; ++code)
-            if (isPlatformSelected(code, c.selector)) accepted.push_back(code);
-        EXPECT_EQ(accepted, c.accepted) << c.name;
+            if (isPlatformSelected(code, selector)) accepted.push_back(code);
+        EXPECT_EQ(accepted, want) << name;
     }
     EXPECT_TRUE(isPlatformSelected(119, twentyOne));
     EXPECT_FALSE(isPlatformSelected(kPlatformsAllKnown, vistaAnd10));
@@ -225,13 +219,9 @@ TEST(QuietWait, WaitsWhileBusyAndGivesUpAfterFourHours) {
     const std::vector<S> busyForEver(300, S::PresentationMode),
         busyThenFree = {S::Busy, S::Direct3dFullScreen, S::QuietTime, S::PresentationMode,
                         S::AcceptsNotifications};
-    struct Case {
-        const char* name;
-        std::vector<S> answers;  // the last one repeats
-        int stopAfterWaits;      // the session ends after so many waits; -1 never
-        bool free;
-        std::size_t waits;
-    } cases[] = {
+    // The answers (the last one repeats), the waits after which the session ends
+    // (-1: never), whether the user was found free, the waits made.
+    const std::tuple<const char*, std::vector<S>, int, bool, std::size_t> cases[] = {
         {"free at once", {S::AcceptsNotifications}, -1, true, 0},
         {"no answer", {S::Unknown}, -1, true, 0},
         {"locked, or an app", {S::NotPresent, S::App}, -1, true, 0},
@@ -239,16 +229,16 @@ TEST(QuietWait, WaitsWhileBusyAndGivesUpAfterFourHours) {
         {"busy for ever", busyForEver, -1, false, 240},
         {"busy until the session ends", busyForEver, 3, false, 3},
     };
-    for (const Case& c : cases) {
+    for (const auto& [name, answers, stopAfterWaits, wantFree, wantWaits] : cases) {
         std::size_t asked = 0;
         std::vector<uint32_t> waits;
         const bool free =
-            waitUntilUserIsFree([&] { return c.answers[std::min(asked++, c.answers.size() - 1)]; },
+            waitUntilUserIsFree([&] { return answers[std::min(asked++, answers.size() - 1)]; },
                                 [&](uint32_t ms) {
                                     waits.push_back(ms);
-                                    return static_cast<int>(waits.size()) != c.stopAfterWaits;
+                                    return static_cast<int>(waits.size()) != stopAfterWaits;
                                 });
-        EXPECT_EQ(free, c.free) << c.name;
-        EXPECT_EQ(waits, std::vector<uint32_t>(c.waits, 60000u)) << c.name;
+        EXPECT_EQ(free, wantFree) << name;
+        EXPECT_EQ(waits, std::vector<uint32_t>(wantWaits, 60000u)) << name;
     }
 }

@@ -17,17 +17,14 @@ TEST(DocumentCheck, ListsTheFirstThousandFindingsAndTheItemLimit) {
     // Three errors a block (no NUMBER, TITLE, PLAINTEXT); the thousandth is
     // the first of block 334's three.
     EXPECT_EQ(findings[999].line, 667);
-    const struct {
-        int line;
-        FindingSeverity severity;
-        const char* text;
-    } last[] = {
+    const std::tuple<int, FindingSeverity, const char*> last[] = {
         {667, FindingSeverity::Error, "too many findings: 29003 more errors and 0 more warnings"},
         {20001, FindingSeverity::Warning, "reads the first 10000 items only"}};
     for (int i = 0; i < 2; ++i) {
         const Finding& f = findings[1000 + i];
-        EXPECT_TRUE(f.line == last[i].line && f.severity == last[i].severity &&
-                    f.text.find(last[i].text) != std::string::npos)
+        const auto& [line, severity, text] = last[i];
+        EXPECT_TRUE(f.line == line && f.severity == severity &&
+                    f.text.find(text) != std::string::npos)
             << f.line << " " << f.text;
     }
 }

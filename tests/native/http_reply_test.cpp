@@ -9,19 +9,12 @@
 
 // A malformed name is refused rather than sent to port 80 of the same host.
 TEST(SplitServerAddress, HostAndOptionalPort) {
-    const struct {
-        const char* text;
-        int port;
-        bool secure;
-    } accepted[] = {{"host", 0, false},           {"host:8080", 8080, false},
-                    {"host:65535", 65535, false}, {"http://host", 0, false},
-                    {"https://host", 0, true},    {"HTTPS://host:8443", 8443, true}};
-    for (const auto& c : accepted) {
-        auto address = splitServerAddress(c.text);
-        ASSERT_TRUE(address) << c.text;
-        EXPECT_TRUE(address->host == "host" && address->port == c.port &&
-                    address->secure == c.secure)
-            << c.text;
+    const std::tuple<const char*, int, bool> accepted[] = {
+        {"host", 0, false},        {"host:8080", 8080, false}, {"host:65535", 65535, false},
+        {"http://host", 0, false}, {"https://host", 0, true},  {"HTTPS://host:8443", 8443, true}};
+    for (const auto& [text, port, secure] : accepted) {
+        const std::optional<ServerAddress> a = splitServerAddress(text);
+        EXPECT_TRUE(a && a->host == "host" && a->port == port && a->secure == secure) << text;
     }
     for (const char* text :
          {"", ":8080", "host:", "host:0", "host:65536", "host:99999999999999", "host:-1",
@@ -42,11 +35,7 @@ TEST(ServerLinkBase, KeepsTheConfiguredScheme) {
 // A redirect may only move within the one server the agent was built for.
 TEST(RedirectPath, StaysOnTheSameSchemeHostAndPort) {
     const ServerAddress plain{"Host", 8080, false}, secure{"host", 0, true};
-    const struct {
-        const ServerAddress& from;
-        const char* location;
-        std::optional<std::string> want;
-    } cases[] = {
+    const std::tuple<const ServerAddress&, const char*, std::optional<std::string>> cases[] = {
         {plain, "/update/other.txt", "/update/other.txt"},
         {plain, " /a?b=1#frag\r\n", "/a?b=1"},
         {plain, "http://host:8080/x", "/x"},
@@ -67,7 +56,8 @@ TEST(RedirectPath, StaysOnTheSameSchemeHostAndPort) {
         {plain, "/a b", std::nullopt},
         {plain, "ftp://host:8080/x", std::nullopt},
     };
-    for (const auto& c : cases) EXPECT_EQ(redirectPath(c.from, c.location), c.want) << c.location;
+    for (const auto& [from, location, want] : cases)
+        EXPECT_EQ(redirectPath(from, location), want) << location;
 }
 
 // Anything but a plain decimal up to 64 MiB would be a wrong or huge allocation.
@@ -114,11 +104,7 @@ TEST(KeptDocument, ReadsBackWhatWasKeptAndRefusesDamage) {
 // header of its own is never sent, and without any the request is not conditional.
 TEST(KeptDocument, RequestHeadersAskOnlyWithUsableValidators) {
     constexpr char gzip[] = "Accept-Encoding: gzip, deflate\r\n";
-    const struct {
-        const char* what;
-        std::optional<KeptDocument> kept;
-        std::string extra;
-    } cases[] = {
+    const std::tuple<const char*, std::optional<KeptDocument>, std::string> cases[] = {
         {"no copy", std::nullopt, ""},
         {"no validators", KeptDocument{"text", "", ""}, ""},
         {"ETag", KeptDocument{"text", "\"a1\"", ""}, "If-None-Match: \"a1\"\r\n"},
@@ -129,10 +115,10 @@ TEST(KeptDocument, RequestHeadersAskOnlyWithUsableValidators) {
          "If-Modified-Since: Wed, 25 Nov 2026 06:54:30 GMT\r\n"},
         {"oversized ETag", KeptDocument{"text", std::string(2000, 'e'), ""}, ""},
     };
-    for (const auto& c : cases) {
-        const KeptDocument* kept = c.kept ? &*c.kept : nullptr;
-        EXPECT_EQ(documentRequestHeaders(kept), gzip + c.extra) << c.what;
-        EXPECT_EQ(isConditionalRequest(kept), !c.extra.empty()) << c.what;
+    for (const auto& [what, copy, extra] : cases) {
+        const KeptDocument* kept = copy ? &*copy : nullptr;
+        EXPECT_EQ(documentRequestHeaders(kept), gzip + extra) << what;
+        EXPECT_EQ(isConditionalRequest(kept), !extra.empty()) << what;
     }
 }
 

@@ -48,23 +48,21 @@ TEST(InstalledProduct, MakerFolderPath) {
 TEST(InstalledProduct, LooksInTheMakerFolderByAnnouncedVersionThenInWindows) {
     const std::string user = kUser + "p.ini", common = kCommon + "p.ini";
     const std::string windows = "C:\\windows\\p.ini";
-    struct Case {
-        int32_t version;
-        std::set<std::string> existing;
-        const char* text;
-    } cases[] = {{3, {user, common}, "1.0a"},
-                 {4, {user, common}, "2.0a"},
-                 {3, {common, windows}, "17.0a (revision 2)"},
-                 {5, {}, "17.0a (revision 2)"}};
-    for (const Case& c : cases) {
+    // The announced version, the files that exist, what is found.
+    const std::tuple<int32_t, std::set<std::string>, const char*> cases[] = {
+        {3, {user, common}, "1.0a"},
+        {4, {user, common}, "2.0a"},
+        {3, {common, windows}, "17.0a (revision 2)"},
+        {5, {}, "17.0a (revision 2)"}};
+    for (const auto& [version, existing, text] : cases) {
         FakeProductFiles fake;
-        fake.files = c.existing;
+        fake.files = existing;
         fake.values = {{user + "|VersionNumber", 1 << 5},
                        {common + "|VersionNumber", 2 << 5},
                        {windows + "|VersionNumber", 544},
                        {windows + "|PatchLevel", 2}};
-        auto found = lookupInstalledVersion(productItem(c.version), fake);
-        EXPECT_EQ(found ? found->text : "(nothing)", c.text) << c.version;
+        auto found = lookupInstalledVersion(productItem(version), fake);
+        EXPECT_EQ(found ? found->text : "(nothing)", text) << version;
     }
 }
 

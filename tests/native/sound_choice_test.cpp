@@ -83,24 +83,22 @@ TEST(SoundChoice, FirstSoundThatStartsEndsTheCall) {
     const std::vector<SoundAttempt> overrideThenFile = {file("o.wav"), file("f.wav", true)};
     const std::vector<SoundAttempt> overrideThenResource = {file("o.wav"), resource(7)};
     const std::vector<SoundAttempt> scheme = {file("n.wav"), file("fallback.wav")};
-    const struct {
-        const char* name;
-        const std::vector<SoundAttempt>& attempts;
-        std::vector<int32_t> results;
-        int32_t expected;
-        std::vector<std::string> played;
-    } cases[] = {
-        {"override plays", overrideThenFile, {1}, 1, {"o.wav"}},
-        {"file forced to 1", overrideThenFile, {0, 0}, 1, {"o.wav", "f.wav"}},
-        {"resource result", overrideThenResource, {0, 0}, 0, {"o.wav", "#7"}},
-        {"resource plays", overrideThenResource, {0, 1}, 1, {"o.wav", "#7"}},
-        {"scheme plays", scheme, {1}, 1, {"n.wav"}},
-        {"fallback result", scheme, {0, 0}, 0, {"n.wav", "fallback.wav"}},
-    };
-    for (const auto& c : cases) {
-        FakePlayer player{c.results, {}};
-        EXPECT_EQ(playAttempts(c.attempts, std::ref(player)), c.expected) << c.name;
-        EXPECT_EQ(player.played, c.played) << c.name;
+    using Names = std::vector<std::string>;
+    // The attempts, what the player answers to each, the result, what was played.
+    const std::tuple<const char*, const std::vector<SoundAttempt>&, std::vector<int32_t>, int32_t,
+                     Names>
+        cases[] = {
+            {"override plays", overrideThenFile, {1}, 1, {"o.wav"}},
+            {"file forced to 1", overrideThenFile, {0, 0}, 1, {"o.wav", "f.wav"}},
+            {"resource result", overrideThenResource, {0, 0}, 0, {"o.wav", "#7"}},
+            {"resource plays", overrideThenResource, {0, 1}, 1, {"o.wav", "#7"}},
+            {"scheme plays", scheme, {1}, 1, {"n.wav"}},
+            {"fallback result", scheme, {0, 0}, 0, {"n.wav", "fallback.wav"}},
+        };
+    for (const auto& [name, attempts, results, expected, played] : cases) {
+        FakePlayer player{results, {}};
+        EXPECT_EQ(playAttempts(attempts, std::ref(player)), expected) << name;
+        EXPECT_EQ(player.played, played) << name;
     }
     EXPECT_EQ(playAttempts({}, FakePlayer{{1}, {}}), 0);
 }
