@@ -29,8 +29,12 @@ bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& s
     // A day with nothing new never waits; one with news waits as a whole, so
     // that giving up leaves everything for the next run.
     bool pending = false;
-    for (const UpdateItem& item : items) pending = pending || passes(item);
-    if (pending && !host.waitForUser()) return false;
+    {
+        const SeenList::OneLook look(seen);
+        for (const UpdateItem& item : items) pending = pending || passes(item);
+    }
+    if (!pending) return true;
+    if (!host.waitForUser()) return false;
 
     // A download cut short by the run's time, or never started, is no
     // verdict on the file: it is tried again tomorrow rather than marked seen
@@ -51,8 +55,11 @@ bool runNotifications(std::vector<UpdateItem>& items, RunHost& host, Settings& s
 
     // Updates count too, so a graphic whose download failed still asks.
     int waiting = 0;
-    for (const UpdateItem& item : items)
-        if (!seen.isItemSeen(item) && !left(item) && passes(item)) ++waiting;
+    {
+        const SeenList::OneLook look(seen);
+        for (const UpdateItem& item : items)
+            if (!seen.isItemSeen(item) && !left(item) && passes(item)) ++waiting;
+    }
     if (settings.PromptMultipleItems != 0 &&
         static_cast<uint32_t>(waiting) >= settings.PromptMultipleCount &&
         host.promptMultipleItems(items, waiting, seen) == 0)

@@ -82,6 +82,7 @@ std::string cleanSeenList(std::string_view fileBytes) {
 }
 
 void SeenList::refreshIfChanged() {
+    if (loaded_ && held_ > 0) return;
     std::optional<FileStamp> now = fileStamp(path_);
     if (loaded_ && now == stamp_) return;
     numbers_.clear();

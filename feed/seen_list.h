@@ -52,6 +52,21 @@ class SeenList {
 
     const std::string& path() const { return path_; }
 
+    // While one lives, the list is read at most once and its file not looked
+    // at again: a pass over millions of items would otherwise ask the file
+    // system for the list's stamp millions of times. Marks made meanwhile
+    // still count; another copy's marks count from the next look on.
+    class OneLook {
+      public:
+        explicit OneLook(SeenList& list) : list_(list) { ++list_.held_; }
+        ~OneLook() { --list_.held_; }
+        OneLook(const OneLook&) = delete;
+        OneLook& operator=(const OneLook&) = delete;
+
+      private:
+        SeenList& list_;
+    };
+
   private:
     void refreshIfChanged();
     bool repair();
@@ -61,4 +76,5 @@ class SeenList {
     bool loaded_ = false;
     std::optional<FileStamp> stamp_;  // of the file as numbers_ reflects it
     SeenListShape shape_;
+    int held_ = 0;  // OneLooks alive
 };

@@ -92,6 +92,12 @@ TEST(SeenList, MarkingAppendsCrLfLinesAndFollowsOtherWriters) {
     EXPECT_EQ(readFile(list.path()), "2077\r\n-3\r\n");
     writeFile(list.path(), "5\r\n", true);  // another copy of the program appends
     EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, 5)));
+    {
+        const SeenList::OneLook look(list);  // a pass over the items reads once
+        writeFile(list.path(), "6\r\n", true);
+        EXPECT_FALSE(list.isItemSeen(makeItem(ItemType::Alert, 6)));
+    }
+    EXPECT_TRUE(list.isItemSeen(makeItem(ItemType::Alert, 6)));
     std::filesystem::remove(list.path());
     EXPECT_FALSE(list.isItemSeen(makeItem(ItemType::Alert, 2077)));
     SeenList unwritable(dir.file("no-such-folder/Heralder.lst"));
