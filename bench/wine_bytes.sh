@@ -7,14 +7,16 @@
 # agents. Then times "heralder.exe /UPDATE" on a day with nothing new,
 # answered "not modified", against the same run without a kept copy (the
 # whole document fetched and read, as before), RUNS times each.
-# Expects scripts/build.sh windows to have run; takes the port the Windows
-# tests use, so run it under their lock (/tmp/wine-47632.lock).
+# Expects scripts/build.sh windows to have run.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
 build="$root/build/windows"
 work="$root/build/bench_bytes"
 runs=${RUNS:-20}
 port=47632
+# The Windows tests' port: wait for a run of theirs to end, and hold theirs off.
+exec 9>/tmp/heralder-wine-tests.lock
+flock 9
 . "$root/scripts/wine_env.sh"
 wine_env_start "$work"
 

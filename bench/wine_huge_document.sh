@@ -12,19 +12,28 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 build="$root/build/windows"
 dir="$root/build/bench-huge"
 port=47632
+# The Windows tests' port: wait for a run of theirs to end, and hold theirs off.
+exec 9>/tmp/heralder-wine-tests.lock
+flock 9
 blocks=${BLOCKS:-3700000}
 # Another item shape, CR LF line ends written as "\r\n" (BLOCK=':BEGINVERSION\r\n...').
 block=${BLOCK:-':BEGINTIP\r\n:END\r\n'}
 . "$root/scripts/wine_env.sh"
 wine_env_start "$dir"
 serve_examples "$dir" "$port"
-# A fresh prefix's first windowed program pays Wine's one-time set-up (fonts,
-# the desktop), about 10 s here, which no user's machine pays at logon.
-wine "$(winpath "$build/minimal_get.exe")" || true
 doc="$dir/docroot/update/update.txt"
 python3 -c "import sys; open(sys.argv[1], 'wb').write(
     sys.argv[3].encode().decode('unicode_escape').encode('latin-1') * int(sys.argv[2]))" \
-    "$doc" "$blocks" "$block"
+    "$dir/huge.txt" "$blocks" "$block"
+sync  # writing it back must not slow the measured run
+# A fresh prefix's first program that draws pays Wine's one-time set-up (its
+# font cache, cursors, icons), and the first after a pause starts Wine's
+# desktop process again: about 10 s here, which no user's machine pays at
+# logon. The agent's run on the sample document pays them, as a user's agent
+# has run before (the sample's items are not among the huge one's), and the
+# measured run follows at once.
+wine "$(winpath "$build/autopilot.exe")" "$(winpath "$build/heralder.exe")" /UPDATE >/dev/null || true
+mv "$dir/huge.txt" "$doc"
 echo "document: $blocks items of $(printf '%s' "$block" | head -c 40)..., $(($(stat -c %s "$doc") / 1048576)) MiB"
 
 ms() { echo $(($(date +%s%N) / 1000000)); }

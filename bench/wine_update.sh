@@ -12,6 +12,9 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 build="$root/build/windows"
 runs=${RUNS:-20}
 port=47632
+# The Windows tests' port: wait for a run of theirs to end, and hold theirs off.
+exec 9>/tmp/heralder-wine-tests.lock
+flock 9
 . "$root/scripts/wine_env.sh"
 wine_env_start "$root/build/bench"
 serve_examples "$root/build/bench" "$port"
