@@ -64,10 +64,9 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
         int width, bits;  // 0: gives nothing
         std::vector<Pixel> pixels;
     } cases[] = {
+        // clang-format off
         // Transparency keeps straight (not premultiplied) alpha at 32 bits.
-        {dataFile("alpha.png"),
-         8,
-         32,
+        {dataFile("alpha.png"), 8, 32,
          {{0, 0, 0xFF000000, 0}, {7, 5, ~0u, 0x801EC80A}, {3, 2, ~0u, 0xFF1428C8}}},
         {dataFile("opaque.png"), 8, 24, {{0, 0, ~0u, 0x00FFFF}, {7, 5, ~0u, 0xC85A1E}}},
         {dataFile("photo.jpg"), 16, 24, {{8, 8, ~0u, 0xA06020, 3}}},
@@ -87,13 +86,10 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
         {scratch.file("folder.png"), 0, 0, {}},
         // Decoders ignore what follows the end chunk: only the size on disk stops it.
         {scratch.write("padded.png", png + std::string(kMaxPictureFileBytes - png.size(), '\0')),
-         8,
-         32,
-         {}},
+         8, 32, {}},
         {scratch.write("over.png", png + std::string(kMaxPictureFileBytes + 1 - png.size(), '\0')),
-         0,
-         0,
-         {}},
+         0, 0, {}},
+        // clang-format on
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path);

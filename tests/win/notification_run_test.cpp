@@ -17,6 +17,7 @@
 #include "settings/settings.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/loopback_server.h"
+#include "tests/win/test_items.h"
 #include "tests/win/test_support.h"
 
 namespace {
@@ -114,10 +115,8 @@ TEST_F(WindowsRun, DownloadsShareOneTimeBudgetAndWhatItMissesWaitsForTheNextRun)
     for (int32_t number : {1, 2, 3, 4})
         run.push_back(
             graphicUpdate(number, "/update/images/new" + std::to_string(number) + ".png"));
-    UpdateItem& alert = run.emplace_back();
-    std::tie(alert.type, alert.number, alert.importance, alert.graphic) =
-        std::tuple(ItemType::Alert, 5, 3, "silent.png");
-    alert.title = "Picture on a silent server";
+    UpdateItem& alert = run.emplace_back(sampleAlerts(1, 5)[0]);
+    std::tie(alert.importance, alert.graphic) = std::tuple(3, "silent.png");
     alert.plainText = "The window opens without waiting for its picture.";
 
     TestRunHost host(updates.host(), record);
