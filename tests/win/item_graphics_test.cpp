@@ -73,8 +73,8 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
         {scratch.write("photo.PNG", png), 8, 32, {}},
         {scratch.write("photo.JPG", jpeg), 16, 24, {}},
         {scratch.file("large.png"), int(kMaxPictureSide), 32, {}},
-        {scratch.write("photo.jpeg", jpeg), 0, 0, {}},
-        // The extension names the decoder: a JPEG named .png is not a PNG.
+        // The extension names the decoder (by the core's table): a JPEG named
+        // .png is not a PNG.
         {scratch.write("mislabelled.png", jpeg), 0, 0, {}},
         {dataFile("truncated.png"), 0, 0, {}},
         {dataFile("bad_crc.png"), 0, 0, {}},
