@@ -119,15 +119,14 @@ TEST_F(BrowserLauncher, TriesTheNamedBrowserTheKnownBrowsersThenTheAssociatedPro
          launch(page_, nullptr, false), false, recorderPath() + " " + page_},
         {"nothing can open the target", folder_ + "nowhere.exe", 4, {},
          launch(folder_ + "page.qmnothing", "#X", true), true, ""},
-        // The manual, from the application folder, at its anchor, maximised.
+        // The manual, from the application folder, at its anchor, maximised (the
+        // page's address is the portable core's).
         {"manual topic", recorderPath(), 0, {},
          manual("C:\\Program Files\\Quenmark Heralder", "STARTUP"), true,
          shellCommandLine(recorderPath(), "file:///C:\\Program%20Files\\Quenmark%20Heralder"
                                           "\\html\\referenc.html#STARTUP")},
         {"manual", recorderPath(), 0, {}, manual("C:\\Heralder\\", nullptr), true,
          shellCommandLine(recorderPath(), "file:///C:\\Heralder\\html\\manual.html#DOCUMENTATION")},
-        {"manual without a folder", recorderPath(), 0, {}, manual("", "NOTIFICATION"), true,
-         shellCommandLine(recorderPath(), "file:///html\\referenc.html#NOTIFICATION")},
         // clang-format on
     };
     for (const auto& c : cases) {

@@ -1,14 +1,9 @@
-# Sourced by scripts/test_wine.sh: fixtures_start BUILD_DIR starts loopback web
-# servers for the fetch tests and exports HERALDER_HTTP_HOST (lighttpd over a
-# copy of tests/servers/docroot, HERALDER_HTTP_ROOT as a Windows path,
-# HERALDER_HTTP_LOG its access log: request, status, bytes sent),
-# HERALDER_RAW_HOST (tests/servers/raw_http.py) and HERALDER_CLOSED_HOST (where
-# nothing listens). Both servers end with fixtures_stop or FIXTURES_LIFETIME.
-# With the windows-signed build and the native tool, it also signs the sample
-# document in the ways the tests of signed documents need and exports
-# HERALDER_SIGNED_EXE and HERALDER_SIGNED_CASES (a folder per case, each
-# served as the publisher's "/update/"). With lighttpd's TLS module it serves
-# the same files over HTTPS (fixtures_https).
+# Sourced by scripts/test_wine.sh: fixtures_start BUILD_DIR starts loopback
+# servers and exports HERALDER_HTTP_HOST (lighttpd over a copy of
+# tests/servers/docroot, HERALDER_HTTP_ROOT, HERALDER_HTTP_LOG: request, status,
+# bytes sent), HERALDER_RAW_HOST (tests/servers/raw_http.py) and
+# HERALDER_CLOSED_HOST (nothing listens); they end with fixtures_stop or after
+# FIXTURES_LIFETIME. It also makes the signed cases and the HTTPS server below.
 
 FIXTURES_LIFETIME=${FIXTURES_LIFETIME:-900}
 FIXTURES_PIDS=()
@@ -75,9 +70,9 @@ fixtures_stop() {
     FIXTURES_PIDS=()
 }
 
-# fixtures_signed_cases SIGNED_BUILD SOURCE: the sample signed by the build's
-# first and second keys and by a key it does not know, expired, older, changed
-# after signing, unsigned and signed twice.
+# fixtures_signed_cases SIGNED_BUILD SOURCE: with the windows-signed build and
+# the native tool, the sample signed in each way the tests need, a folder per
+# case (HERALDER_SIGNED_CASES) served as "/update/", and HERALDER_SIGNED_EXE.
 fixtures_signed_cases() {
     local build=$1 source=$2 tool="$2/build/native/heralder-tool" cases="$FIXTURES_DIR/signed"
     [ -f "$build/heralder.exe" ] && [ -x "$tool" ] || return 0
@@ -102,13 +97,11 @@ fixtures_signed_cases() {
     export HERALDER_SIGNED_CASES=$(winpath "$cases")
 }
 
-# fixtures_https DOCROOT: lighttpd with TLS over the sample document and
-# pictures (and DOCROOT's large.bin) as "/update/", one port for each of
-# tests/servers/make_tls.sh's certificates; the good one on 47633, the port the
-# windows-https build asks. Exports HERALDER_HTTPS_GOOD, _EXPIRED, _WRONG_HOST
-# and _UNTRUSTED ("https://localhost:PORT"), HERALDER_HTTPS_CA (the authority
-# to trust, DER), HERALDER_HTTPS_LOG (the access log, "PORT PATH" a line) and,
-# with that build, HERALDER_HTTPS_EXE, as the Windows programs see them.
+# fixtures_https DOCROOT: lighttpd with TLS over the sample and its pictures
+# (and DOCROOT's large.bin) as "/update/", a port for each certificate of
+# tests/servers/make_tls.sh (the good one on 47633, which the windows-https
+# build asks): HERALDER_HTTPS_GOOD, _EXPIRED, _WRONG_HOST, _UNTRUSTED, _CA (DER),
+# _LOG ("PORT PATH" lines) and, with that build, HERALDER_HTTPS_EXE.
 fixtures_https() {
     local docroot=$1 src tls="$FIXTURES_DIR/tls" name port
     [ -f /usr/lib/lighttpd/mod_openssl.so ] || return 0

@@ -10,6 +10,7 @@
 #include "feed/http_reply.h"
 #include "feed/http_win.h"
 #include "feed/kept_document_win.h"
+#include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
 #define REQUIRE_SERVER(var, name)          \
@@ -24,9 +25,7 @@ int loopRequests(const std::string& host) {
 
 // A kept copy of the tests' own, away from the user's product folder.
 std::string testKeptPath() {
-    char folder[MAX_PATH];
-    GetTempPathA(MAX_PATH, folder);
-    const std::string path = std::string(folder) + "heralder_test.kept";
+    const std::string path = scratchFolder("heralder_http_test") + "test.kept";
     DeleteFileA(path.c_str());
     return path;
 }
@@ -80,7 +79,8 @@ TEST(HttpRealServer, FilesArriveByteForByteAndOnlyATrustedCertificateGetsAReques
 // What each reply gives, as its headers decide: bytes past the announced
 // length are not the file's; a compressed reply is judged by its decoded text
 // (a bomb past the length limit fails); redirects are followed a few times,
-// and only within the server asked.
+// and only within the server asked. The rules are the portable core's tables:
+// here one case of each shows the real fetch applies them.
 TEST(HttpRawServer, RepliesEndAsTheirHeadersDecide) {
     REQUIRE_SERVER("HERALDER_RAW_HOST", host);
     std::string decoded;
@@ -97,7 +97,6 @@ TEST(HttpRawServer, RepliesEndAsTheirHeadersDecide) {
         {"/missing", "<html><h1>404 Not Found</h1></html>", true},
         {"/short", "only forty bytes of the hundred announce"},
         {"/negative", std::nullopt},
-        {"/not-a-number", std::nullopt},
         {"/huge", std::nullopt},
         {"/huge", std::nullopt, true},
         {"/extra", "Hello"},
@@ -109,7 +108,6 @@ TEST(HttpRawServer, RepliesEndAsTheirHeadersDecide) {
         {"/hop/6", std::nullopt},
         {"/hop-absolute", "arrived"},
         {"/hop-other-port", std::nullopt},
-        {"/hop-other-host", std::nullopt},
         {"/hop-https", std::nullopt},
     };
     for (const auto& c : cases) {
@@ -158,7 +156,7 @@ TEST(HttpRawServer, SlowServersEndAsFailuresWithinTheLimits) {
 
 // A day's fetch of a 100 KB document from a server set up as a publisher's:
 // compressed the first time, a few hundred bytes when nothing changed, and a
-// damaged kept copy is a full fetch again. Nothing is kept until asked to.
+// kept copy of another document is a full fetch again. Nothing is kept until asked to.
 TEST(HttpRealServer, KeptCopyMakesAnUnchangedDocumentCheap) {
     REQUIRE_SERVER("HERALDER_HTTP_HOST", host);
     const auto want = readFileBytes(testEnv("HERALDER_HTTP_ROOT") + "\\update\\large.txt");
@@ -173,7 +171,6 @@ TEST(HttpRealServer, KeptCopyMakesAnUnchangedDocumentCheap) {
         {"first day", std::nullopt, false, 40000},
         {"no news", std::nullopt, true, 1024},
         {"no news again", std::nullopt, true, 1024},
-        {"damaged copy", "Quenmark Heralder kept document 1\nETag: \"x\"\n", false, 40000},
         {"copy of another document", formatKeptDocument({"old", "\"stale\"", ""}), false, 40000},
     };
     for (const auto& day : days) {
@@ -206,8 +203,4 @@ TEST(HttpRawServer, NotModifiedStandsOnlyForAKeptCopy) {
     EXPECT_TRUE(fetched->fromKeptCopy);
     EXPECT_EQ(fetched->document.text, "the kept text");
     DeleteFileA(kept.c_str());
-}
-
-TEST(HttpServerName, BuildOptionIsAUsableAddress) {
-    EXPECT_TRUE(splitServerAddress(publisherServerHost())) << publisherServerHost();
 }

@@ -64,18 +64,17 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
         int width, bits;  // 0: gives nothing
         std::vector<Pixel> pixels;
     } cases[] = {
+        // clang-format off
         // Transparency keeps straight (not premultiplied) alpha at 32 bits.
-        {dataFile("alpha.png"),
-         8,
-         32,
+        {dataFile("alpha.png"), 8, 32,
          {{0, 0, 0xFF000000, 0}, {7, 5, ~0u, 0x801EC80A}, {3, 2, ~0u, 0xFF1428C8}}},
         {dataFile("opaque.png"), 8, 24, {{0, 0, ~0u, 0x00FFFF}, {7, 5, ~0u, 0xC85A1E}}},
         {dataFile("photo.jpg"), 16, 24, {{8, 8, ~0u, 0xA06020, 3}}},
         {scratch.write("photo.PNG", png), 8, 32, {}},
         {scratch.write("photo.JPG", jpeg), 16, 24, {}},
         {scratch.file("large.png"), int(kMaxPictureSide), 32, {}},
-        {scratch.write("photo.jpeg", jpeg), 0, 0, {}},
-        // The extension names the decoder: a JPEG named .png is not a PNG.
+        // The extension names the decoder (by the core's table): a JPEG named
+        // .png is not a PNG.
         {scratch.write("mislabelled.png", jpeg), 0, 0, {}},
         {dataFile("truncated.png"), 0, 0, {}},
         {dataFile("bad_crc.png"), 0, 0, {}},
@@ -87,13 +86,10 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
         {scratch.file("folder.png"), 0, 0, {}},
         // Decoders ignore what follows the end chunk: only the size on disk stops it.
         {scratch.write("padded.png", png + std::string(kMaxPictureFileBytes - png.size(), '\0')),
-         8,
-         32,
-         {}},
+         8, 32, {}},
         {scratch.write("over.png", png + std::string(kMaxPictureFileBytes + 1 - png.size(), '\0')),
-         0,
-         0,
-         {}},
+         0, 0, {}},
+        // clang-format on
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.path);

@@ -55,8 +55,7 @@ Fields readThroughExiftool(const std::string& file) {
     std::string commandLine = "sh -c \"exiftool -S '" + unixPath(file) + "' > '" + unixFolder +
                               "exiftool.tmp' 2>&1; mv '" + unixFolder + "exiftool.tmp' '" +
                               unixFolder + "exiftool.txt'\"";
-    STARTUPINFOA startup = {};
-    startup.cb = sizeof startup;
+    STARTUPINFOA startup = {sizeof startup};
     PROCESS_INFORMATION process = {};
     if (!CreateProcessA("Z:\\bin\\sh", commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr,
                         nullptr, &startup, &process))
@@ -65,12 +64,10 @@ Fields readThroughExiftool(const std::string& file) {
     CloseHandle(process.hProcess);
     for (int waited = 0; !std::ifstream(listing) && waited < 15000; waited += 20) Sleep(20);
     std::map<std::string, std::string> tags;
-    std::ifstream in(listing);
-    for (std::string text; std::getline(in, text);) {
-        if (!text.empty() && text.back() == '\r') text.pop_back();
-        const std::size_t colon = text.find(": ");
-        if (colon != std::string::npos) tags[text.substr(0, colon)] = text.substr(colon + 2);
-    }
+    std::ifstream in(listing, std::ios::binary);
+    for (std::string text; std::getline(in, text);)
+        if (const std::size_t colon = text.find(": "); colon != std::string::npos)
+            tags[text.substr(0, colon)] = text.substr(colon + 2);
     in.close();
     DeleteFileA(listing.c_str());
     return {tags["LocalBasePath"], tags["CommandLineArguments"], tags["Description"],

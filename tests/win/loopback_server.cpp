@@ -11,18 +11,13 @@
 
 namespace {
 
-struct WinsockUser {
-    WinsockUser() {
-        WSADATA data;
-        WSAStartup(MAKEWORD(2, 2), &data);
-    }
-};
-
-std::string reply(const std::string& status, const std::string& body,
-                  const std::string& etag = "") {
-    return "HTTP/1.0 " + status +
-           "\r\nContent-Type: text/plain\r\nContent-Length: " + std::to_string(body.size()) +
-           (etag.empty() ? "" : "\r\nETag: " + etag) + "\r\nConnection: close\r\n\r\n" + body;
+// A 304 has no body and says nothing of its length.
+std::string reply(const std::string& status, const std::string& etag, const std::string& body) {
+    return "HTTP/1.0 " + status + (etag.empty() ? "" : "\r\nETag: " + etag) +
+           (status[0] == '3' ? ""
+                             : "\r\nContent-Type: text/plain\r\nContent-Length: " +
+                                   std::to_string(body.size())) +
+           "\r\nConnection: close\r\n\r\n" + body;
 }
 
 // A file's ETag, as a static web server makes one: it changes with the bytes.
@@ -34,7 +29,11 @@ std::string etagOf(const std::string& body) {
 // A socket listening on 127.0.0.1:port (0: any free port, told in bound), or
 // INVALID_SOCKET.
 SOCKET listenOnLoopback(int port, int backlog, int* bound = nullptr) {
-    static WinsockUser winsock;
+    static const bool winsock = [] {
+        WSADATA data;
+        return WSAStartup(MAKEWORD(2, 2), &data) == 0;
+    }();
+    if (!winsock) return INVALID_SOCKET;
     SOCKET s = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
     if (s == INVALID_SOCKET) return s;
     BOOL yes = TRUE;
@@ -88,7 +87,7 @@ void LoopbackServer::serve() {
         ++requests_;
         const std::size_t start = request.find(' ') + 1;
         std::string path = request.substr(start, request.find(' ', start) - start);
-        std::string answer = reply("404 Not Found", "");
+        std::string answer = reply("404 Not Found", "", "");
         const std::string kPrefix = "/update/";
         if (path.find("..") == std::string::npos && path.rfind(kPrefix, 0) == 0) {
             path.erase(0, kPrefix.size() - 1);
@@ -96,13 +95,10 @@ void LoopbackServer::serve() {
                 if (c == '/') c = '\\';
             if (auto body = readFileBytes(root_ + path)) {
                 const std::string etag = etagOf(*body);
-                if (request.find("\r\nIf-None-Match: " + etag + "\r\n") != std::string::npos) {
-                    answer = "HTTP/1.0 304 Not Modified\r\nETag: " + etag +
-                             "\r\nConnection: close\r\n\r\n";
-                    ++notModified_;
-                } else {
-                    answer = reply("200 OK", *body, etag);
-                }
+                const bool same =
+                    request.find("\r\nIf-None-Match: " + etag + "\r\n") != std::string::npos;
+                notModified_ += same;
+                answer = same ? reply("304 Not Modified", etag, "") : reply("200 OK", etag, *body);
             }
         }
         send(client, answer.data(), static_cast<int>(answer.size()), 0);

@@ -1,10 +1,9 @@
 #pragma once
-// A small HTTP/1.0 file server inside the test program, on the fixed loopback
-// port heralder.exe of the test build asks (127.0.0.1:47632). Starting and
-// stopping it per test is how a test says "the server is down"; it counts the
-// requests it answers, gives each file an ETag and answers a request that
-// names the current one with "304 Not Modified", and can refuse the first few connections, as a
-// network that is not up yet at logon would.
+// A small HTTP/1.0 file server inside the test program, on the loopback port
+// the test build of heralder.exe asks (127.0.0.1:47632): no server object is
+// "the server is down". It counts requests, answers a request naming a file's
+// ETag with "304 Not Modified", and can refuse the first few connections, as a
+// network not up yet at logon would.
 #include <atomic>
 #include <string>
 #include <thread>
@@ -36,12 +35,11 @@ class LoopbackServer {
 
 inline constexpr int kAppServerPort = 47632;
 
-// A server that never answers: it listens and accepts nothing, so the system
-// completes each connection and the request waits for a reply that never
-// comes. On port (0: any free one).
+// A server that listens and accepts nothing: the system completes each
+// connection and the request waits for a reply that never comes.
 class SilentServer {
   public:
-    explicit SilentServer(int port = 0);
+    explicit SilentServer(int port = 0);  // 0: any free port
     ~SilentServer();
     SilentServer(const SilentServer&) = delete;
     SilentServer& operator=(const SilentServer&) = delete;

@@ -4,8 +4,8 @@
 // a run's pictures share. The daily job as a whole is process_test.cpp's.
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
+#include <tuple>
 #include <vector>
 
 #include "app/run_host_win.h"
@@ -17,6 +17,7 @@
 #include "settings/settings.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/loopback_server.h"
+#include "tests/win/test_items.h"
 #include "tests/win/test_support.h"
 
 namespace {
@@ -38,10 +39,11 @@ class TestRunHost : public WindowsRunHost {
 
 UpdateItem graphicUpdate(int32_t number, const std::string& url) {
     UpdateItem item;
-    item.type = ItemType::GraphicUpdate;
-    item.number = number;
-    item.url = url;
+    std::tie(item.type, item.number, item.url) = std::tuple(ItemType::GraphicUpdate, number, url);
     return item;
+}
+std::unordered_set<int32_t> seenNumbers() {
+    return parseSeenNumbers(readFileBytes(getUserHeralderPath("Heralder.lst")).value_or(""));
 }
 
 class WindowsRun : public testing::Test {
@@ -55,8 +57,7 @@ class WindowsRun : public testing::Test {
         ASSERT_TRUE(ensureDataFolders());
     }
     void TearDown() override {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder + "heralder_banner.png.temp", ignored);
+        RemoveDirectoryA((folder + "heralder_banner.png.temp").c_str());
         clearUserData();
     }
 
@@ -97,7 +98,7 @@ TEST_F(WindowsRun, GraphicUpdateReplacesNothingButAPictureWrittenWhole) {
         EXPECT_EQ(host.fetches, c.fetches);
         EXPECT_EQ(reported, c.message);
         EXPECT_EQ(readFileBytes(folder + "heralder_banner.png"), "the user's picture");
-        EXPECT_TRUE(parseSeenNumbers(readFileBytes(folder + "Heralder.lst").value_or("")).count(1));
+        EXPECT_TRUE(seenNumbers().count(1));
         EXPECT_FALSE(pathExists(folder + "evil.exe"));
     }
 }
@@ -114,13 +115,9 @@ TEST_F(WindowsRun, DownloadsShareOneTimeBudgetAndWhatItMissesWaitsForTheNextRun)
     for (int32_t number : {1, 2, 3, 4})
         run.push_back(
             graphicUpdate(number, "/update/images/new" + std::to_string(number) + ".png"));
-    UpdateItem& alert = run.emplace_back();
-    alert.type = ItemType::Alert;
-    alert.number = 5;
-    alert.importance = 3;
-    alert.title = "Picture on a silent server";
+    UpdateItem& alert = run.emplace_back(sampleAlerts(1, 5)[0]);
+    std::tie(alert.importance, alert.graphic) = std::tuple(3, "silent.png");
     alert.plainText = "The window opens without waiting for its picture.";
-    alert.graphic = "silent.png";
 
     TestRunHost host(updates.host(), record);
     const DWORD start = GetTickCount();
@@ -136,8 +133,7 @@ TEST_F(WindowsRun, DownloadsShareOneTimeBudgetAndWhatItMissesWaitsForTheNextRun)
     EXPECT_EQ(host.fetches, 1);
     EXPECT_GE(openedAfter, 1400u);
     EXPECT_LT(openedAfter, 4000u);  // four fetch limits and a fifth would be 25 s
-    EXPECT_EQ(parseSeenNumbers(readFileBytes(folder + "Heralder.lst").value_or("")),
-              (std::unordered_set<int32_t>{5}));
+    EXPECT_EQ(seenNumbers(), (std::unordered_set<int32_t>{5}));
     EXPECT_FALSE(pathExists(folder + "images\\silent.png"));
 }
 

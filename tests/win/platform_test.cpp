@@ -20,10 +20,10 @@ constexpr char kVersionKey[] = "SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion"
 std::optional<std::string> currentBuild() {
     char text[64] = {};
     DWORD size = sizeof text - 1;
-    if (RegGetValueA(HKEY_LOCAL_MACHINE, kVersionKey, "CurrentBuild", RRF_RT_REG_SZ, nullptr, text,
-                     &size) != ERROR_SUCCESS)
-        return std::nullopt;
-    return std::string(text);
+    return RegGetValueA(HKEY_LOCAL_MACHINE, kVersionKey, "CurrentBuild", RRF_RT_REG_SZ, nullptr,
+                        text, &size) == ERROR_SUCCESS
+               ? std::optional<std::string>(text)
+               : std::nullopt;
 }
 
 bool setCurrentBuild(const std::string& text) {
@@ -124,10 +124,7 @@ TEST(IncompatiblePlatformBox, FormatsTheProductUnclippedAndEndsAsDismiss) {
             GetWindowRect(box, &w);
             EXPECT_NEAR(w.left, (GetSystemMetrics(SM_CXSCREEN) - (w.right - w.left)) / 2, 1);
             EXPECT_NEAR(w.top, (GetSystemMetrics(SM_CYSCREEN) - (w.bottom - w.top)) / 2, 1);
-            if (c.key)
-                pressKey(box, c.key);
-            else
-                clickItem(box, IDC_CANCELBUTTON);
+            c.key ? pressKey(box, c.key) : clickItem(box, IDC_CANCELBUTTON);
         });
         EXPECT_EQ(showIncompatiblePlatformBox(nullptr, c.product.c_str(), Settings{}),
                   IDC_CANCELBUTTON);

@@ -5,6 +5,7 @@
 #include "tests/win/process_driver.h"
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
@@ -22,22 +23,17 @@ bool hasClass(HWND hwnd, const char* cls) {
 
 // The process's visible top-level windows of a class, topmost first.
 std::vector<HWND> processWindows(DWORD processId, const char* cls) {
-    struct Finder {
-        DWORD pid;
-        const char* cls;
-        std::vector<HWND> found;
-    } f{processId, cls, {}};
+    std::tuple<DWORD, const char*, std::vector<HWND>> f{processId, cls, {}};
     EnumWindows(
         [](HWND hwnd, LPARAM lp) -> BOOL {
-            auto& f = *reinterpret_cast<Finder*>(lp);
-            DWORD pid = 0;
-            GetWindowThreadProcessId(hwnd, &pid);
-            if (pid == f.pid && IsWindowVisible(hwnd) && hasClass(hwnd, f.cls))
-                f.found.push_back(hwnd);
+            auto& [pid, cls, found] = *reinterpret_cast<decltype(f)*>(lp);
+            DWORD owner = 0;
+            GetWindowThreadProcessId(hwnd, &owner);
+            if (owner == pid && IsWindowVisible(hwnd) && hasClass(hwnd, cls)) found.push_back(hwnd);
             return TRUE;
         },
         reinterpret_cast<LPARAM>(&f));
-    return f.found;
+    return std::get<2>(f);
 }
 
 // The dialog's visible static texts, joined by "\n".
@@ -114,11 +110,8 @@ ProcessRun runProcess(const std::string& program, const std::string& arguments,
         }
         if (idle) idle(pi.dwProcessId);
     }
-    DWORD code = 0;
-    if (GetExitCodeProcess(pi.hProcess, &code) && code != STILL_ACTIVE) {
-        run.exited = code != 255 || GetTickCount() - start <= timeLimitMs;
-        run.exitCode = code;
-    }
+    if (GetExitCodeProcess(pi.hProcess, &run.exitCode) && run.exitCode != STILL_ACTIVE)
+        run.exited = run.exitCode != 255 || GetTickCount() - start <= timeLimitMs;
     CloseHandle(pi.hThread);
     CloseHandle(pi.hProcess);
     return run;

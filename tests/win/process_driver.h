@@ -1,9 +1,7 @@
 #pragma once
-// Runs a program of ours as a whole process and answers the windows it opens,
-// as a person at the screen would: each dialog that appears is handed to a
-// callback (which may read it, save a screenshot and answer it), and a dialog
-// left unanswered is answered with Enter. Used by the whole-process tests and
-// by scripts/run.sh's autopilot.
+// Runs a program of ours as a whole process and answers its dialogs as a person
+// would: each goes to a callback (which may read and answer it); one left
+// unanswered gets Enter. For the whole-process tests and the autopilot.
 #include <functional>
 #include <string>
 #include <vector>
@@ -22,11 +20,9 @@ struct ProcessRun {
     std::vector<SeenWindow> windows;  // every dialog met, in order
 };
 
-// Called once for each new dialog of the process, when it is visible and
-// painted. Return true when the callback answered it itself.
+// Once for each new dialog, visible and painted; true: the callback answered it.
 using WindowHandler = std::function<bool(HWND dialog, int index)>;
-// Called on every poll with the process id, for tests that act on windows
-// other than dialogs (the main window).
+// On every poll, for acting on windows other than dialogs (the main window).
 using IdleHandler = std::function<void(DWORD processId)>;
 
 ProcessRun runProcess(const std::string& program, const std::string& arguments,

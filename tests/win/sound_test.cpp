@@ -1,13 +1,12 @@
-// The sound player's view of the system: the override file in the user's data
-// folder, the desktop scheme's navigation sound with its environment
-// variables, and the results that do not depend on a sound device (the test
-// machine may have none): silence when muted, empty or without a scheme key,
-// 1 for a file name whether or not it plays.
+// The sound player's view of the system: the override file, the desktop
+// scheme's sound with its variables expanded, and the results that need no
+// sound device: silence when muted, empty or without a scheme key, 1 for a
+// file name whether or not it plays.
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <fstream>
 #include <optional>
-#include <cstring>
 
 #include "base/win_headers.h"
 #include "shell/sound_win.h"

@@ -2,6 +2,7 @@
 // The items the window tests show, filled as a publisher would fill them so
 // that every field a window shows has something in it.
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "feed/update_item.h"
@@ -11,10 +12,7 @@ inline UpdateItem sampleAlert() {
     item.type = ItemType::Alert;
     item.title = "Please install the 2.1b update";
     item.application = "Foo";
-    item.version = 2;
-    item.subVersion = 1;
-    item.revision = 'b';
-    item.patch = 3;
+    std::tie(item.version, item.subVersion, item.revision, item.patch) = std::tuple(2, 1, 'b', 3);
     item.date = "07-15-2003";
     item.url = "http://www.quenmark.com/foo/update.html";
     item.plainText = "Foo 2.1b rounds currency totals correctly.";
@@ -34,15 +32,10 @@ inline UpdateItem sampleVersion() {
     item.section = "Ledger";
     item.url = "http://www.quenmark.com/ledger";
     item.ignoreUntil = "12-01-2026";
-    item.version = 3;
-    item.subVersion = 0;
-    item.revision = 'c';
-    item.patch = 2;
-    item.beta = 1;
-    item.importance = 2;
-    item.ifRegistered = -1;
-    item.ifEval = 0;
-    item.number = 4101;
+    std::tie(item.version, item.subVersion, item.revision, item.patch, item.beta) =
+        std::tuple(3, 0, 'c', 2, 1);
+    std::tie(item.importance, item.ifRegistered, item.ifEval, item.number) =
+        std::tuple(2, -1, 0, 4101);
     return item;
 }
 

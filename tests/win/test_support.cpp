@@ -3,10 +3,9 @@
 
 #include <wincrypt.h>
 
+#include <cstdio>
 #include <fstream>
 #include <iterator>
-
-#include <cstdio>
 
 std::string testEnv(const char* name) {
     char value[1024];
@@ -125,36 +124,31 @@ std::string clipboardText() {
 }
 
 bool trustTestAuthority(bool trusted) {
-    std::ifstream file(testEnv("HERALDER_HTTPS_CA"), std::ios::binary);
-    const std::string der((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    if (der.empty()) return false;
+    std::ifstream in(testEnv("HERALDER_HTTPS_CA"), std::ios::binary);
+    const std::string der((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     HCERTSTORE store =
         CertOpenStore(CERT_STORE_PROV_SYSTEM_A, 0, 0, CERT_SYSTEM_STORE_LOCAL_MACHINE, "Root");
-    if (!store) return false;
-    PCCERT_CONTEXT authority =
-        CertCreateCertificateContext(X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(der.data()),
-                                     static_cast<DWORD>(der.size()));
-    bool ok = authority != nullptr;
+    PCCERT_CONTEXT authority = CertCreateCertificateContext(
+        X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(der.data()), DWORD(der.size()));
+    BYTE sha1[20];
+    DWORD size = sizeof sha1;
+    bool ok = store && authority;
     if (ok && trusted) {
         ok = CertAddCertificateContextToStore(store, authority, CERT_STORE_ADD_REPLACE_EXISTING,
                                               nullptr);
-    } else if (ok) {
+    } else if (ok &&
+               CertGetCertificateContextProperty(authority, CERT_SHA1_HASH_PROP_ID, sha1, &size)) {
         // Wine's crypt32 reports a deletion from this store as done and keeps
         // the certificate; its registry key, named by the SHA-1 thumbprint, goes.
-        BYTE sha1[20];
-        DWORD size = sizeof sha1;
         std::string key = "Software\\Microsoft\\SystemCertificates\\Root\\Certificates\\";
-        ok = CertGetCertificateContextProperty(authority, CERT_SHA1_HASH_PROP_ID, sha1, &size);
-        for (DWORD i = 0; ok && i < size; ++i) {
-            char hex[3];
-            std::snprintf(hex, sizeof hex, "%02X", sha1[i]);
-            key += hex;
-        }
-        const LONG deleted =
-            ok ? RegDeleteKeyA(HKEY_LOCAL_MACHINE, key.c_str()) : ERROR_INVALID_DATA;
+        char hex[3];
+        for (DWORD i = 0; i < size; ++i) key.append(hex, std::snprintf(hex, 3, "%02X", sha1[i]));
+        const LONG deleted = RegDeleteKeyA(HKEY_LOCAL_MACHINE, key.c_str());
         ok = deleted == ERROR_SUCCESS || deleted == ERROR_FILE_NOT_FOUND;
+    } else {
+        ok = false;
     }
     if (authority) CertFreeCertificateContext(authority);
-    CertCloseStore(store, 0);
+    if (store) CertCloseStore(store, 0);
     return ok;
 }

@@ -1,8 +1,7 @@
 #pragma once
-// Shared helpers of the Windows tests: the settings made by the test script,
-// memory canvases read back pixel by pixel, screenshots of windows and
-// canvases for people to look at, and scratch registry keys. Plain Win32 only: the autopilot links
-// it too.
+// Shared helpers of the Windows tests: the test script's settings, canvases read
+// back pixel by pixel, screenshots, scratch registry keys. Plain Win32 only: the
+// autopilot links it too.
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -12,8 +11,7 @@
 // The value of an environment variable set by scripts/test_wine.sh, or "".
 std::string testEnv(const char* name);
 
-// A 32-bit top-down memory bitmap filled with one colour, to draw into and
-// read back.
+// A 32-bit top-down memory bitmap filled with one colour, to draw into.
 class Canvas {
   public:
     Canvas(int width, int height, COLORREF colour);
@@ -29,8 +27,7 @@ class Canvas {
     // Pixels of r row by row as 0x00RRGGBB; the whole canvas by default.
     std::vector<uint32_t> pixels() const { return pixels({0, 0, width_, height_}); }
     std::vector<uint32_t> pixels(const RECT& r) const;
-    // Saves the canvas as NAME.bmp in the screenshot folder, if the test
-    // script named one (it turns them into PNG files).
+    // NAME.bmp in the test script's screenshot folder, if it named one.
     void save(const std::string& name) const;
 
   private:
@@ -52,11 +49,8 @@ void deleteFilesIn(const std::string& folder);
 // machine's root store in the prefix's registry.
 bool trustTestAuthority(bool trusted = true);
 
-// A file or folder is there.
-bool pathExists(const std::string& path);
-
-// The clipboard's text, or "".
-std::string clipboardText();
+bool pathExists(const std::string& path);  // a file or a folder
+std::string clipboardText();               // "" when it holds no text
 
 // A registry key made for one test and removed, with all it holds, afterwards.
 class ScratchKey {
@@ -66,7 +60,6 @@ class ScratchKey {
     ScratchKey(const ScratchKey&) = delete;
     ScratchKey& operator=(const ScratchKey&) = delete;
 
-    // It did not exist before: removing it afterwards takes nothing of others'.
     bool created() const { return created_; }
     // name nullptr: the default value; subKey "": the key itself.
     bool set(const char* name, DWORD type, const void* data, DWORD size,

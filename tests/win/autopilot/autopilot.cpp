@@ -17,10 +17,8 @@
 namespace {
 
 void pressShift(bool down) {
-    INPUT input{};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = VK_SHIFT;
-    input.ki.dwFlags = down ? 0 : KEYEVENTF_KEYUP;
+    INPUT input{.type = INPUT_KEYBOARD};
+    input.ki = {.wVk = VK_SHIFT, .dwFlags = DWORD(down ? 0 : KEYEVENTF_KEYUP)};
     SendInput(1, &input, sizeof input);
 }
 
@@ -54,20 +52,15 @@ IdleHandler browseRow(int row) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    int row = -1;
-    if (argc >= 5 && std::strcmp(argv[1], "--browse") == 0) {
-        row = std::atoi(argv[2]);
-        argv += 2;
-        argc -= 2;
-    }
+    const bool browsing = argc >= 5 && std::strcmp(argv[1], "--browse") == 0;
+    const int row = browsing ? std::atoi(argv[2]) : -1;
+    argv += browsing ? 2 : 0, argc -= browsing ? 2 : 0;
     if (argc < 2) {
         std::fprintf(stderr, "usage: autopilot [--browse ROW] PROGRAM [ARGUMENTS...]\n");
         return 2;
     }
     std::string arguments;
     for (int i = 2; i < argc; ++i) arguments += (i > 2 ? " " : "") + std::string(argv[i]);
-
-    const bool browsing = row >= 0;
     const ProcessRun run = runProcess(
         argv[1], arguments,
         [browsing](HWND dialog, int index) {

@@ -1,7 +1,8 @@
 #pragma once
-// The tests' side of the recorder (recorder.cpp): where the stand-in program
-// lies, a scratch folder for copies of it, and what the copies wrote down.
-// Header-only so that any Windows test can use it without a build change.
+// The tests' side of the recorder (recorder.cpp): where the stand-in lies, a
+// scratch folder for copies of it, and what the copies wrote down.
+#include <cstdlib>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -65,21 +66,10 @@ class Recording {
 
     std::vector<Recorded> read() const {
         std::vector<Recorded> records;
-        HANDLE file = CreateFileA(file_.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                  nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-        if (file == INVALID_HANDLE_VALUE) return records;
-        std::string text;
-        char buffer[4096];
-        DWORD n = 0;
-        while (ReadFile(file, buffer, sizeof buffer, &n, nullptr) && n > 0) text.append(buffer, n);
-        CloseHandle(file);
-        for (std::size_t start = 0, end; (end = text.find('\n', start)) != std::string::npos;
-             start = end + 1) {
-            const std::string line = text.substr(start, end - start);
-            const std::size_t tab = line.find('\t');
-            if (tab == std::string::npos) continue;
-            records.push_back({std::atoi(line.substr(0, tab).c_str()), line.substr(tab + 1)});
-        }
+        std::ifstream in(file_, std::ios::binary);
+        for (std::string line; std::getline(in, line);)
+            if (const std::size_t tab = line.find('\t'); tab != std::string::npos && !in.eof())
+                records.push_back({std::atoi(line.c_str()), line.substr(tab + 1)});
         return records;
     }
 
