@@ -3,8 +3,8 @@
 // crash or a full disk leaves the old copy or the new one, and a damaged file
 // is simply not used (the format's own check). It is not flushed to the disk:
 // a copy lost in a power cut costs one whole fetch, while waiting for the disk
-// to take a document of tens of megabytes held up the run's first window by
-// seconds.
+// costs every day with news a few milliseconds before its first window, and a
+// document of tens of megabytes a tenth of a second or more.
 #include "feed/kept_document_win.h"
 
 #include "base/win_handles.h"
