@@ -1,11 +1,10 @@
 // Every window the program shows, from one table: each opens from its own
-// template in every button style, answers Enter, Escape and Help as it should,
-// and is photographed. At the display scale the test script chose
-// (HERALDER_DPI, with LogPixels set to match in the prefix) each control's
-// text fits its rectangle in its own font, no two controls overlap, none
-// leaves the window, and the window fits the screen a user at that scale
-// typically has. The run at 96 DPI writes each window's size, so the run at
-// 192 can check that the notification windows came out twice as large.
+// template in every button style, its default button follows the focus,
+// it answers Enter, Escape and Help as it should, and is photographed. At the display scale the
+// test script chose (HERALDER_DPI, with LogPixels set to match in the prefix) each control's text
+// fits its rectangle in its own font, no two controls overlap, none leaves the window, and the
+// window fits the screen a user at that scale typically has. The run at 96 DPI writes each window's
+// size, so the run at 192 can check that the notification windows came out twice as large.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -163,6 +162,33 @@ std::vector<std::string> layoutFaults(HWND window, unsigned dpi) {
     return faults;
 }
 
+// Wherever the focus goes among the push buttons, that one is the default
+// (Enter presses it), and a soft button stays owner-drawn throughout: soft
+// buttons answer the dialog manager's protocol in the control's place. The
+// focus ends on the first button again.
+void expectDefaultFollowsFocus(HWND box) {
+    const auto dialogCode = [](HWND c) { return SendMessageA(c, WM_GETDLGCODE, 0, 0); };
+    std::vector<HWND> buttons;
+    for (HWND c = GetWindow(box, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT))
+        if (IsWindowVisible(c) && IsWindowEnabled(c) &&
+            (dialogCode(c) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)))
+            buttons.push_back(c);
+    if (IsWindowEnabled(GetDlgItem(box, IDC_BUTTON1)))
+        buttons.push_back(GetDlgItem(box, IDC_BUTTON1));
+    for (HWND focus : buttons) {
+        SendMessageA(box, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(focus), TRUE);
+        for (HWND b : buttons) {
+            const bool isDefault = b == focus;
+            SCOPED_TRACE(testing::Message()
+                         << "focus " << GetDlgCtrlID(focus) << ", button " << GetDlgCtrlID(b));
+            EXPECT_EQ((dialogCode(b) & DLGC_DEFPUSHBUTTON) != 0, isDefault);
+            EXPECT_EQ(GetWindowLongA(b, GWL_STYLE) & BS_TYPEMASK, isSoftButton(b) ? BS_OWNERDRAW
+                                                                  : isDefault     ? BS_DEFPUSHBUTTON
+                                                                                  : BS_PUSHBUTTON);
+        }
+    }
+}
+
 std::string sizesPath() {
     return testEnv("HERALDER_SHOT_DIR") + "\\window_sizes_96.txt";
 }
@@ -265,6 +291,7 @@ TEST_F(EveryWindow, OpensInEachButtonStyleAndAnswersEnterEscapeAndHelp) {
                 EXPECT_EQ(windowText(box), w.caption);
                 EXPECT_EQ(isSoftButton(GetDlgItem(box, IDC_BUTTON1)), w.soft && style != 0);
                 saveWindowScreenshot(box, std::string(w.name) + "_soft" + std::to_string(style));
+                expectDefaultFollowsFocus(box);
                 if (key) {
                     SetFocus(GetDlgItem(box, IDC_BUTTON1));
                     pressKey(box, key);
