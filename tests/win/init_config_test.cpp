@@ -1,7 +1,7 @@
 // The first-run sign-up under Wine, from its template: the stored choice it
 // shows, what it leaves in the settings and the Startup folder, the page it
-// opens through the recorder, the warning about an older installation, and
-// "/INITCONFIG/F" as a process.
+// opens through the recorder and the warning about an older installation.
+// Which switches run the sign-up is checked natively (CommandLine).
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -14,11 +14,8 @@
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
-#include "settings/settings_file.h"
 #include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
-#include "tests/win/link_readers.h"
-#include "tests/win/process_driver.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
@@ -170,36 +167,6 @@ TEST_F(InitConfig, WarnsAboutAnOldInstallationAfterTheSignUp) {
         EXPECT_EQ(settings_.InitConfigDone, 1u);
         EXPECT_EQ(settings_.StartupOptions, kStartupAutomatic);
     }
-}
-
-// "/INITCONFIG/F" on a fresh data folder shows the sign-up twice, then the
-// program saves it as done; "/INITCONFIG" after that shows nothing.
-TEST_F(InitConfig, ForcedSwitchShowsTheSignUpTwiceInOneRun) {
-    const std::string program = testProgramFolder() + "heralder.exe";
-    const std::string settingsFile = getUserDataPath(kSettingsFileName);
-    DeleteFileA(settingsFile.c_str());
-    int signUps = 0;
-    auto answer = [&](HWND dialog, int) {
-        if (GetDlgItem(dialog, IDC_INITCONFIG_HEADING)) ++signUps;
-        SendMessageA(GetDlgItem(dialog, IDC_BUTTON1), BM_CLICK, 0, 0);
-        return true;
-    };
-    ProcessRun run = runProcess(program, "/INITCONFIG/F", answer, 30000);
-    ASSERT_TRUE(run.exited);
-    EXPECT_EQ(signUps, 2);
-    EXPECT_EQ(run.windows.size(), 2u);
-    Settings stored;
-    ASSERT_TRUE(readSettingsFile(stored, settingsFile));
-    EXPECT_EQ(stored.InitConfigDone, 1u);
-    EXPECT_EQ(stored.StartupOptions, kStartupManual);
-
-    signUps = 0;
-    run = runProcess(program, "/INITCONFIG", answer, 30000);
-    ASSERT_TRUE(run.exited);
-    EXPECT_EQ(signUps, 0);
-    for (const std::string& file :
-         {settingsFile, backupPathFor(settingsFile), backupPathFor(backupPathFor(settingsFile))})
-        DeleteFileA(file.c_str());
 }
 
 }  // namespace
