@@ -16,6 +16,7 @@
 #include "settings/settings.h"
 #include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
+#include "tests/win/link_readers.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
