@@ -1,19 +1,15 @@
-// The item browser under Wine, from its template: every field of the item,
-// the installed version from the product's own file, Go through the shell,
-// and the main window's Shift + double click.
+// The item browser under Wine, from its template: every field of the item
+// and Go through the shell. The main window's Shift + double click is checked
+// with the main window.
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "app/app_win.h"
-#include "app/main_window_win.h"
 #include "feed/installed_product.h"
 #include "notify/browse_box_win.h"
 #include "resources/resource.h"
-#include "settings/file_locations_win.h"
 #include "settings/settings.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/recorder/recording.h"
@@ -66,8 +62,8 @@ class HttpHandler {
 
 using BrowseBox = SettingsTest;
 
-// Every field of the item in its read-only control, whole inside the box at
-// the height where all of them show; the installed version through the lookup.
+// Every field of the item in its read-only control; the installed version
+// through the lookup (the product's own file is read in installed_product_test).
 TEST_F(BrowseBox, ShowsEveryFieldOfTheItem) {
     runDriven(
         [&] {
@@ -96,64 +92,21 @@ TEST_F(BrowseBox, ShowsEveryFieldOfTheItem) {
                 {IDC_BROWSE_IMPORTANCE, "2"},
                 {IDC_BROWSE_IGNOREUNTIL, "12-01-2026"},
             };
-            RECT client;
-            GetClientRect(box, &client);
             for (const auto& f : fields) {
-                SCOPED_TRACE(f.id);
-                EXPECT_EQ(itemText(box, f.id), f.text);
-                // Read-only, and whole inside the box.
+                EXPECT_EQ(itemText(box, f.id), f.text) << f.id;
                 EXPECT_TRUE(GetWindowLongA(GetDlgItem(box, f.id), GWL_STYLE) & ES_READONLY);
-                const RECT r = clientRectOf(box, f.id);
-                EXPECT_LE(r.bottom, client.bottom);
-                EXPECT_LE(r.right, client.right);
             }
-            EXPECT_EQ(windowHeight(box), kBrowseBoxHeight);
             EXPECT_TRUE(itemEnabled(box, IDC_BROWSE_GO));
             clickItem(box, IDC_BUTTON1);
         });
-}
-
-// The installed version as the product itself records it: VersionNumber 0x0443
-// (1091) is 2.1, whatever its revision letter.
-TEST_F(BrowseBox, InstalledVersionComesFromTheProductsOwnFile) {
-    const std::string name = "HeralderBrowse-" + std::to_string(GetCurrentProcessId()) + ".ini";
-    const std::string folder = makerFolderPath(*getSpecialFolderPath(CSIDL_APPDATA));
-    const bool madeFolder = CreateDirectoryA(folder.c_str(), nullptr) != FALSE;
-    std::ofstream(folder + name, std::ios::binary)
-        << "[Ledger]\r\nVersionNumber=1091\r\nPatchLevel=4\r\nBetaLevel=2\r\n";
-    UpdateItem item;
-    item.type = ItemType::Version;
-    item.version = 2;  // announced below 4: the per-user file
-    item.iniFile = name;
-    item.section = "Ledger";
-    std::string installed;
-    runDriven([&] { return showBrowseBox(nullptr, item, Settings{}); },
-              [&](HWND box) {
-                  installed = itemText(box, IDC_BROWSE_INSTALLED);
-                  clickItem(box, IDC_BUTTON1);
-              });
-    DeleteFileA((folder + name).c_str());
-    if (madeFolder) RemoveDirectoryA(folder.c_str());
-    EXPECT_EQ(installed, "2.1 revision 4");
 }
 
 // Go hands the address to the shell, which starts the program registered for
 // it; when that fails the user is told, and the box stays either way.
 TEST_F(BrowseBox, GoOpensTheAddressThroughTheShell) {
     const std::string folder = scratchFolder("heralder_browse_test");
-    const struct {
-        const char* what;
-        std::string handler;
-        bool recorded;
-        const char* message;  // "" none
-    } cases[] = {
-        {"recorded", "\"" + recorderPath() + "\" \"%1\"", true, ""},
-        {"no such program", "\"" + folder + "missing.exe\" \"%1\"", false,
-         "There has been an error accessing your web browser."},
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
-        HttpHandler handler(c.handler);
+    for (const bool works : {true, false}) {
+        HttpHandler handler("\"" + (works ? recorderPath() : folder + "missing.exe") + "\" \"%1\"");
         if (!handler.active()) GTEST_SKIP() << "the shell would not use the test's http handler";
         Recording recording(folder + "record.txt");
         UpdateItem item = sampleVersion();
@@ -166,8 +119,9 @@ TEST_F(BrowseBox, GoOpensTheAddressThroughTheShell) {
                                      [](const UpdateItem&) { return std::nullopt; });
             },
             [&](HWND box) {
-                EXPECT_EQ(messageShownBy([&] { clickItem(box, IDC_BROWSE_GO); }), c.message);
-                if (c.recorded) {
+                EXPECT_EQ(messageShownBy([&] { clickItem(box, IDC_BROWSE_GO); }),
+                          works ? "" : "There has been an error accessing your web browser.");
+                if (works) {
                     const std::vector<Recorded> records = recording.wait();
                     ASSERT_EQ(records.size(), 1u);
                     EXPECT_NE(records[0].commandLine.find(*item.url), std::string::npos);
@@ -176,32 +130,6 @@ TEST_F(BrowseBox, GoOpensTheAddressThroughTheShell) {
                 clickItem(box, IDC_BUTTON1);
             });
     }
-}
-
-// Shift + double click on a row of the main window opens the browser on that
-// row's item.
-TEST_F(BrowseBox, ShiftDoubleClickInTheMainWindowOpensIt) {
-    if (testEnv("HERALDER_SOURCE_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
-    TestMainWindow window;
-    HWND main = window.hwnd();
-    ASSERT_TRUE(main);
-    const std::string document = testEnv("HERALDER_SOURCE_DIR") + "\\examples\\update.txt";
-    SendMessageA(main, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(document.c_str()));
-    const std::vector<UpdateItem>& items = mainWindowItems(main);
-    ASSERT_GE(items.size(), 2u);
-    ListBox_SetCurSel(GetDlgItem(main, IDC_ITEMLIST), 1);
-    std::string caption;
-    runDriven(
-        [&] {
-            HeldKey shift(VK_SHIFT);
-            notifyDialog(main, IDC_ITEMLIST, LBN_DBLCLK);
-            return 0;
-        },
-        [&](HWND box) {
-            caption = windowText(box);
-            clickItem(box, IDC_BUTTON1);
-        });
-    EXPECT_EQ(caption, *items[1].title + " [" + itemTypeName(items[1].type) + "]");
 }
 
 }  // namespace

@@ -135,24 +135,11 @@ std::vector<std::string> listEntries(HWND dialog, int id) {
     return entriesOf(dialog, id, LB_GETCOUNT, LB_GETTEXT);
 }
 
-std::pair<int, int> upDownRange(HWND dialog, int id) {
-    int low = 0, high = 0;
-    SendDlgItemMessageA(dialog, id, UDM_GETRANGE32, reinterpret_cast<WPARAM>(&low),
-                        reinterpret_cast<LPARAM>(&high));
-    return {low, high};
-}
-
 LOGFONTA fontOf(HWND control) {
     LOGFONTA font = {};
     GetObjectA(reinterpret_cast<HFONT>(SendMessageA(control, WM_GETFONT, 0, 0)), sizeof font,
                &font);
     return font;
-}
-
-int windowHeight(HWND hwnd) {
-    RECT r = {};
-    GetWindowRect(hwnd, &r);
-    return r.bottom - r.top;
 }
 
 HeldKey::HeldKey(UINT vk) {

@@ -63,11 +63,8 @@ void notifyDialog(HWND dialog, int id, UINT code);
 // The entries of a combo box or of a list box, in list order.
 std::vector<std::string> comboEntries(HWND dialog, int id);
 std::vector<std::string> listEntries(HWND dialog, int id);
-// The range of up-down control id, low first.
-std::pair<int, int> upDownRange(HWND dialog, int id);
 // The font a control draws its text with.
 LOGFONTA fontOf(HWND control);
-int windowHeight(HWND hwnd);
 
 // Holds a key down in this thread's keyboard state while alive, as a user
 // holding Shift or Ctrl would; the previous state comes back afterwards.

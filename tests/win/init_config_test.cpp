@@ -1,7 +1,7 @@
 // The first-run sign-up under Wine, from its template: the stored choice it
 // shows, what it leaves in the settings and the Startup folder, the page it
-// opens through the recorder, the warning about an older installation, and
-// "/INITCONFIG/F" as a process.
+// opens through the recorder and the warning about an older installation.
+// Which switches run the sign-up is checked natively (CommandLine).
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -14,11 +14,9 @@
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings.h"
-#include "settings/settings_file.h"
 #include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
-#include "tests/win/process_driver.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
@@ -107,20 +105,6 @@ TEST_F(InitConfig, ShowsTheStoredChoiceAndCloseAppliesIt) {
     }
 }
 
-TEST_F(InitConfig, DoneBeforeShowsNothingAndSkipsTheOldInstallationCheck) {
-    makeOldInstallation(oldFolder_, true);
-    settings_.InitConfigDone = 1;
-    settings_.StartupOptions = kStartupAutomatic;
-    DialogDriver driver([](HWND box) { EndDialog(box, 0); });
-    EXPECT_EQ(runInitConfig(nullptr, settings_, 18), 1);
-    MSG msg;  // give the driver's timer a chance: nothing may be on screen
-    for (DWORD start = GetTickCount(); GetTickCount() - start < 100;)
-        if (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
-    EXPECT_FALSE(driver.ran());
-    EXPECT_FALSE(pathExists(link_));
-    EXPECT_EQ(settings_.StartupOptions, kStartupAutomatic);
-}
-
 TEST_F(InitConfig, NewsletterOpensMaximisedOnClose) {
     settings_.DocumentBrowserPath = recorderPath();
     settings_.DocumentBrowserFlags = 0;
@@ -138,7 +122,10 @@ TEST_F(InitConfig, NewsletterOpensMaximisedOnClose) {
     EXPECT_EQ(records[0].show, SW_SHOWMAXIMIZED);
 }
 
-TEST_F(InitConfig, WarnsAboutAnOldInstallationOnlyWhenItsProgramIsThere) {
+// After the sign-up, even one closed with Escape, comes the check for an older
+// installation: a warning only when its program is still there, worded for
+// the system. A sign-up done before shows nothing and skips the check.
+TEST_F(InitConfig, WarnsAboutAnOldInstallationAfterTheSignUp) {
     const std::string noBackslash = oldFolder_.substr(0, oldFolder_.size() - 1);
     const struct {
         const char* what;
@@ -146,76 +133,41 @@ TEST_F(InitConfig, WarnsAboutAnOldInstallationOnlyWhenItsProgramIsThere) {
         std::string folder;
         bool program;
         uint32_t platform;
+        bool done;
         const char* wantItem;  // nullptr: no warning
     } cases[] = {
-        {"no INI file", false, "", true, 18, nullptr},
-        {"no program there", true, oldFolder_, false, 18, nullptr},
-        {"XP wording", true, oldFolder_, true, 12, "Add or Remove Programs"},
-        {"later systems, no backslash", true, noBackslash, true, 19, "Programs and Features"},
+        {"no INI file", false, "", true, 18, false, nullptr},
+        {"no program there", true, oldFolder_, false, 18, false, nullptr},
+        {"XP wording", true, oldFolder_, true, 12, false, "Add or Remove Programs"},
+        {"later systems, no backslash", true, noBackslash, true, 19, false,
+         "Programs and Features"},
+        {"signed up before", true, oldFolder_, true, 18, true, nullptr},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         removeFiles();
         if (c.ini) makeOldInstallation(c.folder, c.program);
+        settings_.InitConfigDone = c.done;
+        settings_.StartupOptions = kStartupAutomatic;
+        std::optional<DialogDriver> warning;
         std::string shown;
-        DialogDriver driver([&](HWND box) {
-            shown = itemText(box, IDC_MESSAGETEXT);
-            if (c.platform == 12) saveWindowScreenshot(box, "init_config_old_xp");
-            clickItem(box, IDC_BUTTON1);
+        DialogDriver signUp([&](HWND box) {
+            warning.emplace([&](HWND message) {
+                shown = itemText(message, IDC_MESSAGETEXT);
+                if (c.platform == 12) saveWindowScreenshot(message, "init_config_old_xp");
+                clickItem(message, IDC_BUTTON1);
+            });
+            pressKey(box, VK_ESCAPE);
         });
-        EXPECT_EQ(checkOldInstallation(nullptr, c.platform), c.wantItem != nullptr);
+        runInitConfig(nullptr, settings_, c.platform);
+        EXPECT_EQ(signUp.ran(), !c.done);
         EXPECT_EQ(shown, c.wantItem ? std::string(kWarningStart) + c.wantItem +
                                           " option in the Windows Control Panel and uninstall QMK "
                                           "Heralder."
                                     : "");
+        EXPECT_EQ(settings_.InitConfigDone, 1u);
+        EXPECT_EQ(settings_.StartupOptions, kStartupAutomatic);
     }
-}
-
-// Escape still leads to the check, after the window has gone.
-TEST_F(InitConfig, EscapeIsFollowedByTheOldInstallationWarning) {
-    makeOldInstallation(oldFolder_, true);
-    std::optional<DialogDriver> warning;
-    std::string shown;
-    DialogDriver signUp([&](HWND box) {
-        warning.emplace([&](HWND message) {
-            shown = itemText(message, IDC_MESSAGETEXT);
-            clickItem(message, IDC_BUTTON1);
-        });
-        pressKey(box, VK_ESCAPE);
-    });
-    EXPECT_EQ(runInitConfig(nullptr, settings_, 18), 0);
-    EXPECT_TRUE(signUp.ran());
-    EXPECT_EQ(shown.rfind(kWarningStart, 0), 0u) << shown;
-}
-
-// "/INITCONFIG/F" on a fresh data folder shows the sign-up twice, then the
-// program saves it as done; "/INITCONFIG" after that shows nothing.
-TEST_F(InitConfig, ForcedSwitchShowsTheSignUpTwiceInOneRun) {
-    const std::string program = testProgramFolder() + "heralder.exe";
-    const std::string settingsFile = getUserDataPath(kSettingsFileName);
-    DeleteFileA(settingsFile.c_str());
-    int signUps = 0;
-    auto answer = [&](HWND dialog, int) {
-        if (GetDlgItem(dialog, IDC_INITCONFIG_HEADING)) ++signUps;
-        SendMessageA(GetDlgItem(dialog, IDC_BUTTON1), BM_CLICK, 0, 0);
-        return true;
-    };
-    ProcessRun run = runProcess(program, "/INITCONFIG/F", answer, 30000);
-    ASSERT_TRUE(run.exited);
-    EXPECT_EQ(signUps, 2);
-    EXPECT_EQ(run.windows.size(), 2u);
-    Settings stored;
-    ASSERT_TRUE(readSettingsFile(stored, settingsFile));
-    EXPECT_EQ(stored.InitConfigDone, 1u);
-    EXPECT_EQ(stored.StartupOptions, kStartupManual);
-
-    signUps = 0;
-    run = runProcess(program, "/INITCONFIG", answer, 30000);
-    ASSERT_TRUE(run.exited);
-    EXPECT_EQ(signUps, 0);
-    for (const std::string& file :
-         {settingsFile, backupPathFor(settingsFile), backupPathFor(backupPathFor(settingsFile))})
-        DeleteFileA(file.c_str());
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 // Row markers drawn into memory and read back: every pixel of each picture is
 // the blend of the embedded artwork over the row's background, placed where
 // the row's geometry says; the bevelled square appears when no picture can be
-// had. A magnified sheet of all of them is saved for people to look at.
+// had.
 #include <gtest/gtest.h>
+
+#include <tuple>
 
 #include "base/packed_dib.h"
 #include "tests/win/test_support.h"
@@ -117,37 +119,10 @@ TEST(ListMarker, FallbackSquareIsBevelledInTheImportanceColours) {
         Canvas canvas(60, 40, 0xFFFFFF);
         drawMarkerSquare(canvas.dc(), {5, 10, 60, 30}, c.importance);
         // The square spans (12, 13) to (26, 26).
-        const struct {
-            int x, y;
-            COLORREF want;
-        } pixels[] = {{12, 26, c.light},  {12, 13, c.light},  {25, 13, c.light},
-                      {26, 13, c.dark},   {26, 26, c.dark},   {13, 26, c.dark},
-                      {13, 14, c.fill},   {25, 25, c.fill},   {11, 13, 0xFFFFFF},
-                      {27, 13, 0xFFFFFF}, {12, 12, 0xFFFFFF}, {12, 27, 0xFFFFFF}};
-        for (const auto& p : pixels) EXPECT_EQ(canvas.at(p.x, p.y), p.want) << p.x << "," << p.y;
+        const std::tuple<int, int, COLORREF> pixels[] = {
+            {12, 26, c.light},  {12, 13, c.light},  {25, 13, c.light},  {26, 13, c.dark},
+            {26, 26, c.dark},   {13, 26, c.dark},   {13, 14, c.fill},   {25, 25, c.fill},
+            {11, 13, 0xFFFFFF}, {27, 13, 0xFFFFFF}, {12, 12, 0xFFFFFF}, {12, 27, 0xFFFFFF}};
+        for (auto [x, y, want] : pixels) EXPECT_EQ(canvas.at(x, y), want) << x << "," << y;
     }
-
-    // For people to look at: every marker on white, on the highlight and on
-    // button face, then the squares on white and on the highlight, enlarged.
-    const COLORREF backgrounds[] = {0xFFFFFF, GetSysColor(COLOR_HIGHLIGHT),
-                                    GetSysColor(COLOR_BTNFACE)};
-    const int importances[] = {3, 2, 1, 0};
-    constexpr int kCell = 24, kRow = 20, kScale = 8;
-    Canvas sheet(4 * kCell, 5 * kRow, 0xFFFFFF);
-    for (int line = 0; line < 5; ++line) {
-        const COLORREF bg = backgrounds[line < 3 ? line : line - 3];
-        for (int i = 0; i < 4; ++i) {
-            const RECT row{i * kCell, line * kRow, (i + 1) * kCell, (line + 1) * kRow};
-            sheet.fill(row, bg);
-            if (line < 3)
-                drawListMarker(sheet.dc(), row, importances[i], bg);
-            else
-                drawMarkerSquare(sheet.dc(), row, importances[i]);
-        }
-    }
-    Canvas big(4 * kCell * kScale, 5 * kRow * kScale, 0xFFFFFF);
-    SetStretchBltMode(big.dc(), COLORONCOLOR);
-    StretchBlt(big.dc(), 0, 0, 4 * kCell * kScale, 5 * kRow * kScale, sheet.dc(), 0, 0, 4 * kCell,
-               5 * kRow, SRCCOPY);
-    big.save("list_markers");
 }

@@ -1,7 +1,11 @@
 // The main window inside the test program: Go against the test's own loopback
 // server, with the retries of update mode shortened, the menu states around a
-// fetch, the automatic run it posts, and the end of a session.
+// fetch, the automatic run it posts, a row's double click, and the end of a
+// session.
 #include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
 
 #include "app/app_win.h"
 #include "app/main_window_win.h"
@@ -78,9 +82,10 @@ TEST_F(MainWindowTest, GoRetriesOnlyInUpdateModeAndPostsTheAutomaticRunOnlyByHan
     }
 }
 
-// A plain double click on a row opens the alert window for that row's item,
-// whatever its type; a ticked "never show" stays with the item for the run.
-TEST_F(MainWindowTest, DoubleClickOpensTheAlertWindowForTheRow) {
+// A double click on a row opens the alert window for that row's item, whatever
+// its type, and a ticked "never show" stays with the item for the run; with
+// Shift held it opens the item browser instead.
+TEST_F(MainWindowTest, DoubleClickOpensTheRowsItem) {
     TestMainWindow window;
     HWND hwnd = window.hwnd();
     const std::string document = testEnv("HERALDER_SOURCE_DIR") + "\\examples\\update.txt";
@@ -89,20 +94,25 @@ TEST_F(MainWindowTest, DoubleClickOpensTheAlertWindowForTheRow) {
     ASSERT_EQ(items.size(), 10u);
     HWND list = GetDlgItem(hwnd, IDC_ITEMLIST);
     window.record().BeNoisy = 0;
-    for (int row : {0, 1, 6}) {  // an alert, a version notice, a setting update
+    // An alert, a version notice, a setting update; the browser first.
+    for (auto [row, shift] : {std::pair{1, true}, {0, false}, {1, false}, {6, false}}) {
         SendMessageA(list, LB_SETCURSEL, row, 0);
         std::string caption;
         DialogDriver driver([&](HWND dialog) {
             caption = windowText(dialog);
-            EXPECT_NE(GetDlgItem(dialog, IDC_ALERT_NEVERAGAIN), nullptr);
-            clickItem(dialog, IDC_ALERT_NEVERAGAIN);
+            if (!shift) clickItem(dialog, IDC_ALERT_NEVERAGAIN);
             clickItem(dialog, IDC_BUTTON1);
         });
-        SendMessageA(hwnd, WM_COMMAND, MAKEWPARAM(IDC_ITEMLIST, LBN_DBLCLK),
-                     reinterpret_cast<LPARAM>(list));
+        {
+            std::optional<HeldKey> held;
+            if (shift) held.emplace(VK_SHIFT);
+            notifyDialog(hwnd, IDC_ITEMLIST, LBN_DBLCLK);
+        }
         EXPECT_TRUE(driver.ran()) << row;
-        EXPECT_EQ(caption, *items[row].title);
-        EXPECT_TRUE(items[row].neverShowAgain);
+        EXPECT_EQ(caption,
+                  *items[row].title +
+                      (shift ? std::string(" [") + itemTypeName(items[row].type) + "]" : ""));
+        EXPECT_EQ(items[row].neverShowAgain, !shift);
     }
 }
 

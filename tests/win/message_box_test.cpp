@@ -1,5 +1,5 @@
 // The message boxes opened for real from their templates and driven as a user
-// would: what each operation shows, what each way of closing returns, the
+// would: what each operation shows and answers, the
 // "show again" round trip, Help, copying, and the string loader. Where each
 // part goes and how the box grows with its text are checked natively.
 #include <gtest/gtest.h>
@@ -47,60 +47,52 @@ int untitledWithMissingSound(HWND, std::string_view text) {
     return request.result;
 }
 
-// Each operation builds its own box: caption, buttons and the "show again" box.
-TEST(MessageBoxes, EachOperationShowsItsTextsButtonsAndTitle) {
+// Each operation builds its own box: caption, buttons and the "show again"
+// box, and gives the answer of a way of closing it (Enter and Escape on the
+// three-button question are checked with every window).
+TEST(MessageBoxes, EachOperationShowsItsButtonsAndAnswers) {
     const struct {
         const char* name;
-        std::function<void()> open;
-        const char* caption;     // "": no title bar
-        const char* buttons[3];  // first, No, Cancel
+        std::function<int()> open;  // the answer; -1 for none
+        const char* caption;        // "": no title bar
+        const char* buttons[3];     // first, No, Cancel
         bool showAgain;
+        int press;  // the button clicked; 0: Escape
+        int result;
     } cases[] = {
         // clang-format off
-        {"showMessage", [] { showMessage(nullptr, kText); }, "Message", {"Dismiss", "", ""}, false},
-        {"askYesNoCancel", [] { askYesNoCancel(nullptr, kText); }, "Message", {"Yes", "No", "Cancel"}, false},
-        {"askYesNo", [] { askYesNo(nullptr, kText); }, "Message", {"Yes", "No", ""}, false},
-        {"showMessageOnce", [] { showMessageOnce(nullptr, kText, onceFlag = 1); }, "Message", {"Ok", "", ""}, true},
-        {"askYesNoOnce", [] { askYesNoOnce(nullptr, kText, onceFlag = 1); }, "Message", {"Yes", "No", ""}, true},
-        {"askYesNoOnceTitled", [] { askYesNoOnceTitled(nullptr, kText, "Remove it", onceFlag = 1); },
-            "Remove it", {"Yes", "No", ""}, true},
-        {"untitled", [] { untitledWithMissingSound(nullptr, kText); }, "", {"Dismiss", "", ""}, false},
+        {"showMessage", [] { return showMessage(nullptr, kText), -1; }, "Message",
+            {"Dismiss", "", ""}, false, IDC_BUTTON1, -1},
+        {"askYesNoCancel", [] { return askYesNoCancel(nullptr, kText); }, "Message",
+            {"Yes", "No", "Cancel"}, false, IDC_NOBUTTON, 7},
+        {"askYesNo", [] { return askYesNo(nullptr, kText); }, "Message",
+            {"Yes", "No", ""}, false, 0, 2},
+        {"showMessageOnce", [] { return showMessageOnce(nullptr, kText, onceFlag = 1), -1; },
+            "Message", {"Ok", "", ""}, true, IDC_BUTTON1, -1},
+        {"askYesNoOnce", [] { return int(askYesNoOnce(nullptr, kText, onceFlag = 1)); },
+            "Message", {"Yes", "No", ""}, true, IDC_NOBUTTON, 0},
+        {"askYesNoOnceTitled",
+            [] { return int(askYesNoOnceTitled(nullptr, kText, "Remove it", onceFlag = 1)); },
+            "Remove it", {"Yes", "No", ""}, true, IDC_BUTTON1, 1},
+        {"untitled", [] { return untitledWithMissingSound(nullptr, kText); }, "",
+            {"Dismiss", "", ""}, false, IDC_BUTTON1, 6},
         // clang-format on
     };
+    const int ids[] = {IDC_BUTTON1, IDC_NOBUTTON, IDC_CANCELBUTTON};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_TRUE(withBox(c.open, [&](HWND box) {
+        DialogDriver driver([&](HWND box) {
             saveWindowScreenshot(box, std::string("msgbox_") + c.name);
             EXPECT_EQ((GetWindowLongA(box, GWL_STYLE) & WS_CAPTION) == WS_CAPTION, *c.caption != 0);
             EXPECT_EQ(windowText(box), c.caption);
             EXPECT_EQ(itemText(box, IDC_MESSAGETEXT), kText);
-            // Where each part goes is checked natively with the layout.
-            const int ids[] = {IDC_BUTTON1, IDC_NOBUTTON, IDC_CANCELBUTTON};
             for (int i = 0; i < 3; ++i) EXPECT_EQ(shownText(box, ids[i]), c.buttons[i]) << i;
-            // The "show again" box and its note, only for the once operations.
             EXPECT_EQ(!shownText(box, IDC_CHECKBOX1).empty(), c.showAgain);
             EXPECT_EQ(!shownText(box, IDC_NOTE1).empty(), c.showAgain);
-            clickItem(box, IDC_BUTTON1);
-        }));
-    }
-}
-
-TEST(MessageBoxes, EachWayOfClosingGivesItsResult) {
-    const struct {
-        int (*ask)(HWND, std::string_view);
-        int button;  // clicked when no key is pressed
-        UINT key;
-        int expected;
-    } cases[] = {
-        {askYesNoCancel, 1, 0, 6},   {askYesNoCancel, 7, 0, 7},           {askYesNoCancel, 2, 0, 2},
-        {askYesNo, 0, VK_ESCAPE, 2}, {untitledWithMissingSound, 1, 0, 6},
-    };
-    for (const auto& c : cases) {
-        int result = -1;
-        EXPECT_TRUE(
-            withBox([&] { result = c.ask(nullptr, "Go on?"); },
-                    [&](HWND box) { c.key ? pressKey(box, c.key) : clickItem(box, c.button); }));
-        EXPECT_EQ(result, c.expected) << c.button << " " << c.key;
+            c.press ? clickItem(box, c.press) : pressKey(box, VK_ESCAPE);
+        });
+        EXPECT_EQ(c.open(), c.result);
+        EXPECT_TRUE(driver.ran());
     }
 }
 

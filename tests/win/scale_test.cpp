@@ -1,11 +1,12 @@
-// Every window the program shows, from one table: each opens from its own
-// template in every button style, answers Enter, Escape and Help as it should,
-// and is photographed. At the display scale the test script chose
-// (HERALDER_DPI, with LogPixels set to match in the prefix) each control's
-// text fits its rectangle in its own font, no two controls overlap, none
-// leaves the window, and the window fits the screen a user at that scale
-// typically has. The run at 96 DPI writes each window's size, so the run at
-// 192 can check that the notification windows came out twice as large.
+// Every window the program shows, from one table, at the display scale the
+// test script chose (HERALDER_DPI, with LogPixels set to match in the
+// prefix): each opens from its own template in every button style, its
+// default button follows the focus, it answers Enter, Escape and Help as it
+// should, and is photographed. Each control's text fits its rectangle in its
+// own font, no two controls overlap, none leaves the window, and the window
+// fits the screen a user at that scale typically has. The run at 96 DPI
+// writes each window's size, so the run at 192 can check that the
+// notification windows came out twice as large.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -163,6 +164,33 @@ std::vector<std::string> layoutFaults(HWND window, unsigned dpi) {
     return faults;
 }
 
+// Wherever the focus goes among the push buttons, that one is the default
+// (Enter presses it), and a soft button stays owner-drawn throughout: soft
+// buttons answer the dialog manager's protocol in the control's place. The
+// focus ends on the first button again.
+void expectDefaultFollowsFocus(HWND box) {
+    const auto dialogCode = [](HWND c) { return SendMessageA(c, WM_GETDLGCODE, 0, 0); };
+    std::vector<HWND> buttons;
+    for (HWND c = GetWindow(box, GW_CHILD); c; c = GetWindow(c, GW_HWNDNEXT))
+        if (IsWindowVisible(c) && IsWindowEnabled(c) &&
+            (dialogCode(c) & (DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON)))
+            buttons.push_back(c);
+    if (IsWindowEnabled(GetDlgItem(box, IDC_BUTTON1)))
+        buttons.push_back(GetDlgItem(box, IDC_BUTTON1));
+    for (HWND focus : buttons) {
+        SendMessageA(box, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(focus), TRUE);
+        for (HWND b : buttons) {
+            const bool isDefault = b == focus;
+            SCOPED_TRACE(testing::Message()
+                         << "focus " << GetDlgCtrlID(focus) << ", button " << GetDlgCtrlID(b));
+            EXPECT_EQ((dialogCode(b) & DLGC_DEFPUSHBUTTON) != 0, isDefault);
+            EXPECT_EQ(GetWindowLongA(b, GWL_STYLE) & BS_TYPEMASK, isSoftButton(b) ? BS_OWNERDRAW
+                                                                  : isDefault     ? BS_DEFPUSHBUTTON
+                                                                                  : BS_PUSHBUTTON);
+        }
+    }
+}
+
 std::string sizesPath() {
     return testEnv("HERALDER_SHOT_DIR") + "\\window_sizes_96.txt";
 }
@@ -178,7 +206,7 @@ std::map<std::string, SIZE> sizesAt96() {
 
 // Every window the program shows, opened from its real template with the
 // test's own record and items.
-class EveryWindow : public SettingsTest {
+class DisplayScale : public SettingsTest {
   protected:
     static constexpr INT_PTR kStays = -100;  // the key leaves the window open
 
@@ -251,10 +279,16 @@ class EveryWindow : public SettingsTest {
     std::string report_ = "Heralder version 17.0\r\nScreen: 1920 x 1080 pixels";
 };
 
-// Each window once in each button style, photographed for people to look at;
-// each opening also tries one way out: Enter, Escape, Help, or none.
-TEST_F(EveryWindow, OpensInEachButtonStyleAndAnswersEnterEscapeAndHelp) {
-    for (const Window& w : windows())
+// Each window once in each button style at the scale the script chose (it
+// runs this test again at each scale, by its name), photographed for people
+// to look at; each opening also tries one way out: Enter, Escape, Help, or none.
+TEST_F(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
+    if (testEnv("HERALDER_SHOT_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
+    const unsigned dpi = expectedDpi();
+    const std::string scale = dpi == 96 ? "" : "scale" + std::to_string(dpi) + "_";
+    const std::vector<Window> cases = windows();
+    std::map<std::string, SIZE> sizes;
+    for (const Window& w : cases)
         for (uint32_t style = 0; style < 4; ++style) {
             SCOPED_TRACE(testing::Message() << w.name << " in style " << style);
             setSoftButtons(style);
@@ -263,8 +297,14 @@ TEST_F(EveryWindow, OpensInEachButtonStyleAndAnswersEnterEscapeAndHelp) {
             bool stayed = false;
             const INT_PTR result = runDriven(w.open, [&](HWND box) {
                 EXPECT_EQ(windowText(box), w.caption);
+                EXPECT_EQ(windowDpi(box), dpi);
                 EXPECT_EQ(isSoftButton(GetDlgItem(box, IDC_BUTTON1)), w.soft && style != 0);
-                saveWindowScreenshot(box, std::string(w.name) + "_soft" + std::to_string(style));
+                for (const std::string& fault : layoutFaults(box, dpi)) ADD_FAILURE() << fault;
+                RECT r;
+                GetWindowRect(box, &r);
+                sizes[w.name] = {r.right - r.left, r.bottom - r.top};
+                saveWindowScreenshot(box, scale + w.name + "_soft" + std::to_string(style));
+                expectDefaultFollowsFocus(box);
                 if (key) {
                     SetFocus(GetDlgItem(box, IDC_BUTTON1));
                     pressKey(box, key);
@@ -280,28 +320,6 @@ TEST_F(EveryWindow, OpensInEachButtonStyleAndAnswersEnterEscapeAndHelp) {
                 EXPECT_EQ(result, want);
             }
         }
-}
-
-// The script runs this one again at each display scale, by its name.
-using DisplayScale = EveryWindow;
-
-TEST_F(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
-    if (testEnv("HERALDER_SHOT_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
-    const unsigned dpi = expectedDpi();
-    const std::vector<Window> cases = windows();
-    std::map<std::string, SIZE> sizes;
-    for (const Window& c : cases) {
-        SCOPED_TRACE(c.name);
-        runDriven(c.open, [&](HWND box) {
-            EXPECT_EQ(windowDpi(box), dpi);
-            for (const std::string& fault : layoutFaults(box, dpi)) ADD_FAILURE() << fault;
-            RECT r;
-            GetWindowRect(box, &r);
-            sizes[c.name] = {r.right - r.left, r.bottom - r.top};
-            if (dpi != 96) saveWindowScreenshot(box, "scale" + std::to_string(dpi) + "_" + c.name);
-            EndDialog(box, IDCANCEL);
-        });
-    }
 
     // The main window: its rows and their font follow the scale.
     {

@@ -101,12 +101,6 @@ TEST_F(SetupBoxTest, RecordToControlsAndBack) {
                 EXPECT_LE(lstrcmpiA(faces[i - 1].c_str(), faces[i].c_str()), 0) << faces[i];
             EXPECT_EQ(faces[selection(box, IDC_SETUP_FONT)].rfind("Liberation S", 0), 0u);
             chooseFace(box, "Liberation Mono");
-            for (int list : {IDC_SETUP_SOFTBUTTONS, IDC_SETUP_FONT}) {
-                SendDlgItemMessageA(box, list, CB_SHOWDROPDOWN, TRUE, 0);
-                saveWindowScreenshot(box, list == IDC_SETUP_FONT ? "setup_box_font_list"
-                                                                 : "setup_box_soft_button_list");
-                SendDlgItemMessageA(box, list, CB_SHOWDROPDOWN, FALSE, 0);
-            }
             clickItem(box, button);
         });
         const int result = openSetupBox(nullptr, record);
@@ -124,23 +118,21 @@ TEST_F(SetupBoxTest, RecordToControlsAndBack) {
     }
 }
 
-// What OK makes of values out of range and of a face that has gone.
+// What OK makes of stored values out of range and of a face that has gone
+// (typed values are bounded by the spin edit, checked natively).
 TEST_F(SetupBoxTest, OkStoresValuesInRange) {
     const struct {
         const char* what;
         uint32_t storedAlert;
         const char* storedFont;
         uint32_t storedSize;
-        const char* typedSize;
         uint32_t wantAlert;
         uint32_t wantSize;
         const char* wantFont;
     } cases[] = {
-        {"too large a size", 2, "Liberation Serif", 16, "200", 2, 144, "Liberation Serif"},
-        {"a stored size too large", 2, "Liberation Serif", 200, nullptr, 2, 144,
-         "Liberation Serif"},
-        {"an unknown filter value", 7, "Liberation Serif", 16, nullptr, 0, 16, "Liberation Serif"},
-        {"a face no longer installed", 1, "No Such Face", 16, nullptr, 1, 16, ""},
+        {"a stored size too large", 2, "Liberation Serif", 200, 2, 144, "Liberation Serif"},
+        {"an unknown filter value", 7, "Liberation Serif", 16, 0, 16, "Liberation Serif"},
+        {"a face no longer installed", 1, "No Such Face", 16, 1, 16, ""},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
@@ -154,7 +146,6 @@ TEST_F(SetupBoxTest, OkStoresValuesInRange) {
             }
             // The size in effect shows as it is, even out of range.
             EXPECT_EQ(itemText(box, IDC_SETUP_FONTSIZE), std::to_string(c.storedSize));
-            if (c.typedSize) typeText(box, IDC_SETUP_FONTSIZE, c.typedSize);
             clickItem(box, IDC_BUTTON1);
         });
         EXPECT_EQ(openSetupBox(nullptr, record), 1);
@@ -184,7 +175,6 @@ TEST_F(SetupBoxTest, PreviewFollowsTheFontControlsAndTheFontListOnlyWhenItCloses
         notifyDialog(box, IDC_SETUP_FONT, CBN_CLOSEUP);
         EXPECT_EQ(itemText(box, IDC_SETUP_PREVIEW), "Liberation Mono");
         EXPECT_STREQ(previewFont(box).lfFaceName, "Liberation Mono");
-        saveWindowScreenshot(box, "setup_box_preview");
         clickItem(box, IDC_CANCELBUTTON);
     });
     EXPECT_EQ(openSetupBox(nullptr, record), 0);
@@ -226,7 +216,6 @@ TEST_F(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer
         typeText(box, IDC_SETUP_FONTSIZE, "30");  // not stored: Cancel follows
         pickInSetup(box, IDC_SETUP_BACKCOLOUR, IDC_BUTTON1, "17");
         pickInSetup(box, IDC_SETUP_TEXTCOLOUR, IDC_CANCELBUTTON, "200");
-        saveWindowScreenshot(box, "setup_box_picked_colour");
         clickItem(box, IDC_CANCELBUTTON);
     });
     SendMessageA(main, WM_COMMAND, IDM_SETUP, 0);

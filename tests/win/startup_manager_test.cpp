@@ -47,7 +47,7 @@ class StartupManager : public testing::Test {
 };
 
 // The stored choice shows in the radios; Close stores and applies what they
-// hold, Cancel changes nothing.
+// hold, leaving one link at most; Cancel changes nothing.
 TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
     const struct {
         const char* what;
@@ -61,8 +61,12 @@ TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
     } cases[] = {
         {"Automatic creates", kStartupManual, false, IDC_STARTUP_AUTOMATIC, IDC_BUTTON1, 1,
          kStartupAutomatic, true},
+        {"Automatic rewrites the one link", kStartupAutomatic, true, 0, IDC_BUTTON1, 1,
+         kStartupAutomatic, true},
         {"Manual deletes", kStartupAutomatic, true, IDC_STARTUP_MANUAL, IDC_BUTTON1, 1,
          kStartupManual, false},
+        {"Manual with nothing to delete", kStartupManual, false, 0, IDC_BUTTON1, 1, kStartupManual,
+         false},
         {"neither checked means Automatic", 0, false, 0, IDC_BUTTON1, 1, kStartupAutomatic, true},
         {"Cancel keeps the link and the setting", kStartupAutomatic, true, IDC_STARTUP_MANUAL,
          IDC_CANCELBUTTON, 0, kStartupAutomatic, true},
@@ -86,21 +90,8 @@ TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
         });
         EXPECT_EQ(openStartupManager(nullptr, settings_), c.wantResult);
         EXPECT_EQ(settings_.StartupOptions, c.wantStored);
-        EXPECT_EQ(pathExists(link_), c.wantLink);
+        EXPECT_EQ(countLinks(folder_), c.wantLink ? 1 : 0);
         if (c.wantLink) expectLink(c.wantResult == 1 ? "/UPDATE" : "");
-    }
-}
-
-TEST_F(StartupManager, ApplyingRewritesOneLinkAndManualRemovesIt) {
-    EXPECT_EQ(applyStartupOption(nullptr, 7), 1);
-    expectLink("");
-    EXPECT_EQ(applyStartupOption(nullptr, kStartupAutomatic), 1);
-    EXPECT_EQ(applyStartupOption(nullptr, kStartupAutomatic), 1);
-    expectLink("/UPDATE");
-    EXPECT_EQ(countLinks(folder_), 1);
-    for (int i = 0; i < 2; ++i) {  // the second time there is nothing to delete
-        EXPECT_EQ(applyStartupOption(nullptr, kStartupManual), 1);
-        EXPECT_EQ(countLinks(folder_), 0);
     }
 }
 

