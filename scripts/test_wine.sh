@@ -43,16 +43,32 @@ declare -F fixtures_stop >/dev/null && fixtures_stop
 # only when WINE_DPIS names the scales.
 dpis=${WINE_DPIS:-}
 [ $# -eq 0 ] && dpis=${WINE_DPIS:-96 120 144 192}
-for dpi in $dpis; do
-    wine_env_stop
-    screen=1366x768
-    [ "$dpi" -gt 144 ] && screen=2560x1440
-    WINE_ENV_SCREEN=$screen wine_env_start "$build"
-    wine_env_dpi "$dpi"
-    echo "== every window at $dpi DPI on $screen"
-    HERALDER_DPI=$dpi timeout --kill-after=10 300 \
-        wine "$build/heralder_win_tests.exe" --gtest_filter='DisplayScale.*' || rc=1
-done
+# Now and then a fresh prefix measures its dialog font one pixel shorter (every
+# template-sized window at 96 DPI 13/14 as tall, widths alike), and the run at
+# 192 then finds nothing doubled: the loop is run once more before it counts,
+# and says so. A real layout fault fails both times.
+every_scale() {
+    local dpi screen failed=0
+    for dpi in $dpis; do
+        wine_env_stop
+        screen=1366x768
+        [ "$dpi" -gt 144 ] && screen=2560x1440
+        WINE_ENV_SCREEN=$screen wine_env_start "$build"
+        wine_env_dpi "$dpi"
+        echo "== every window at $dpi DPI on $screen"
+        HERALDER_DPI=$dpi timeout --kill-after=10 300 \
+            wine "$build/heralder_win_tests.exe" --gtest_filter='DisplayScale.*' || failed=1
+    done
+    return $failed
+}
+first="$build/display_scale_first_try.log"
+if [ -n "$dpis" ] && ! every_scale >"$first" 2>&1; then
+    echo "note: the display-scale loop failed once (kept in $first):"
+    grep -E 'Failure|Which is|evaluates to' "$first" | sed 's/^/note:   /'
+    every_scale || rc=1
+elif [ -n "$dpis" ]; then
+    cat "$first"
+fi
 for bmp in "$shots"/*.bmp; do
     [ -e "$bmp" ] || continue
     convert "$bmp" "${bmp%.bmp}.png" && rm -f "$bmp"
