@@ -1,7 +1,6 @@
 // The process's shared state and its drawing objects (see app_win.h).
 #include "app/app_win.h"
 
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -26,46 +25,36 @@ HFONT makeAlertFont(const Settings& record) {
                        DEFAULT_PITCH, record.AlertFontName.c_str());
 }
 
-// What the alert font and background are to be made from, until they are.
-std::optional<Settings>& describedFont() {
-    static std::optional<Settings> record;
-    return record;
-}
-
-std::optional<Settings>& describedBackground() {
-    static std::optional<Settings> record;
-    return record;
-}
-
 }  // namespace
 
 void describeAlertLook(const Settings& record) {
     app().alertFont.reset();
-    describedFont() = record;
+    app().alertFontSource = record;
     describeAlertBackground(record);
 }
 
 void describeAlertBackground(const Settings& record) {
     app().alertBackgroundBrush.reset();
-    describedBackground() = record;
+    app().alertBackgroundSource = record;
 }
 
 void recreateAlertFont(const Settings& record) {
-    describedFont().reset();
+    app().alertFontSource.reset();
     app().alertFont.reset(makeAlertFont(record));
 }
 
 void recreateAlertBackgroundBrush(const Settings& record) {
-    describedBackground().reset();
+    app().alertBackgroundSource.reset();
     app().alertBackgroundBrush.reset(CreateSolidBrush(record.AlertBackgroundColor));
 }
 
 NotifyLook notifyLook() {
-    if (const std::optional<Settings> record = std::exchange(describedFont(), std::nullopt))
+    AppState& a = app();
+    if (const std::optional<Settings> record = std::exchange(a.alertFontSource, std::nullopt))
         recreateAlertFont(*record);
-    if (const std::optional<Settings> record = std::exchange(describedBackground(), std::nullopt))
+    if (const std::optional<Settings> record = std::exchange(a.alertBackgroundSource, std::nullopt))
         recreateAlertBackgroundBrush(*record);
-    return {app().alertFont.get(), app().alertBackgroundBrush.get()};
+    return {a.alertFont.get(), a.alertBackgroundBrush.get()};
 }
 
 void recreateListFont(unsigned dpi) {
@@ -75,9 +64,9 @@ void recreateListFont(unsigned dpi) {
 }
 
 void deleteSharedDrawingObjects() {
-    describedFont().reset();
-    describedBackground().reset();
     AppState& a = app();
+    a.alertFontSource.reset();
+    a.alertBackgroundSource.reset();
     a.alertBackgroundBrush.reset();
     a.alertFont.reset();
     a.listFont.reset();

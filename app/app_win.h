@@ -4,6 +4,7 @@
 // needs (the settings, a font, a brush, the owner window) rather than reaching
 // up here.
 #include <cstdint>
+#include <optional>
 
 #include "base/win_handles.h"
 #include "notify/notify_look_win.h"
@@ -22,6 +23,9 @@ struct AppState {
     UniqueFont listFont;
     UniqueFont alertFont;  // none when AlertFontName is empty
     UniqueBrush alertBackgroundBrush;
+    // The settings the alert font and background are still to be made from.
+    std::optional<Settings> alertFontSource;
+    std::optional<Settings> alertBackgroundSource;
 };
 
 AppState& app();
