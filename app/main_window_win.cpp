@@ -5,6 +5,7 @@
 #include "app/main_window_win.h"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/app_win.h"
@@ -50,6 +51,7 @@ struct MainWindow {
     Settings* settings = nullptr;  // the creator's, never null once created
     HWND list = nullptr;
     std::vector<UpdateItem> items;
+    std::optional<PendingDocument> firstFetch;  // start-up's, until Go takes it
 };
 
 MainWindow* stateOf(HWND hwnd) {
@@ -68,15 +70,22 @@ void centreOnScreen(HWND hwnd) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-std::optional<FetchedDocument> fetchUpdateDocument(HWND hwnd) {
+constexpr char kDocumentPath[] = "/update/update.txt";
+
+std::optional<FetchedDocument> fetchUpdateDocument(MainWindow& w) {
     const std::string kept = keptDocumentPath();
-    std::optional<FetchedDocument> document =
-        fetchDocument(hwnd, publisherServerHost(), "/update/update.txt", kept);
+    std::optional<FetchedDocument> document;
+    if (w.firstFetch) {
+        document = w.firstFetch->finish();
+        w.firstFetch.reset();
+    } else {
+        document = fetchDocument(w.hwnd, publisherServerHost(), kDocumentPath, kept);
+    }
     if (app().updateMode)
         for (DWORD delay : retryDelaysMs) {
             if (document) break;
             if (!waitAnswering(delay)) break;
-            document = fetchDocument(hwnd, publisherServerHost(), "/update/update.txt", kept);
+            document = fetchDocument(w.hwnd, publisherServerHost(), kDocumentPath, kept);
         }
     return document;
 }
@@ -147,7 +156,7 @@ void markTitle(MainWindow& w, const std::string& mark) {
 void onGo(MainWindow& w) {
     HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
     enableCommand(w.hwnd, IDM_GO, false);
-    if (std::optional<FetchedDocument> document = fetchUpdateDocument(w.hwnd)) {
+    if (std::optional<FetchedDocument> document = fetchUpdateDocument(w)) {
         // A kept copy answered by "not modified" is checked again too: its
         // expiry may have passed since.
         if (acceptServerDocument(w, document->document.text)) {
@@ -396,6 +405,14 @@ HWND createMainWindow(HINSTANCE instance, Settings& settings, bool startsHidden)
     MainWindow* w = hwnd ? stateOf(hwnd) : nullptr;
     if (w && !startsHidden) createList(*w);
     return hwnd;
+}
+
+PendingDocument startUpdateDocumentFetch() {
+    return startDocumentFetch(publisherServerHost(), kDocumentPath, keptDocumentPath());
+}
+
+void handOverDocumentFetch(HWND mainWindow, PendingDocument fetch) {
+    if (MainWindow* w = stateOf(mainWindow)) w->firstFetch = std::move(fetch);
 }
 
 const std::vector<UpdateItem>& mainWindowItems(HWND mainWindow) {
