@@ -38,7 +38,7 @@ class Page(html.parser.HTMLParser):
     def handle_starttag(self, tag, attrs):
         a, line = dict(attrs), self.getpos()[0]
         self.has.add(tag)
-        if (tag, a.get("charset", "").lower()) == ("meta", "utf-8") or tag == "html" and "lang" in a:
+        if (tag, a.get("charset", "").lower()) == ("meta", "utf-8") or tag == "html" and a.get("lang"):
             self.has.add("charset" if tag == "meta" else "lang")
         if tag in BLOCK and "p" in self.stack:
             self.problem(f"<{tag}> inside <p>")
