@@ -1,5 +1,5 @@
-// The checks a reply passes before its body is read, the server name, and the
-// kept copy of the update document with the conditional request it allows.
+// The server name, a reply's checks before its body is read, and the kept copy
+// of the update document with the conditional request it allows.
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -81,9 +81,8 @@ TEST(KeptDocument, ReadsBackWhatWasKeptAndRefusesDamage) {
     for (const KeptDocument& kept : copies) {
         auto back = parseKeptDocument(formatKeptDocument(kept));
         ASSERT_TRUE(back) << kept.etag;
-        EXPECT_TRUE(back->text == kept.text && back->etag == kept.etag &&
-                    back->lastModified == kept.lastModified)
-            << kept.etag;
+        EXPECT_EQ(std::tie(back->text, back->etag, back->lastModified),
+                  std::tie(kept.text, kept.etag, kept.lastModified));
     }
 
     const std::string good = formatKeptDocument(copies[1]);

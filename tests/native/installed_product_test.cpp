@@ -1,5 +1,5 @@
-// Installed product lookup: where the product's file is looked for, the
-// limits on the path, and how the version is written out.
+// Installed product lookup: where the product's file is looked for, the limits
+// on the path, and how the version is written out.
 #include <gtest/gtest.h>
 
 #include <map>
