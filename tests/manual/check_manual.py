@@ -21,6 +21,9 @@ VOID = set("area base br col embed hr img input link meta source track wbr".spli
 BLOCK = set("address article aside blockquote div dl fieldset figure footer form h1 h2 h3 h4 h5 "
             "h6 header hr main nav ol p pre section table ul".split())
 MAX_PICTURE_BYTES = 400 * 1024
+# openManualTopic(owner, settings, topic) and openManualPage(owner, settings, "page", "#anchor")
+TOPIC_CALL = re.compile(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*[^,()]+,\s*([^)]+?)\s*\)")
+PAGE_CALL = re.compile(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\"\s*,\s*\"#([^\"]+)\"")
 
 
 class Page(html.parser.HTMLParser):
@@ -94,9 +97,7 @@ def check_form(page):
 
 def check_links(name, page, pages):
     problems = []
-    for line, href in page.links:
-        if re.match(r"^(https?|mailto):", href):
-            continue
+    for line, href in (link for link in page.links if not re.match(r"^(https?|mailto):", link[1])):
         target, _, anchor = href.partition("#")
         target = target or name
         if "/" in target or "\\" in target or not (HTML / target).is_file():
@@ -146,10 +147,7 @@ def program_anchors():
         line = lambda m: text.count("\n", 0, m.start()) + 1
         # char kTopic[] = "X", const char* kTopic = "X", std::string_view kTopic = "X"
         constants = dict(re.findall(r"\b(\w+)\s*(?:\[\])?\s*=\s*\"([^\"]*)\"", text))
-        # openManualTopic(owner, settings, topic)
-        for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*[^,()]+,"
-                             r"\s*([^)]+?)\s*\)",
-                             text):
+        for m in TOPIC_CALL.finditer(text):
             arg = m.group(1)
             if arg in ("const char* topic", "topic"):
                 continue  # the declaration and the definition
@@ -159,9 +157,7 @@ def program_anchors():
                 problems.append(f"{rel}:{line(m)}: cannot tell the topic {arg}")
             elif topic_page:
                 found.append((topic_page, topic, f"{rel}:{line(m)}"))
-        for m in re.finditer(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\"\s*,"
-                             r"\s*\"#([^\"]+)\"",
-                             text):
+        for m in PAGE_CALL.finditer(text):
             found.append((m.group(1), m.group(2), f"{rel}:{line(m)}"))
     return found, problems + ([] if found else ["no manual topic found in the sources"])
 

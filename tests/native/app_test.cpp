@@ -2,9 +2,7 @@
 // platform, the quiet wait, and where the remembered rectangle puts the window.
 #include <gtest/gtest.h>
 
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "app/command_line.h"
 #include "app/machine_policy.h"

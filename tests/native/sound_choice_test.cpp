@@ -5,9 +5,7 @@
 // GCC 12 warns about every member a designated initializer leaves to its default.
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "shell/sound_choice.h"
 
