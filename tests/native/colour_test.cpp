@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <tuple>
 
 #include "dialogs/colour_model.h"
 #include "dialogs/colour_table.h"
@@ -49,7 +50,8 @@ TEST(ColourModel, RoundTripsStayCloseAndSettle) {
 TEST(ColourModel, ColourValuesPackRedLowest) {
     EXPECT_EQ(rgbOfColourRef(0x00123456), (Rgb{0x56, 0x34, 0x12}));
     EXPECT_EQ(rgbOfColourRef(0xFF000001), (Rgb{1, 0, 0}));  // the top byte means nothing
-    EXPECT_EQ(colourRefOf({0x56, 0x34, 0x12}) + colourRefOf({256, -3, 0}), 0x00123456u + 0xFF);
+    EXPECT_EQ(std::tuple(colourRefOf({0x56, 0x34, 0x12}), colourRefOf({256, -3, 0})),
+              std::tuple(0x00123456u, 0xFFu));
 }
 
 TEST(ColourTable, LinesThatAreColoursAndLinesThatAreNot) {

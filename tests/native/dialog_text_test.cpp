@@ -100,8 +100,8 @@ TEST(SetupCommit, CutsTextsAndLeavesKeysWithoutAControlAlone) {
     v.transactionDate = std::string(300, 'd');
     v.fontName = std::string(260, 'f');
     commitSetup(record, v);
-    EXPECT_EQ(record.CurrentTransactionDate + record.AlertFontName,
-              std::string(259, 'd') + std::string(259, 'f'));
+    EXPECT_EQ(std::tie(record.CurrentTransactionDate, record.AlertFontName),
+              std::tuple(std::string(259, 'd'), std::string(259, 'f')));
     // Colours are the picker's business.
     EXPECT_EQ(std::tie(record.AllowINIUpdates, record.SetupNoticeReport, record.AllowGraphicUpdates,
                        record.NoiseType, record.AlertTextColor),

@@ -72,7 +72,8 @@ TEST(AlertText, HeaderLineKeepsBelow260Characters) {
 }
 
 TEST(AlertText, CaptionTopAndFit) {
-    EXPECT_EQ(alertCaption({}) + alertCaption({.title = ""}), "AlertAlert");
+    EXPECT_EQ(std::tuple(alertCaption({}), alertCaption({.title = ""})),
+              std::tuple("Alert", "Alert"));
     EXPECT_EQ(alertCaption({.title = "Support hours"}), "Support hours");
 
     // With a header line, below the check box or the header; otherwise at the top.
@@ -192,7 +193,8 @@ TEST(VersionReport, MarginsNearTheEnd) {
 
 TEST(PromptBox, PendingCountFillsTheFirstFormat) {
     EXPECT_EQ(fillPendingCount("there are %d items pending", 6), "there are 6 items pending");
-    EXPECT_EQ(fillPendingCount("%d", 32760) + fillPendingCount("", 3), "32760");
+    EXPECT_EQ(std::tuple(fillPendingCount("%d", 32760), fillPendingCount("", 3)),
+              std::tuple("32760", ""));
     EXPECT_EQ(fillPendingCount("%d and %d", 7), "7 and %d");
     EXPECT_EQ(fillPendingCount("no count", 3), "no count");
 }
@@ -217,7 +219,8 @@ TEST(BrowseText, CaptionHasTheTypeNameOnlyWhileItFits) {
         EXPECT_EQ(browseCaption({.type = type, .title = title}), title + (suffix ? suffix : ""))
             << titleLength;
     }
-    EXPECT_EQ(browseCaption({.type = ItemType::Alert}) + browseCaption({.title = ""}), "");
+    for (const ItemText& title : {ItemText(), ItemText("")})
+        EXPECT_EQ(browseCaption({.type = ItemType::Alert, .title = title}), "");
 }
 
 TEST(BrowseText, AnnouncedAndInstalledVersions) {
@@ -235,7 +238,7 @@ TEST(BrowseText, AnnouncedAndInstalledVersions) {
     // Bits 5-9 are the major number, 10-14 the minor one; the beta level never shows.
     EXPECT_EQ(installedBrowseText(InstalledVersion{0x0443, 5, 9, ""}), "2.1 revision 5");
     EXPECT_EQ(installedBrowseText(InstalledVersion{0, 0, 9, ""}), "0.0 revision 0");
-    EXPECT_EQ(
-        installedBrowseText(InstalledVersion{~0u, ~0u, 9, ""}) + installedBrowseText(std::nullopt),
-        "31.31 revision -1");
+    EXPECT_EQ(std::tuple(installedBrowseText(InstalledVersion{~0u, ~0u, 9, ""}),
+                         installedBrowseText(std::nullopt)),
+              std::tuple("31.31 revision -1", ""));
 }
