@@ -67,10 +67,12 @@ check "no password reaches the package log" bash -c "! grep -q '$password' '$wor
 
 signed_by_test_root() {  # files...
     for f; do
-        osslsigncode verify -CAfile "$pki/ca.pem" -in "$f" 2>&1 | grep -q "Signature verification: ok" || return 1
+        osslsigncode verify -CAfile "$pki/ca.pem" -in "$f" 2>&1 |
+            grep -q "Signature verification: ok" || return 1
     done
 }
-check "installer and tool signatures verify" signed_by_test_root "$dist/heralder-setup.exe" "$dist/heralder-tool.exe"
+check "installer and tool signatures verify" \
+    signed_by_test_root "$dist/heralder-setup.exe" "$dist/heralder-tool.exe"
 
 # exiftool's "-S" value of one tag.
 tag() { exiftool -S -s -"$2" "$1" 2>/dev/null; }
@@ -114,10 +116,12 @@ wait_gone() {
 # --- Silent install.
 timeout 300 wine "$dist/heralder-setup.exe" /S
 check "silent install ends with exit code 0" test $? -eq 0
-check "program, uninstaller and policy files installed" ls "$program/heralder.exe" "$program/uninstall.exe" \
-    "$program/policy/heralder.admx" "$program/policy/en-US/heralder.adml"
+check "program, uninstaller and policy files installed" \
+    ls "$program/heralder.exe" "$program/uninstall.exe" "$program/policy/heralder.admx" \
+    "$program/policy/en-US/heralder.adml"
 check "every manual file installed" diff -r "$root/html" "$program/html"
-check "program and uninstaller signatures verify" signed_by_test_root "$program/heralder.exe" "$program/uninstall.exe"
+check "program and uninstaller signatures verify" \
+    signed_by_test_root "$program/heralder.exe" "$program/uninstall.exe"
 check "program version block 17.0.0.2" test "$(tag "$program/heralder.exe" FileVersionNumber)" = "17.0.0.2"
 check "program shows version 17.0a" test "$(tag "$program/heralder.exe" ProductVersion)" = "17.0a"
 check "program copyright line" bash -c "exiftool -S -s -LegalCopyright '$program/heralder.exe' | grep -q '^Copyright (C) 2026 Quenmark$'"
@@ -158,7 +162,7 @@ check "one Apps & features entry" test "$(wine reg query 'HKLM\Software\Microsof
 wine "$program/uninstall.exe" /S
 wait_gone "$program/uninstall.exe"
 sleep 1
-check "uninstall removes the program and the empty Quenmark folder, the Start menu folder and the Startup shortcut" \
+check "uninstall removes the program, the empty Quenmark folder, Start menu folder and link" \
     test ! -e "$drive/Program Files/Quenmark" -a ! -e "$menu" -a ! -e "$startup/Heralder.lnk"
 check "uninstall removes the Apps & features entry" bash -c "! wine reg query '$uninstall_key' >/dev/null 2>&1"
 check "silent uninstall keeps the user's data" diff -r "$keep" "$appdata/Quenmark"

@@ -22,8 +22,10 @@ BLOCK = set("address article aside blockquote div dl fieldset figure footer form
             "h6 header hr main nav ol p pre section table ul".split())
 MAX_PICTURE_BYTES = 400 * 1024
 # openManualTopic(owner, settings, topic) and openManualPage(owner, settings, "page", "#anchor")
-TOPIC_CALL = re.compile(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*[^,()]+,\s*([^)]+?)\s*\)")
-PAGE_CALL = re.compile(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\"\s*,\s*\"#([^\"]+)\"")
+TOPIC_CALL = re.compile(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*[^,()]+,"
+                        r"\s*([^)]+?)\s*\)")
+PAGE_CALL = re.compile(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\"\s*,"
+                       r"\s*\"#([^\"]+)\"")
 
 
 class Page(html.parser.HTMLParser):
@@ -41,7 +43,8 @@ class Page(html.parser.HTMLParser):
     def handle_starttag(self, tag, attrs):
         a, line = dict(attrs), self.getpos()[0]
         self.has.add(tag)
-        if (tag, a.get("charset", "").lower()) == ("meta", "utf-8") or tag == "html" and a.get("lang"):
+        if (tag, a.get("charset", "").lower()) == ("meta", "utf-8") or \
+                tag == "html" and a.get("lang"):
             self.has.add("charset" if tag == "meta" else "lang")
         if tag in BLOCK and "p" in self.stack:
             self.problem(f"<{tag}> inside <p>")
@@ -89,7 +92,7 @@ def check_form(page):
                                 if n not in page.has]
     problems += [f"unclosed at the end: <{t}>" for t in page.stack]
     problems += [] if page.doctype else ["no <!DOCTYPE html>"]
-    problems += [f"{page.styles} <style> block(s): use the shared stylesheet"] if page.styles else []
+    problems += [f"{page.styles} <style> block(s): use the shared stylesheet"] * bool(page.styles)
     problems += [] if page.stylesheets else ["no stylesheet link"]
     return problems + [f"stylesheet {s} not found" for s in page.stylesheets
                        if not (HTML / s).is_file()]
@@ -198,7 +201,8 @@ def main():
     def case(title, problems):
         counts["failed" if problems else "passed"] += 1
         if problems or "-v" in sys.argv:
-            print(f"{'FAIL' if problems else 'ok  '} {title}" + "".join(f"\n    {p}" for p in problems))
+            print(f"{'FAIL' if problems else 'ok  '} {title}" +
+                  "".join(f"\n    {p}" for p in problems))
 
     pages = {name: parse(name) for name in PAGES}
     table = picture_table()

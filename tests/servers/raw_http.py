@@ -96,7 +96,8 @@ class Handler(socketserver.BaseRequestHandler):
                 request += chunk
             path = (request.split(b" ") + [b""])[1].decode("latin-1")
             lines = request.split(b"\r\n")
-            echo = reply(b"\r\n".join(lines[:1] + [x for x in lines if x.startswith(b"User-Agent:")]))
+            agent = [line for line in lines if line.startswith(b"User-Agent:")]
+            echo = reply(b"\r\n".join(lines[:1] + agent))
             if path in SLOW:
                 SLOW[path](self.request)
             elif (moving := redirect(path)) is not None:

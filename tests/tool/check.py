@@ -35,7 +35,8 @@ def problems_of(tool, case, prefix):
     want_err = side(".err").read_text().strip().replace("{PATH}", inp) if side(".err").exists() else ""
     problems = [f"exit {proc.returncode}, expected {want_rc}, stderr {proc.stderr[:500]!r}"
                 ] * (proc.returncode != want_rc)
-    problems += [f"stderr {proc.stderr!r} lacks {want_err!r}"] * (want_err not in proc.stderr.decode("latin-1"))
+    if want_err not in proc.stderr.decode("latin-1"):
+        problems.append(f"stderr {proc.stderr!r} lacks {want_err!r}")
     if side(".json").exists():
         try:
             got, want = json.loads(proc.stdout), json.loads(side(".json").read_bytes())
@@ -46,7 +47,8 @@ def problems_of(tool, case, prefix):
         want = side(".out").read_bytes()
     else:
         got = want = None
-    return problems + [f"output differs:\n  got  {str(got)[:2000]}\n  want {str(want)[:2000]}"] * (got != want)
+    differs = f"output differs:\n  got  {str(got)[:2000]}\n  want {str(want)[:2000]}"
+    return problems + [differs] * (got != want)
 
 
 def main():
