@@ -19,11 +19,9 @@ TEST(ColourModel, KnownColoursHaveTheirUsualFigures) {
         {{255, 255, 0}, {40, 120, 240}},  {{0, 255, 255}, {120, 120, 240}},
         {{255, 0, 255}, {200, 120, 240}}, {{128, 0, 0}, {0, 60, 240}},
     };
-    for (const auto& [rgb, hls] : cases) {
-        SCOPED_TRACE(testing::Message() << rgb.red << "," << rgb.green << "," << rgb.blue);
-        EXPECT_EQ(rgbToHls(rgb), hls);
-        EXPECT_EQ(hlsToRgb(hls), rgb);
-    }
+    for (const auto& [rgb, hls] : cases)
+        EXPECT_EQ(std::pair(rgbToHls(rgb), hlsToRgb(hls)), std::pair(hls, rgb))
+            << rgb.red << "," << rgb.green << "," << rgb.blue;
     // Out-of-range figures are brought in.
     EXPECT_EQ(hlsToRgb({-5, 999, 999}), hlsToRgb({0, 240, 240}));
     EXPECT_EQ(rgbToHls({300, -1, 0}), rgbToHls({255, 0, 0}));

@@ -103,8 +103,7 @@ TEST(MessageBoxLayout, EveryPartFitsInsideTheBoxWithoutOverlapping) {
         measures(13, 1, 3, {13, 26, 39}), measures(900, 3, 3, {13}, 0),
     };
     for (const MessageBoxMeasures& m : cases) {
-        SCOPED_TRACE(testing::Message() << m.textHeight << " " << m.extraButtons << " "
-                                        << m.checkBoxes << " " << m.noteHeights.size());
+        SCOPED_TRACE(testing::Message() << "row " << &m - cases);
         const MessageBoxLayout l = layoutMessageBox(m);
         const int clientHeight = l.windowHeight - 2 * m.frameHeight - m.captionHeight;
 
