@@ -249,7 +249,7 @@ TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
 // A run with news waits for the user as a whole: given up, it applies, shows
 // and marks nothing. A run with nothing new never asks.
 TEST(NotificationRun, WaitsForTheUserOnlyWithNewsAndGivesUpLeavingEverything) {
-    for (bool userFree : {true, false}) {
+    for (bool userFree : {true, false})
         for (bool news : {true, false}) {
             Scenario run;
             run.host.userFree = userFree;
@@ -260,12 +260,12 @@ TEST(NotificationRun, WaitsForTheUserOnlyWithNewsAndGivesUpLeavingEverything) {
             const std::string before = run.listFile();
             run.go();
             const bool showed = news && userFree;
-            EXPECT_EQ(run.host.waitedForUser, news ? 1 : 0) << userFree << news;
-            EXPECT_EQ(run.host.shown.size(), showed ? 2u : 0u) << userFree << news;
-            EXPECT_EQ(run.settings.NoiseType, showed ? 5u : 64u) << userFree << news;
+            EXPECT_EQ(
+                std::tuple(run.host.waitedForUser, run.host.shown.size(), run.settings.NoiseType),
+                std::tuple(news ? 1 : 0, showed ? 2u : 0u, showed ? 5u : 64u))
+                << userFree << news;
             EXPECT_TRUE(showed || run.listFile() == before) << userFree << news;
         }
-    }
 }
 
 // A graphic whose download failed (9) is still waiting: it counts towards the
