@@ -1,16 +1,11 @@
 // The publisher's document check on arbitrary bytes: it must finish, keep
 // within the sanitizers' watch, and point only at lines the file has, in
 // order, whatever line ends, braces and NULs the bytes hold.
-#include <cstddef>
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-#include <string_view>
-
+#include "tests/fuzz/fuzz_input.h"
 #include "check/document_check.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-    const std::string_view raw(reinterpret_cast<const char*>(data), size);
+    const std::string_view raw = asText(data, size);
     // Every picture exists and is a PNG whose name has an even length, so both
     // answers of the folder are taken.
     const ImageReader images = [](const std::string& name) -> std::optional<std::string> {
@@ -23,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
             ++lines;
     int last = 1;
     for (const Finding& f : checkUpdateDocument(raw, images)) {
-        if (f.line < last || f.line > lines || f.text.empty()) std::abort();
+        require(f.line >= last && f.line <= lines && !f.text.empty());
         last = f.line;
     }
     return 0;

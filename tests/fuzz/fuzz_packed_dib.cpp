@@ -2,9 +2,7 @@
 // packed DIB; every pixel it then claims exists is read, and 32-bit pictures
 // are blended, so a header check that lets a lie through shows as a read
 // outside the input.
-#include <cstddef>
-#include <cstdint>
-
+#include "tests/fuzz/fuzz_input.h"
 #include "base/packed_dib.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

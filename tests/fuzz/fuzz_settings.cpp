@@ -3,18 +3,11 @@
 // same bytes as a record (texts of any bytes and length, as a feed could set
 // them) are saved and read again: every value must come back, less the cuts
 // storableSettingText names, so that no value ever becomes a line of its own.
-#include <cstdint>
-#include <cstdlib>
-#include <string>
-#include <string_view>
-
+#include "tests/fuzz/fuzz_input.h"
 #include "settings/settings_file.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
-    auto require = [](bool condition) {
-        if (!condition) std::abort();
-    };
-    std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    std::string_view bytes = asText(data, size);
     Settings first;
     readSettingsText(first, bytes);
     for (const SettingDef& def : SettingsTable) {

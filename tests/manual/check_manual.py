@@ -1,11 +1,9 @@
 #!/usr/bin/env python3
-"""Checks the manual pages in html/: each page is well-formed HTML5 with every
-element closed, uses the shared stylesheet, and its links, anchors and pictures
-resolve; every anchor the program opens exists (found in the sources, so a new
-Help button cannot point at nothing); every setting of the settings table and
-every command-line switch is documented; and each page renders in headless
-Chromium (screenshots in build/manual/, for people to look at).
-Closes with "manual cases: N passed, N failed". Usage: check_manual.py [-v] [--no-browser]"""
+"""Checks the manual pages in html/: well-formed HTML5 on the shared stylesheet;
+links, anchors and pictures resolve; every anchor the program opens (found in the
+sources, so a new Help button cannot point at nothing), setting and switch is
+documented; each page renders in headless Chromium (build/manual/).
+Usage: check_manual.py [-v] [--no-browser]"""
 import html.parser
 import pathlib
 import re
@@ -23,6 +21,11 @@ VOID = set("area base br col embed hr img input link meta source track wbr".spli
 BLOCK = set("address article aside blockquote div dl fieldset figure footer form h1 h2 h3 h4 h5 "
             "h6 header hr main nav ol p pre section table ul".split())
 MAX_PICTURE_BYTES = 400 * 1024
+# openManualTopic(owner, settings, topic) and openManualPage(owner, settings, "page", "#anchor")
+TOPIC_CALL = re.compile(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*[^,()]+,"
+                        r"\s*([^)]+?)\s*\)")
+PAGE_CALL = re.compile(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\"\s*,"
+                       r"\s*\"#([^\"]+)\"")
 
 
 class Page(html.parser.HTMLParser):
@@ -40,12 +43,14 @@ class Page(html.parser.HTMLParser):
     def handle_starttag(self, tag, attrs):
         a, line = dict(attrs), self.getpos()[0]
         self.has.add(tag)
+        if (tag, a.get("charset", "").lower()) == ("meta", "utf-8") or \
+                tag == "html" and a.get("lang"):
+            self.has.add("charset" if tag == "meta" else "lang")
         if tag in BLOCK and "p" in self.stack:
             self.problem(f"<{tag}> inside <p>")
-        if "id" in a:
-            if a["id"] in self.ids:
-                self.problem(f"id {a['id']!r} used twice")
-            self.ids.add(a["id"])
+        if a.get("id") in self.ids:
+            self.problem(f"id {a['id']!r} used twice")
+        self.ids |= {a["id"]} if "id" in a else set()
         if tag == "a" and "href" in a:
             self.links.append((line, a["href"]))
         if tag == "img":
@@ -55,10 +60,6 @@ class Page(html.parser.HTMLParser):
         if tag == "link" and a.get("rel") == "stylesheet":
             self.stylesheets.append(a.get("href", ""))
         self.styles += tag == "style"
-        if tag == "meta" and a.get("charset", "").lower() == "utf-8":
-            self.has.add("charset")
-        if tag == "html" and a.get("lang"):
-            self.has.add("lang")
         if tag not in VOID:
             self.stack.append(tag)
 
@@ -81,7 +82,6 @@ class Page(html.parser.HTMLParser):
 def parse(name):
     page = Page()
     page.feed((HTML / name).read_text(encoding="utf-8"))
-    page.close()
     return page
 
 
@@ -90,11 +90,9 @@ def check_form(page):
     and styled by the shared stylesheet only."""
     problems = page.problems + [f"missing {n}" for n in ("lang", "charset", "title", "h1", "nav")
                                 if n not in page.has]
-    if page.stack:
-        problems.append(f"unclosed at the end: {', '.join('<' + t + '>' for t in page.stack)}")
+    problems += [f"unclosed at the end: <{t}>" for t in page.stack]
     problems += [] if page.doctype else ["no <!DOCTYPE html>"]
-    if page.styles:
-        problems.append(f"{page.styles} <style> block(s): use the shared stylesheet")
+    problems += [f"{page.styles} <style> block(s): use the shared stylesheet"] * bool(page.styles)
     problems += [] if page.stylesheets else ["no stylesheet link"]
     return problems + [f"stylesheet {s} not found" for s in page.stylesheets
                        if not (HTML / s).is_file()]
@@ -102,9 +100,7 @@ def check_form(page):
 
 def check_links(name, page, pages):
     problems = []
-    for line, href in page.links:
-        if re.match(r"^(https?|mailto):", href):
-            continue
+    for line, href in (link for link in page.links if not re.match(r"^(https?|mailto):", link[1])):
         target, _, anchor = href.partition("#")
         target = target or name
         if "/" in target or "\\" in target or not (HTML / target).is_file():
@@ -126,18 +122,16 @@ def check_images(name, page, table, warnings):
     for line, src in page.images:
         path = HTML / src
         if not path.is_file():
-            if table.get(src) == "pending":
-                warnings.append(f"{name} line {line}: {src} not made yet (pending in manual_pictures.sh)")
-            else:
-                problems.append(f"line {line}: picture {src} not found")
+            pending = table.get(src) == "pending"
+            (warnings if pending else problems).append(
+                f"{name} line {line}: {src} not made yet (pending in manual_pictures.sh)" if pending
+                else f"line {line}: picture {src} not found")
             continue
         data = path.read_bytes()
-        if not data.startswith(b"\x89PNG\r\n\x1a\n"):
-            problems.append(f"line {line}: {src} is not a PNG file")
-        if len(data) > MAX_PICTURE_BYTES:
-            problems.append(f"line {line}: {src} is {len(data)} bytes; crop or reduce it")
-        if src not in table:
-            problems.append(f"line {line}: {src} has no row in scripts/manual_pictures.sh")
+        problems += [f"line {line}: {src} {p}" for ok, p in (
+            (data.startswith(b"\x89PNG\r\n\x1a\n"), "is not a PNG file"),
+            (len(data) <= MAX_PICTURE_BYTES, f"is {len(data)} bytes; crop or reduce it"),
+            (src in table, "has no row in scripts/manual_pictures.sh")) if not ok]
     return problems
 
 
@@ -156,10 +150,7 @@ def program_anchors():
         line = lambda m: text.count("\n", 0, m.start()) + 1
         # char kTopic[] = "X", const char* kTopic = "X", std::string_view kTopic = "X"
         constants = dict(re.findall(r"\b(\w+)\s*(?:\[\])?\s*=\s*\"([^\"]*)\"", text))
-        # openManualTopic(owner, settings, topic)
-        for m in re.finditer(r"\bopenManualTopic\s*\(\s*[^,()]+(?:\([^()]*\))?\s*,\s*[^,()]+,"
-                             r"\s*([^)]+?)\s*\)",
-                             text):
+        for m in TOPIC_CALL.finditer(text):
             arg = m.group(1)
             if arg in ("const char* topic", "topic"):
                 continue  # the declaration and the definition
@@ -169,9 +160,7 @@ def program_anchors():
                 problems.append(f"{rel}:{line(m)}: cannot tell the topic {arg}")
             elif topic_page:
                 found.append((topic_page, topic, f"{rel}:{line(m)}"))
-        for m in re.finditer(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\"\s*,"
-                             r"\s*\"#([^\"]+)\"",
-                             text):
+        for m in PAGE_CALL.finditer(text):
             found.append((m.group(1), m.group(2), f"{rel}:{line(m)}"))
     return found, problems + ([] if found else ["no manual topic found in the sources"])
 
@@ -184,17 +173,17 @@ def render(names, out_dir):
     if not browser:
         return None
     runs, results = {}, {}
+    options = ("--headless --no-sandbox --disable-gpu --disable-quic --no-first-run "
+               "--disable-background-networking --disable-component-update --disable-sync "
+               "--window-size=1200,16000 --hide-scrollbars").split()
     with tempfile.TemporaryDirectory() as profiles:
         for i, name in enumerate(names):
             out = out_dir / (pathlib.Path(name).stem + ".png")
             out.unlink(missing_ok=True)
             runs[name] = (out, subprocess.Popen(
-                [browser, "--headless", "--no-sandbox", "--disable-gpu", "--disable-quic",
-                 "--no-first-run", "--disable-background-networking",
-                 "--disable-component-update", "--disable-sync",
-                 f"--user-data-dir={profiles}/{i}", f"--screenshot={out}",
-                 "--window-size=1200,16000", "--hide-scrollbars", (HTML / name).as_uri()],
-                stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, text=True))
+                [browser, *options, f"--user-data-dir={profiles}/{i}", f"--screenshot={out}",
+                 (HTML / name).as_uri()], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                text=True))
         for name, (out, proc) in runs.items():
             try:
                 _, err = proc.communicate(timeout=180)
@@ -212,9 +201,8 @@ def main():
     def case(title, problems):
         counts["failed" if problems else "passed"] += 1
         if problems or "-v" in sys.argv:
-            print(f"{'FAIL' if problems else 'ok  '} {title}")
-        for p in problems:
-            print(f"    {p}")
+            print(f"{'FAIL' if problems else 'ok  '} {title}" +
+                  "".join(f"\n    {p}" for p in problems))
 
     pages = {name: parse(name) for name in PAGES}
     table = picture_table()
@@ -250,13 +238,11 @@ def main():
         out_dir = ROOT / "build/manual"
         out_dir.mkdir(parents=True, exist_ok=True)
         results = render(PAGES, out_dir)
-        if results is None:
-            print("skip rendering: no chromium")
+        print("skip rendering: no chromium" if results is None else "", end="")
         for name, problems in (results or {}).items():
             case(f"{name}: rendered to build/manual/{pathlib.Path(name).stem}.png", problems)
 
-    for w in warnings:
-        print(f"warn {w}")
+    print("".join(f"warn {w}\n" for w in warnings), end="")
     print(f"manual cases: {counts['passed']} passed, {counts['failed']} failed")
     return 1 if counts["failed"] else 0
 

@@ -1,11 +1,8 @@
-// Start-up's portable decisions: what each command line makes it do, what the
-// machine policy leaves of that, the platform's code and name, and where the
-// remembered rectangle puts the main window.
+// Start-up's portable decisions: the command line, the machine policy, the
+// platform, the quiet wait, and where the remembered rectangle puts the window.
 #include <gtest/gtest.h>
 
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "app/command_line.h"
 #include "app/machine_policy.h"
@@ -35,12 +32,14 @@ constexpr uint32_t stored(int32_t coordinate) {
     return static_cast<uint32_t>(coordinate);
 }
 
+auto edgesOf(Settings& record) {
+    return std::tie(record.StickyWindowLeft, record.StickyWindowTop, record.StickyWindowRight,
+                    record.StickyWindowBottom);
+}
+
 Settings withEdges(uint32_t left, uint32_t top, uint32_t right, uint32_t bottom) {
     Settings record;
-    record.StickyWindowLeft = left;
-    record.StickyWindowTop = top;
-    record.StickyWindowRight = right;
-    record.StickyWindowBottom = bottom;
+    edgesOf(record) = std::tie(left, top, right, bottom);
     return record;
 }
 
@@ -71,11 +70,10 @@ TEST(CommandLine, SwitchesRowsAndPath) {
         {std::string("doc\0/UPDATE", 11), false, "doc", {}},
     };
     for (const auto& [line, hidden, path, steps] : cases) {
-        SCOPED_TRACE('"' + line + '"');
         const CommandLinePlan plan = interpretCommandLine(line);
-        EXPECT_EQ(plan.hidden, hidden);
-        EXPECT_EQ(plan.documentPath, path);
-        EXPECT_EQ(plan.steps, steps);
+        EXPECT_EQ(std::tie(plan.hidden, plan.documentPath, plan.steps),
+                  std::tie(hidden, path, steps))
+            << '"' << line << '"';
     }
 }
 
@@ -94,12 +92,10 @@ TEST(MachinePolicy, UpdateCheckSwitchedOff) {
         {"C:\\feeds\\update.txt", true, true, {}},
     };
     for (const auto& [line, disabled, goesOn, steps] : cases) {
-        SCOPED_TRACE(line + (disabled ? " disabled" : ""));
         CommandLinePlan plan = interpretCommandLine(line);
         const bool hidden = plan.hidden;
-        EXPECT_EQ(applyMachinePolicy(plan, MachinePolicy{disabled}), goesOn);
-        EXPECT_EQ(plan.steps, steps);
-        EXPECT_EQ(plan.hidden, hidden);
+        EXPECT_EQ(applyMachinePolicy(plan, MachinePolicy{disabled}), goesOn) << line << disabled;
+        EXPECT_EQ(std::tie(plan.steps, plan.hidden), std::tie(steps, hidden)) << line << disabled;
     }
 }
 
@@ -124,15 +120,11 @@ TEST(Platform, CodeAndNameByVersion) {
         {OsVersion{11, 0, 3}, "30000", 19, "Windows 11"},
     };
     for (const auto& [version, build, code, name] : cases) {
-        SCOPED_TRACE(name);
         int asked = 0;
-        const Platform p = platformFromVersion(version, [&] {
-            ++asked;
-            return std::string(build);
-        });
-        EXPECT_EQ(p.code, code);
-        EXPECT_EQ(p.name, name);
-        EXPECT_EQ(asked, code >= 18 ? 1 : 0);
+        const Platform p =
+            platformFromVersion(version, [&] { return ++asked, std::string(build); });
+        EXPECT_EQ(std::tie(p.code, p.name, asked), std::tuple(code, name, code >= 18 ? 1 : 0))
+            << name;
     }
 }
 
@@ -204,10 +196,7 @@ TEST(WindowEdges, StoredRectangleIsClippedToTheScreen) {
     for (const auto& [window, left, top, right, bottom] : cases) {
         Settings record;
         storeWindowEdges(record, window, 1024, 768);
-        EXPECT_EQ(record.StickyWindowLeft, left);
-        EXPECT_EQ(record.StickyWindowTop, top);
-        EXPECT_EQ(record.StickyWindowRight, right);
-        EXPECT_EQ(record.StickyWindowBottom, bottom);
+        EXPECT_EQ(edgesOf(record), std::tie(left, top, right, bottom)) << left << "," << top;
     }
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <tuple>
 #include <vector>
 
 #include "base/file_io.h"
@@ -48,9 +49,9 @@ TEST(Version, EveryFormAgrees) {
     std::snprintf(commas, sizeof commas, "%d.%d.%d.%d", parts[0], parts[1], parts[2], parts[3]);
     std::snprintf(display, sizeof display, "%d.%d%c", HERALDER_VERSION_MAJOR,
                   HERALDER_VERSION_MINOR, HERALDER_VERSION_LETTER);
-    EXPECT_STREQ(HERALDER_VERSION_DOTTED, dotted);
-    EXPECT_STREQ(commas, dotted);
-    EXPECT_STREQ(HERALDER_VERSION_DISPLAY, display);
+    EXPECT_EQ(std::tuple(std::string(HERALDER_VERSION_DOTTED), std::string(commas),
+                         std::string(HERALDER_VERSION_DISPLAY)),
+              std::tuple(std::string(dotted), std::string(dotted), std::string(display)));
 
     const auto manifest = readFileBytes(HERALDER_SOURCE_DIR "/resources/heralder.manifest");
     ASSERT_TRUE(manifest);

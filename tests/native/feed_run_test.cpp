@@ -1,7 +1,6 @@
-// The feed's run with a scripted user: the seen-item list and its file, the
-// item filter, which windows open in which order and what ends the run, and
-// the setting and graphic updates the feed carries. Every shown or applied item
-// must be in the seen list afterwards, however the run ended.
+// The feed's run with a scripted user: the seen list, the item filter, the
+// windows and what ends the run, and the updates the feed carries. Every shown
+// or applied item must be in the seen list afterwards, however the run ended.
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -19,7 +18,6 @@ InstalledVersion installedAt(uint32_t major, uint32_t minor, char letter = 'a', 
     return {(major << 5) | (minor << 10) | static_cast<uint32_t>(letter - 'a'), patch, beta, ""};
 }
 
-// Its own settings, an empty seen list and a scripted user.
 struct Scenario {
     ScratchFolder dir;
     Settings settings;
@@ -33,6 +31,16 @@ struct Scenario {
     }
     void addAlerts(int32_t first, int count) {
         for (int i = 0; i < count; ++i) items.push_back(makeItem(ItemType::Alert, first + i));
+    }
+    void promptFrom(uint32_t count) {
+        settings.PromptMultipleItems = 1;
+        settings.PromptMultipleCount = count;
+    }
+    // A setting update with its text, a graphic update with its url.
+    void add(ItemType type, int32_t number, std::string text) {
+        UpdateItem item = makeItem(type, number);
+        (type == ItemType::SettingUpdate ? item.plainText : item.url) = std::move(text);
+        items.push_back(item);
     }
     bool go() { return runNotifications(items, host, settings, seen); }
     bool shows(const UpdateItem& item, bool reportMode = false) {
@@ -135,16 +143,16 @@ TEST(Selection, ChoiceIndexPerType) {
                     << itemTypeTag(type) << " index " << index << " item " << p;
             }
     }
-    Scenario report;
-    report.settings.SetupNoticePopup = 1;
-    report.settings.SetupNoticeReport = 0;
-    EXPECT_FALSE(report.shows(makeItem(ItemType::Notice, 1), false));
-    EXPECT_TRUE(report.shows(makeItem(ItemType::Notice, 1), true));
-    // Any number allows an update kind, each flag its own (0 and 1 are the run's).
-    Scenario updates;
-    updates.settings.AllowINIUpdates = 7, updates.settings.AllowGraphicUpdates = 0;
-    EXPECT_TRUE(updates.shows(makeItem(ItemType::SettingUpdate, 1)));
-    EXPECT_FALSE(updates.shows(makeItem(ItemType::GraphicUpdate, 1)));
+    // Report mode has its own index; any number allows an update kind, each
+    // flag its own (0 and 1 are the run's).
+    Scenario other;
+    other.settings.SetupNoticePopup = 1;
+    other.settings.SetupNoticeReport = 0;
+    other.settings.AllowINIUpdates = 7, other.settings.AllowGraphicUpdates = 0;
+    EXPECT_FALSE(other.shows(makeItem(ItemType::Notice, 1), false));
+    EXPECT_TRUE(other.shows(makeItem(ItemType::Notice, 1), true));
+    EXPECT_TRUE(other.shows(makeItem(ItemType::SettingUpdate, 1)));
+    EXPECT_FALSE(other.shows(makeItem(ItemType::GraphicUpdate, 1)));
 }
 
 // The first part that differs decides; later parts are not looked at.
@@ -193,9 +201,10 @@ TEST(Selection, OnlyShowNewItemsHoldsBackSeenAndIgnoredItems) {
 }
 
 // The unknown item (3) opens no window but is marked like the rest; a cancel
-// (on 4, the third window of five) ends the run after marking it.
-TEST(NotificationRun, ShowsInDocumentOrderAndCancelEndsTheRun) {
-    Scenario run;
+// (on 4, the third window of five) ends the run after marking it; "never show
+// again" ends it leaving its item unmarked.
+TEST(NotificationRun, ShowsInDocumentOrderAndCancelOrNeverShowAgainEndTheRun) {
+    Scenario run, never;
     EXPECT_FALSE(run.go());  // nothing to run over
     run.settings.SetupVersionPopup = 0;
     for (ItemType type : {ItemType::Notice, ItemType::Version, ItemType::Unknown, ItemType::Tip,
@@ -205,17 +214,14 @@ TEST(NotificationRun, ShowsInDocumentOrderAndCancelEndsTheRun) {
     EXPECT_TRUE(run.go());
     EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2, 4}));
     EXPECT_EQ(run.listFile(), "1\r\n2\r\n3\r\n4\r\n");
-}
 
-TEST(NotificationRun, NeverShowAgainEndsTheRunLeavingTheItemUnmarked) {
-    Scenario run;
-    run.settings.StartupOptions = 100;
-    run.addAlerts(1, 3);
-    run.host.neverShowAgainOn = 2;
-    EXPECT_TRUE(run.go());
-    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2}));
-    EXPECT_EQ(run.listFile(), "1\r\n");
-    EXPECT_EQ(run.settings.StartupOptions, 101u);
+    never.settings.StartupOptions = 100;
+    never.addAlerts(1, 3);
+    never.host.neverShowAgainOn = 2;
+    EXPECT_TRUE(never.go());
+    EXPECT_EQ(never.host.shown, (std::vector<int32_t>{1, 2}));
+    EXPECT_EQ(never.listFile(), "1\r\n");
+    EXPECT_EQ(never.settings.StartupOptions, 101u);
 }
 
 // Seen items do not count towards the threshold; items the prompt marks do
@@ -229,8 +235,7 @@ TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
     };
     for (const auto& [itemCount, seen, answer, marks, prompts, result, windows] : cases) {
         Scenario run;
-        run.settings.PromptMultipleItems = 1;
-        run.settings.PromptMultipleCount = 4;
+        run.promptFrom(4);
         run.addAlerts(100, itemCount);
         for (int i = 0; i < seen; ++i) run.seen.markItemSeen(run.items[i]);
         run.host.promptAnswer = answer;
@@ -244,25 +249,23 @@ TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
 // A run with news waits for the user as a whole: given up, it applies, shows
 // and marks nothing. A run with nothing new never asks.
 TEST(NotificationRun, WaitsForTheUserOnlyWithNewsAndGivesUpLeavingEverything) {
-    for (bool userFree : {true, false}) {
+    for (bool userFree : {true, false})
         for (bool news : {true, false}) {
             Scenario run;
             run.host.userFree = userFree;
             run.addAlerts(7, 2);
-            UpdateItem update = makeItem(ItemType::SettingUpdate, 9);
-            update.plainText = "NoiseType = 5";
-            run.items.push_back(update);
+            run.add(ItemType::SettingUpdate, 9, "NoiseType = 5");
             if (!news)
                 for (const UpdateItem& item : run.items) run.seen.markItemSeen(item);
             const std::string before = run.listFile();
             run.go();
             const bool showed = news && userFree;
-            EXPECT_EQ(run.host.waitedForUser, news ? 1 : 0) << userFree << news;
-            EXPECT_EQ(run.host.shown.size(), showed ? 2u : 0u) << userFree << news;
-            EXPECT_EQ(run.settings.NoiseType, showed ? 5u : 64u) << userFree << news;
+            EXPECT_EQ(
+                std::tuple(run.host.waitedForUser, run.host.shown.size(), run.settings.NoiseType),
+                std::tuple(news ? 1 : 0, showed ? 2u : 0u, showed ? 5u : 64u))
+                << userFree << news;
             EXPECT_TRUE(showed || run.listFile() == before) << userFree << news;
         }
-    }
 }
 
 // A graphic whose download failed (9) is still waiting: it counts towards the
@@ -271,17 +274,12 @@ TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
     for (uint32_t allowed : {0u, 1u}) {
         Scenario run;
         run.settings.AllowINIUpdates = run.settings.AllowGraphicUpdates = allowed;
-        run.settings.PromptMultipleItems = 1;
-        run.settings.PromptMultipleCount = 2;
-        UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
-        setting.plainText = "alertfontsize = 20";
-        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, 8);
-        graphic.url = "/update/images/logo.bmp";
-        UpdateItem failed = graphic;
-        failed.number = 9;
-        failed.url = "/update/images/missing.bmp";
+        run.promptFrom(2);
+        run.addAlerts(1, 1);
+        run.add(ItemType::SettingUpdate, 7, "alertfontsize = 20");
+        run.add(ItemType::GraphicUpdate, 8, "/update/images/logo.bmp");
+        run.add(ItemType::GraphicUpdate, 9, "/update/images/missing.bmp");
         run.host.serverFiles["/update/images/logo.bmp"] = "BM";
-        run.items = {makeItem(ItemType::Alert, 1), setting, graphic, failed};
         EXPECT_TRUE(run.go());
 
         const bool on = allowed != 0;
@@ -296,14 +294,10 @@ TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
 // marked, so the next run fetches them; a download that failed in time is.
 TEST(NotificationRun, GraphicUpdatesPastTheDownloadTimeWaitForTheNextRun) {
     Scenario run;
-    run.settings.PromptMultipleItems = 1;
-    run.settings.PromptMultipleCount = 1;
-    run.items = {makeItem(ItemType::Alert, 1)};
-    for (int32_t number : {7, 8, 9}) {
-        UpdateItem graphic = makeItem(ItemType::GraphicUpdate, number);
-        graphic.url = "/update/images/g" + std::to_string(number) + ".png";
-        run.items.push_back(graphic);
-    }
+    run.promptFrom(1);
+    run.addAlerts(1, 1);
+    for (int32_t n : {7, 8, 9})
+        run.add(ItemType::GraphicUpdate, n, "/update/images/g" + std::to_string(n) + ".png");
     run.host.timeSpentAfter = 2;
     EXPECT_TRUE(run.go());
     EXPECT_EQ(run.host.fetches, 2);
@@ -314,9 +308,8 @@ TEST(NotificationRun, GraphicUpdatesPastTheDownloadTimeWaitForTheNextRun) {
 TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
     Scenario run;
     run.settings.OnlyShowNewItems = 0;
-    UpdateItem setting = makeItem(ItemType::SettingUpdate, 7);
-    setting.plainText = "PromptMultipleCount=6";
-    run.items = {makeItem(ItemType::Alert, 1), setting};
+    run.addAlerts(1, 1);
+    run.add(ItemType::SettingUpdate, 7, "PromptMultipleCount=6");
     EXPECT_TRUE(run.go());
     EXPECT_TRUE(run.go());
     EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 1}));
@@ -329,8 +322,7 @@ TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
 // text are the fuzz target's.
 TEST(SettingUpdate, AppliesByKindAndMarksTheItem) {
     const std::string longText(300, 't');
-    // The text (nullopt: none, nothing marked), the setting to look at, its value
-    // afterwards (nullopt: as it was).
+    // The text (nullopt: none, nothing marked), a setting, its value (nullopt: as it was).
     const std::tuple<std::optional<std::string>, const char*, std::optional<std::string>> cases[] =
         {
             {"alertfontsize=20", "AlertFontSize", "20"},
@@ -339,7 +331,6 @@ TEST(SettingUpdate, AppliesByKindAndMarksTheItem) {
             {"AlertFontName=line one\r\nline two", "AlertFontName", "line one\r\nline two"},
             {"AlertFontName=" + longText, "AlertFontName", longText.substr(0, 260)},
             {"AlertFontSiz=1", "AlertFontSize", std::nullopt},
-            // An empty value leaves the setting as it was.
             {"PromptMultipleCount =", "PromptMultipleCount", std::nullopt},
             {"AlertFontName= \t", "AlertFontName", std::nullopt},
             {std::nullopt, "AlertFontSize", std::nullopt},

@@ -87,9 +87,8 @@ TEST(SignatureLine, OnlyOneWellFormedLastLineIsRead) {
     }
     const SignatureReading r = readSignatureLine(good);
     ASSERT_TRUE(r.line);
-    EXPECT_EQ(r.line->signedBytes, kBody + line.substr(0, line.find(" sig=")));
-    EXPECT_EQ(r.line->serial, 7u);
-    EXPECT_EQ(r.line->expires, "2030-01-31");
+    EXPECT_EQ(std::tie(r.line->signedBytes, r.line->serial, r.line->expires),
+              std::tuple(kBody + line.substr(0, line.find(" sig=")), 7u, "2030-01-31"));
     EXPECT_EQ(unsignedPart(good), kBody);
     EXPECT_EQ(unsignedPart(kBody + line + "\n:END\n"), kBody + line + "\n:END\n");
 }

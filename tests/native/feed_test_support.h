@@ -1,14 +1,11 @@
 #pragma once
 // Shared pieces of the native tests: a scratch folder that removes itself, file
-// helpers, an item builder, and a run host that answers like a scripted user
-// and records what it was asked.
+// helpers, and a run host that answers like a scripted user and records it.
 #include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 #include <map>
-#include <string>
-#include <vector>
 
 #include "feed/notification_run.h"
 
@@ -37,13 +34,13 @@ inline std::string readFile(const std::string& path) {
 
 inline std::string repeat(std::string_view piece, std::size_t times) {
     std::string s;
-    for (std::size_t i = 0; i < times; ++i) s += piece;
+    while (times--) s += piece;
     return s;
 }
 
 inline std::string withCrLf(std::string_view text) {
     std::string out;
-    for (char c : text) out += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    for (char c : text) out += c == '\n' ? "\r\n" : std::string(1, c);
     return out;
 }
 
@@ -70,8 +67,12 @@ struct ScriptedHost : RunHost {
     std::vector<int> prompts;    // the waiting counts the prompt was opened with
     std::vector<std::string> messages;
 
-    int showAlertWindow(UpdateItem& item) override { return answer(item); }
-    int showVersionWindow(UpdateItem& item) override { return answer(item); }
+    int showAlertWindow(UpdateItem& item) override { return showVersionWindow(item); }
+    int showVersionWindow(UpdateItem& item) override {
+        shown.push_back(item.number);
+        item.neverShowAgain = item.number == neverShowAgainOn;
+        return item.number == cancelOn ? 0 : 1;
+    }
     int promptMultipleItems(std::vector<UpdateItem>& items, int waiting, SeenList& seen) override {
         for (std::size_t i = 0; i < promptMarks && i < items.size(); ++i)
             seen.markItemSeen(items[i]);
@@ -91,10 +92,5 @@ struct ScriptedHost : RunHost {
     void endWaitCursor() override {}
     std::optional<InstalledVersion> lookupInstalledVersion(const UpdateItem&) override {
         return installed;
-    }
-    int answer(UpdateItem& item) {
-        shown.push_back(item.number);
-        item.neverShowAgain = item.number == neverShowAgainOn;
-        return item.number == cancelOn ? 0 : 1;
     }
 };

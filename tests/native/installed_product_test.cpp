@@ -1,9 +1,10 @@
-// Installed product lookup: where the product's file is looked for, the
-// limits on the path, and how the version is written out.
+// Installed product lookup: where the product's file is looked for, the limits
+// on the path, and how the version is written out.
 #include <gtest/gtest.h>
 
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "feed/installed_product.h"
 
@@ -40,8 +41,8 @@ UpdateItem productItem(int32_t version, std::optional<std::string> iniFile = "p.
 }  // namespace
 
 TEST(InstalledProduct, MakerFolderPath) {
+    const std::string longFolder(255, 'd');
     EXPECT_EQ(makerFolderPath("C:\\"), "C:\\Quenmark\\");
-    std::string longFolder(255, 'd');
     EXPECT_EQ(makerFolderPath(longFolder), longFolder + "\\Quen\\");  // 260, then the "\"
 }
 

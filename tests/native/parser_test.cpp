@@ -1,7 +1,7 @@
-// The update document reader: the one-walk reader against the plain per-key
-// reader on generated documents, and documents that would make a careless
-// reader slow. The reading rules themselves, line-end normalising included, are
-// pinned by the tool's kept cases.
+// The update document reader against the plain per-key reader on generated
+// documents, documents that would make a careless reader slow, and the limits of
+// the reader and of the publisher's check. The reading rules and the check's
+// findings are pinned by the tool's kept cases.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -9,6 +9,7 @@
 #include <string>
 #include <tuple>
 
+#include "check/document_check.h"
 #include "feed/document_parser.h"
 #include "parser_reference.h"
 #include "tests/native/feed_test_support.h"
@@ -67,4 +68,25 @@ TEST(AtoiLike, ReadsAsTheRuntimeDoes) {
                                                      {"-99999999999999999999", INT32_MIN},
                                                      {"0000000000000000000000012", 12}};
     for (const auto& [text, want] : cases) EXPECT_EQ(atoiLike(text), want) << '"' << text << '"';
+}
+
+// A broken document is not a list of a million fixes: the first thousand
+// findings, one that counts the rest, and the item limit wherever it falls.
+TEST(DocumentCheck, ListsTheFirstThousandFindingsAndTheItemLimit) {
+    const std::vector<Finding> findings =
+        checkUpdateDocument(repeat(":BEGINTIP\n:END\n", kMaxDocumentItems + 1));
+    ASSERT_EQ(findings.size(), 1002u);
+    // Three errors a block (no NUMBER, TITLE, PLAINTEXT); the thousandth is
+    // the first of block 334's three.
+    EXPECT_EQ(findings[999].line, 667);
+    const std::tuple<int, FindingSeverity, const char*> last[] = {
+        {667, FindingSeverity::Error, "too many findings: 29003 more errors and 0 more warnings"},
+        {20001, FindingSeverity::Warning, "reads the first 10000 items only"}};
+    for (int i = 0; i < 2; ++i) {
+        const Finding& f = findings[1000 + i];
+        const auto& [line, severity, text] = last[i];
+        EXPECT_TRUE(f.line == line && f.severity == severity &&
+                    f.text.find(text) != std::string::npos)
+            << f.line << " " << f.text;
+    }
 }

@@ -1,10 +1,8 @@
-// Pictures as bytes: bitmap headers that lie about what follows them, pixel
-// access in both row orders, the blend over a colour where separate truncation
-// shows, and the item pictures' decoder choice, limits and row flips.
+// Pictures as bytes: bitmap headers that lie, pixel access in both row orders,
+// the blend over a colour, and the item pictures' decoder choice, limits and rows.
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <string>
 #include <tuple>
 
 #include "base/packed_dib.h"
@@ -52,12 +50,8 @@ uint32_t blendOne(uint32_t pixel, uint32_t colour) {
 
 // A decoder's output: three pixels per row, two rows, top row first, rows padded to 16 bytes.
 std::vector<uint8_t> bgraRows(uint8_t topLeftAlpha) {
-    std::vector<uint8_t> rows(32, 0xEE);
-    const uint8_t top[] = {1, 2, 3, topLeftAlpha, 4, 5, 6, 255, 7, 8, 9, 255};
-    const uint8_t bottom[] = {11, 12, 13, 255, 14, 15, 16, 255, 17, 18, 19, 255};
-    std::memcpy(&rows[0], top, sizeof top);
-    std::memcpy(&rows[16], bottom, sizeof bottom);
-    return rows;
+    return {1,  2,  3,  topLeftAlpha, 4,  5,  6,  255, 7,  8,  9,  255, 0xEE, 0xEE, 0xEE, 0xEE,
+            11, 12, 13, 255,          14, 15, 16, 255, 17, 18, 19, 255, 0xEE, 0xEE, 0xEE, 0xEE};
 }
 
 }  // namespace
@@ -105,8 +99,7 @@ TEST(PackedDib, BlendOfAPartIsClippedPaddedAndBottomUp) {
             {{0, 0, 0, 4}, 0, 0, 0, 0},    // empty
         };
         for (const auto& c : cases) {
-            SCOPED_TRACE(testing::Message() << height << ": " << c.part.x << "," << c.part.y << " "
-                                            << c.part.width << "x" << c.part.height);
+            SCOPED_TRACE(testing::Message() << "height " << height << ", row " << &c - cases);
             const std::vector<uint8_t> out = compositeOverColour(src, in, 0x00FFFFFF, c.part);
             if (c.width == 0) {
                 EXPECT_TRUE(out.empty());
@@ -152,31 +145,24 @@ TEST(PackedDib, FileHeadersAreReadAndLiesRefused) {
     for (std::size_t n = 0; n < good.size(); ++n)
         EXPECT_FALSE(readBmpFileInfo(std::span(good).first(n))) << "cut to " << n;
 
-    // Offsets are those of the file: info header at 14.
-    const std::tuple<const char*, std::size_t, uint32_t, int> lies[] = {
-        {"not BM", 0, 'M', 1},
-        {"pixels before the header ends", 10, 53, 4},
-        {"pixels past the end", 10, 60, 4},
-        {"pixels far past the end", 10, 0xFFFFFFF0, 4},
-        {"header too small", 14, 12, 4},
-        {"header larger than the file", 14, 0x7FFFFFFF, 4},
-        {"zero width", 18, 0, 4},
-        {"negative width", 18, static_cast<uint32_t>(-4), 4},
-        {"huge width", 18, 0x01000000, 4},
-        {"zero height", 22, 0, 4},
-        {"more rows than bytes", 22, 5, 4},
-        {"more top-down rows than bytes", 22, static_cast<uint32_t>(-5), 4},
-        {"most negative height", 22, 0x80000000, 4},
-        {"two planes", 26, 2, 2},
-        {"odd depth", 28, 7, 2},
-        {"compressed", 30, 1, 4},
-        {"colour table past the pixels", 46, 300, 4},
+    // Each field of the file (the info header at 14), its size and the values that lie.
+    const std::tuple<std::size_t, int, std::vector<uint32_t>> lies[] = {
+        {0, 1, {'M'}},                              // not BM
+        {10, 4, {53, 60, 0xFFFFFFF0}},              // pixels inside the header, past the end
+        {14, 4, {12, 0x7FFFFFFF}},                  // header too small, larger than the file
+        {18, 4, {0, uint32_t(-4), 0x01000000}},     // width zero, negative, huge
+        {22, 4, {0, 5, uint32_t(-5), 0x80000000}},  // height zero, more rows than bytes, INT_MIN
+        {26, 2, {2}},                               // two planes
+        {28, 2, {7}},                               // odd depth
+        {30, 4, {1}},                               // compressed
+        {46, 4, {300}},                             // colour table past the pixels
     };
-    for (const auto& [name, at, value, bytes] : lies) {
-        std::vector<uint8_t> bad = good;
-        std::memcpy(&bad[at], &value, bytes);
-        EXPECT_FALSE(readBmpFileInfo(bad)) << name;
-    }
+    for (const auto& [at, bytes, values] : lies)
+        for (uint32_t value : values) {
+            std::vector<uint8_t> bad = good;
+            std::memcpy(&bad[at], &value, bytes);
+            EXPECT_FALSE(readBmpFileInfo(bad)) << at << ": " << value;
+        }
     // Pixels may start later than the header's end.
     put32(good, 10, 58);
     good.resize(good.size() + 4);
@@ -230,16 +216,16 @@ TEST(ItemGraphics, SixteenMegabytesAnd4096PixelsAreTheLast) {
 TEST(ItemGraphics, DecoderRowsBecomeBottomUpPicturesOfEitherDepth) {
     const std::vector<uint8_t> rows = bgraRows(0);
     for (int bits : {32, 24}) {
-        SCOPED_TRACE(bits);
         const std::vector<uint8_t> bytes = packedDibFromBgraRows(rows, 16, 3, 2, bits);
         const std::optional<DibInfo> info = getDibInfo(bytes);
-        ASSERT_TRUE(info);
-        EXPECT_TRUE(info->bitCount == bits && info->bottomUp);
+        ASSERT_TRUE(info && info->bitCount == bits && info->bottomUp) << bits;
         const uint32_t alpha = bits == 32 ? 0xFF000000 : 0;
-        EXPECT_EQ(getDibPixel(bytes, *info, 0, 0), 0x00010203u);  // alpha 0, colour kept
-        EXPECT_EQ(getDibPixel(bytes, *info, 2, 0), alpha | 0x070809);
-        EXPECT_EQ(getDibPixel(bytes, *info, 1, 1), alpha | 0x0E0F10);
-        EXPECT_EQ(bytes[kInfoHeaderSize], 11);  // the bottom row is stored first
+        // Alpha 0 keeps its colour; the bottom row is stored first.
+        EXPECT_EQ(
+            (std::vector<uint32_t>{getDibPixel(bytes, *info, 0, 0), getDibPixel(bytes, *info, 2, 0),
+                                   getDibPixel(bytes, *info, 1, 1), bytes[kInfoHeaderSize]}),
+            (std::vector<uint32_t>{0x00010203u, alpha | 0x070809, alpha | 0x0E0F10, 11}))
+            << bits;
     }
     EXPECT_TRUE(packedDibFromBgraRows(rows, 16, 3, 2, 8).empty());
 

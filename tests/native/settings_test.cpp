@@ -1,16 +1,11 @@
-// Settings files: the exact text written, what a read of it gives back, backup
-// and data file naming, and the dates and versions settings hold. Writing and
-// rotating backups on disk is tested under Wine in the real user data folder.
+// Settings files: the text written, what a read gives back, backups and file
+// names, and the dates and versions settings hold.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <ctime>
-#include <filesystem>
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "base/file_io.h"
 #include "feed/feed_date.h"
@@ -81,9 +76,8 @@ TEST(SettingsWrite, AnyRecordReadsBackLessTheDocumentedCuts) {
                                                               : value)
             << def.key;
     }
-    EXPECT_EQ(read.AlertFontName, "Georgia");
-    EXPECT_EQ(read.CurrentTransactionDate, "01-01-2020");
-    EXPECT_EQ(read.DocumentBrowserPath, std::string(259 - 19 - 3 - 1, 'x'));
+    EXPECT_EQ(std::tie(read.AlertFontName, read.CurrentTransactionDate, read.DocumentBrowserPath),
+              std::tuple("Georgia", "01-01-2020", std::string(259 - 19 - 3 - 1, 'x')));
     EXPECT_EQ(storableSettingText("AlertFontName", "= v x  "), "= v x  ");  // no other cut
 }
 
@@ -115,8 +109,7 @@ TEST(SettingsFile, DamagedFilesFallBackToTheNewestIntactBackup) {
         const std::optional<std::string> from = readSettingsFile(read, path);
         const std::string what = file.value_or("(missing)");
         EXPECT_EQ(from, readFrom ? std::optional(dir.file(readFrom)) : std::nullopt) << what;
-        EXPECT_EQ(read.BeNoisy, beNoisy) << what;
-        EXPECT_EQ(read.NoiseType, noiseType) << what;
+        EXPECT_EQ(std::tie(read.BeNoisy, read.NoiseType), std::tie(beNoisy, noiseType)) << what;
 
         // Saving what was read keeps an intact generation among the backups.
         ASSERT_TRUE(writeSettingsFile(read, path, 0)) << what;

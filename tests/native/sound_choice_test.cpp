@@ -1,14 +1,11 @@
-// Which sound a notification plays: every form of the sound name with and
-// without the override file, the desktop scheme's sound and its fallback, and
-// how the attempts' results become the player's result.
+// Which sound a notification plays, from every form of the sound name, the
+// override file and the desktop scheme, and what the attempts' results give.
 #include <gtest/gtest.h>
 
 // GCC 12 warns about every member a designated initializer leaves to its default.
 #pragma GCC diagnostic ignored "-Wmissing-field-initializers"
 
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "shell/sound_choice.h"
 
@@ -73,8 +70,8 @@ TEST(SoundChoice, EveryFormOfTheSoundName) {
 }
 
 TEST(SoundChoice, FallbackPathGetsOneSeparatorAndFitsTheBuffer) {
-    EXPECT_EQ(fallbackSoundPath("C:\\windows"), kFallback);
-    EXPECT_EQ(fallbackSoundPath("C:\\windows\\"), kFallback);
+    EXPECT_EQ(std::tuple(fallbackSoundPath("C:\\windows"), fallbackSoundPath("C:\\windows\\")),
+              std::tuple(kFallback, kFallback));
     EXPECT_EQ(fallbackSoundPath(""), "\\media\\Windows Navigation Start.wav");
     EXPECT_EQ(fallbackSoundPath(std::string(250, 'w')).size(), 259u);
 }

@@ -1,6 +1,5 @@
-// The shared controls' portable rules: choice lists, the icon button's icon
-// size, the spin edit's template text and typed values, and the message box's
-// layout.
+// The shared controls' portable rules: display scale, choice lists, icon size,
+// the spin edit and the message box's layout.
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -34,9 +33,9 @@ TEST(DisplayScale, RoundsHalvesAwayFromZeroAsMulDiv) {
     };
     for (const auto& [pixels, dpi, scaled] : cases)
         EXPECT_EQ(scaleForDpi(pixels, dpi), scaled) << pixels << " at " << dpi;
-    EXPECT_FALSE(wantsDoublePicture(120));
-    EXPECT_FALSE(wantsDoublePicture(144));  // exactly 1.5: the 1x source shrinks less
-    EXPECT_TRUE(wantsDoublePicture(168));
+    // Exactly 1.5 keeps the 1x source: it shrinks less.
+    EXPECT_EQ(std::tuple(wantsDoublePicture(120), wantsDoublePicture(144), wantsDoublePicture(168)),
+              std::tuple(false, false, true));
 }
 
 TEST(ChoiceList, SplitsAtRunsOfSemicolons) {
@@ -104,16 +103,14 @@ TEST(MessageBoxLayout, EveryPartFitsInsideTheBoxWithoutOverlapping) {
         measures(13, 1, 3, {13, 26, 39}), measures(900, 3, 3, {13}, 0),
     };
     for (const MessageBoxMeasures& m : cases) {
-        SCOPED_TRACE(testing::Message() << m.textHeight << " " << m.extraButtons << " "
-                                        << m.checkBoxes << " " << m.noteHeights.size());
+        SCOPED_TRACE(testing::Message() << "row " << &m - cases);
         const MessageBoxLayout l = layoutMessageBox(m);
         const int clientHeight = l.windowHeight - 2 * m.frameHeight - m.captionHeight;
 
-        // The text shows in full and leaves room for three buttons beside it.
+        // The text shows in full with room for three buttons beside it; buttons
+        // stack under button 1 in order, in its column.
         EXPECT_GE(l.text.height, std::max(m.textHeight, 3 * m.button1.height));
         EXPECT_EQ(l.text.top, m.text.top);
-
-        // Buttons stack under button 1 in order, in its column.
         ASSERT_EQ(l.buttons.size(), static_cast<size_t>(m.extraButtons));
         int above = m.button1.bottom();
         for (const LayoutRect& b : l.buttons) {
@@ -122,8 +119,7 @@ TEST(MessageBoxLayout, EveryPartFitsInsideTheBoxWithoutOverlapping) {
             above = b.bottom();
         }
 
-        // Check boxes, then notes, follow the measured text closely in order, each
-        // as wide as the template's text control so nothing is clipped.
+        // Check boxes, then notes, follow the text closely in order, as wide as it.
         ASSERT_EQ(l.checkBoxes.size(), static_cast<size_t>(m.checkBoxes));
         ASSERT_EQ(l.notes.size(), m.noteHeights.size());
         int previous = m.text.top + m.textHeight;
@@ -139,7 +135,6 @@ TEST(MessageBoxLayout, EveryPartFitsInsideTheBoxWithoutOverlapping) {
         for (std::size_t i = 0; i < l.notes.size(); ++i)
             EXPECT_EQ(l.notes[i].height, m.noteHeights[i]);
 
-        // The box is tall enough for everything, with a margin below.
         EXPECT_GT(clientHeight, lowest);
         EXPECT_LE(clientHeight - lowest, 60);
     }

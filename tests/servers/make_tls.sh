@@ -30,19 +30,9 @@ server() {  # name authority host days-offset...
 past_dated() {  # name authority
     local name=$1 authority=$2
     mkdir -p ca_db && : >ca_db/index.txt && echo 01 >ca_db/serial
-    cat >ca_db/ca.cnf <<CNF
-[ca]
-default_ca = test
-[test]
-database = ca_db/index.txt
-serial = ca_db/serial
-new_certs_dir = ca_db
-default_md = sha256
-policy = any
-copy_extensions = none
-[any]
-commonName = supplied
-CNF
+    printf '%s\n' "[ca]" "default_ca = test" "[test]" "database = ca_db/index.txt" \
+        "serial = ca_db/serial" "new_certs_dir = ca_db" "default_md = sha256" "policy = any" \
+        "copy_extensions = none" "[any]" "commonName = supplied" >ca_db/ca.cnf
     openssl ca -batch -config ca_db/ca.cnf -cert "$authority.crt" -keyfile "$authority.key" \
         -in "$name.csr" -out "$name.crt" -extfile "$name.ext" -notext \
         -startdate 20200101000000Z -enddate 20200102000000Z 2>/dev/null

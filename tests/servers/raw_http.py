@@ -1,12 +1,9 @@
 #!/usr/bin/env python3
-"""A loopback HTTP server for the replies a real web server will not give.
-
-Usage: raw_http.py PORT. Each path in REPLIES is one kind of reply (no
-Content-Length, a body shorter than announced, a nonsense length...); /echo
-returns the request line and User-Agent header the client sent. It only binds 127.0.0.1; tests/win/fixtures.sh limits its lifetime.
-"""
-import re
+"""raw_http.py PORT: a loopback HTTP server for the replies a real web server
+will not give (REPLIES, SLOW, redirects); /echo returns the request line and
+User-Agent the client sent. tests/win/fixtures.sh limits its lifetime."""
 import gzip
+import re
 import socketserver
 import sys
 import threading
@@ -16,13 +13,10 @@ import time
 def reply(body, length="fit", status="200 OK", location=None, encoding=None):
     """length "fit" announces the body's size, None leaves the header out,
     anything else is sent as it stands; encoding names a Content-Encoding."""
-    head = [f"HTTP/1.0 {status}", "Content-Type: text/plain"]
-    if location is not None:
-        head.append(f"Location: {location}")
-    if encoding:
-        head.append(f"Content-Encoding: {encoding}")
-    if length is not None:
-        head.append(f"Content-Length: {len(body) if length == 'fit' else length}")
+    head = [f"HTTP/1.0 {status}", "Content-Type: text/plain"] + \
+        [f"Location: {location}"] * (location is not None) + \
+        [f"Content-Encoding: {encoding}"] * bool(encoding) + \
+        [f"Content-Length: {len(body) if length == 'fit' else length}"] * (length is not None)
     return ("\r\n".join(head) + "\r\n\r\n").encode("ascii") + body
 
 
@@ -45,11 +39,6 @@ NOT_FOUND = reply(b"", status="404 Not Found")
 TRICKLE_BODY = b"x" * 1000
 
 
-def silent(sock):
-    """Accepts the request, then says nothing for longer than any test waits."""
-    time.sleep(20)
-
-
 def trickle(sock):
     """Announces 1000 bytes, then sends one every 100 ms: never idle for long,
     yet far slower than any whole-fetch limit a test sets."""
@@ -59,7 +48,8 @@ def trickle(sock):
         time.sleep(0.1)
 
 
-SLOW = {"/silent": silent, "/trickle": trickle}
+# /silent accepts the request, then says nothing for longer than any test waits.
+SLOW = {"/silent": lambda sock: time.sleep(20), "/trickle": trickle}
 
 # Redirects: /hop/N sends the client N more hops before it arrives; the others
 # point elsewhere. Requests for the loops are counted and /count tells how many.
@@ -74,10 +64,8 @@ def moved(location):
 
 def redirect(path):
     global loop_requests
-    hop = re.fullmatch(r"/hop/(\d+)", path)
-    if hop:
-        n = int(hop.group(1))
-        return reply(b"arrived") if n == 0 else moved(f"/hop/{n - 1}")
+    if hop := re.fullmatch(r"/hop/(\d+)", path):
+        return moved(f"/hop/{int(hop[1]) - 1}") if int(hop[1]) else reply(b"arrived")
     elsewhere = {"/hop-absolute": f"http://127.0.0.1:{PORT}",
                  "/hop-other-port": f"http://127.0.0.1:{PORT + 1}",
                  "/hop-other-host": f"http://localhost:{PORT}",
@@ -123,4 +111,4 @@ class Handler(socketserver.BaseRequestHandler):
 if __name__ == "__main__":
     PORT = int(sys.argv[1])
     socketserver.ThreadingTCPServer.daemon_threads = True
-    socketserver.ThreadingTCPServer(("127.0.0.1", int(sys.argv[1])), Handler).serve_forever()
+    socketserver.ThreadingTCPServer(("127.0.0.1", PORT), Handler).serve_forever()

@@ -31,12 +31,10 @@ def problems_of(tool, case, prefix):
         print(f"note: {case.parent.name}/{case.name}: Wine started nothing (exit "
               f"{proc.returncode}); run again")
         proc = run()
-    problems = []
     want_rc = int(side(".rc").read_text()) if side(".rc").exists() else 0
-    if proc.returncode != want_rc:
-        problems.append(f"exit {proc.returncode}, expected {want_rc}, "
-                        f"stderr {proc.stderr[:500]!r}")
     want_err = side(".err").read_text().strip().replace("{PATH}", inp) if side(".err").exists() else ""
+    problems = [f"exit {proc.returncode}, expected {want_rc}, stderr {proc.stderr[:500]!r}"
+                ] * (proc.returncode != want_rc)
     if want_err not in proc.stderr.decode("latin-1"):
         problems.append(f"stderr {proc.stderr!r} lacks {want_err!r}")
     if side(".json").exists():
@@ -49,9 +47,8 @@ def problems_of(tool, case, prefix):
         want = side(".out").read_bytes()
     else:
         got = want = None
-    if got != want:
-        problems.append(f"output differs:\n  got  {str(got)[:2000]}\n  want {str(want)[:2000]}")
-    return problems
+    differs = f"output differs:\n  got  {str(got)[:2000]}\n  want {str(want)[:2000]}"
+    return problems + [differs] * (got != want)
 
 
 def main():
@@ -67,9 +64,7 @@ def main():
             failed += 1
             print(f"FAIL {case.parent.name}/{case.name}: " + "; ".join(problems))
     print(f"tool cases: {len(cases) - failed} passed, {failed} failed")
-    tools = {"wine" if prefix else "native": prefix + [tool]}
-    if other:
-        tools["native"] = other
+    tools = {"wine" if prefix else "native": prefix + [tool]} | ({"native": other} if other else {})
     return 1 if failed + sign_cases(tools) else 0
 
 

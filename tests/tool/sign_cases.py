@@ -11,18 +11,17 @@ SAMPLE = pathlib.Path(__file__).resolve().parents[2] / "examples" / "update.txt"
 
 
 def run(tool, args, cwd):
-    proc = subprocess.run(tool + args, capture_output=True, timeout=120, cwd=cwd)
-    return proc.returncode, proc.stdout.decode("latin-1").replace("\r\n", "\n"), \
-        proc.stderr.decode("latin-1")
+    p = subprocess.run(tool + args, capture_output=True, timeout=120, cwd=cwd, encoding="latin-1")
+    return p.returncode, p.stdout.replace("\r\n", "\n"), p.stderr
 
 
 def pair_problems(a, b, work):
     """a makes the key and signs; b signs again with a's key and verifies."""
     problems = []
     expect = lambda ok, what: ok or problems.append(what)
+    (work / "in.txt").write_bytes(SAMPLE.read_bytes())
     (work / "keys").mkdir()
     (work / "other").mkdir()
-    (work / "in.txt").write_bytes(SAMPLE.read_bytes())
     rc, _, _ = run(a, ["keygen", "keys"], work)
     expect(rc == 0, f"keygen exit {rc}")
     private = work / "keys" / "feed-private.pem"

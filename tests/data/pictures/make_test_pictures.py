@@ -1,10 +1,9 @@
 #!/usr/bin/env python3
-"""Writes the small picture files that the Windows picture tests decode. The
-PNG files are written byte by byte here (zlib only), so their pixels are
-known exactly and no encoder of the system under test is involved; the JPEG
-comes from ImageMagick. Run it from anywhere; it rewrites the files beside
-itself."""
+"""Rewrites the small pictures beside itself that the Windows picture tests
+decode. PNG files are written byte by byte (zlib only), so their pixels are
+known exactly and no encoder under test is involved; the JPEG is ImageMagick's."""
 import os
+import pathlib
 import struct
 import subprocess
 import zlib
@@ -28,22 +27,14 @@ def png(width, height, colour_type, rows):
 
 
 def write(name, data):
-    with open(os.path.join(HERE, name), "wb") as f:
-        f.write(data)
+    pathlib.Path(HERE, name).write_bytes(data)
 
 
 def main():
     # 8 x 6, red-orange; the top-left pixel fully transparent, the bottom-right
     # one green at half alpha.
-    fill = bytes((200, 40, 20, 255))
-    rows = []
-    for y in range(6):
-        row = bytearray(fill * 8)
-        if y == 0:
-            row[0:4] = bytes((0, 0, 0, 0))
-        if y == 5:
-            row[28:32] = bytes((10, 200, 30, 128))
-        rows.append(bytes(row))
+    fill = bytes((200, 40, 20, 255)) * 8
+    rows = [bytes(4) + fill[4:]] + [fill] * 4 + [fill[:28] + bytes((10, 200, 30, 128))]
     alpha = png(8, 6, 6, rows)
     write("alpha.png", alpha)
 
