@@ -5,7 +5,6 @@
 #include "app/main_window_win.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "app/app_win.h"
@@ -51,7 +50,6 @@ struct MainWindow {
     Settings* settings = nullptr;  // the creator's, never null once created
     HWND list = nullptr;
     std::vector<UpdateItem> items;
-    std::optional<PendingDocument> firstFetch;  // start-up's, until Go takes it
 };
 
 MainWindow* stateOf(HWND hwnd) {
@@ -70,22 +68,15 @@ void centreOnScreen(HWND hwnd) {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-constexpr char kDocumentPath[] = "/update/update.txt";
-
-std::optional<FetchedDocument> fetchUpdateDocument(MainWindow& w) {
+std::optional<FetchedDocument> fetchUpdateDocument(HWND hwnd) {
     const std::string kept = keptDocumentPath();
-    std::optional<FetchedDocument> document;
-    if (w.firstFetch) {
-        document = w.firstFetch->finish();
-        w.firstFetch.reset();
-    } else {
-        document = fetchDocument(w.hwnd, publisherServerHost(), kDocumentPath, kept);
-    }
+    std::optional<FetchedDocument> document =
+        fetchDocument(hwnd, publisherServerHost(), "/update/update.txt", kept);
     if (app().updateMode)
         for (DWORD delay : retryDelaysMs) {
             if (document) break;
             if (!waitAnswering(delay)) break;
-            document = fetchDocument(w.hwnd, publisherServerHost(), kDocumentPath, kept);
+            document = fetchDocument(hwnd, publisherServerHost(), "/update/update.txt", kept);
         }
     return document;
 }
@@ -156,7 +147,7 @@ void markTitle(MainWindow& w, const std::string& mark) {
 void onGo(MainWindow& w) {
     HCURSOR previous = SetCursor(LoadCursor(nullptr, IDC_WAIT));
     enableCommand(w.hwnd, IDM_GO, false);
-    if (std::optional<FetchedDocument> document = fetchUpdateDocument(w)) {
+    if (std::optional<FetchedDocument> document = fetchUpdateDocument(w.hwnd)) {
         // A kept copy answered by "not modified" is checked again too: its
         // expiry may have passed since.
         if (acceptServerDocument(w, document->document.text)) {
@@ -405,14 +396,6 @@ HWND createMainWindow(HINSTANCE instance, Settings& settings, bool startsHidden)
     MainWindow* w = hwnd ? stateOf(hwnd) : nullptr;
     if (w && !startsHidden) createList(*w);
     return hwnd;
-}
-
-PendingDocument startUpdateDocumentFetch() {
-    return startDocumentFetch(publisherServerHost(), kDocumentPath, keptDocumentPath());
-}
-
-void handOverDocumentFetch(HWND mainWindow, PendingDocument fetch) {
-    if (MainWindow* w = stateOf(mainWindow)) w->firstFetch = std::move(fetch);
 }
 
 const std::vector<UpdateItem>& mainWindowItems(HWND mainWindow) {

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "base/win_headers.h"
-#include "feed/kept_document_win.h"
 #include "feed/update_item.h"
 #include "settings/settings.h"
 
@@ -24,12 +23,6 @@ bool registerMainWindowClass(HINSTANCE instance);
 // library, a good part of the run's time. The window reads and changes
 // settings, which must outlive it, and writes them when it closes.
 HWND createMainWindow(HINSTANCE instance, Settings& settings, bool startsHidden = false);
-
-// The update document's fetch, started before the window was made so that it
-// goes on while start-up makes the window; the window's first Go takes its
-// reply instead of asking the server again.
-PendingDocument startUpdateDocumentFetch();
-void handOverDocumentFetch(HWND mainWindow, PendingDocument fetch);
 
 // The items behind the list rows, in document order.
 const std::vector<UpdateItem>& mainWindowItems(HWND mainWindow);

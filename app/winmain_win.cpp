@@ -1,8 +1,7 @@
 // The entry point of heralder.exe. Start-up runs its steps in a fixed order:
-// platform check, the daily run's document fetch set going, settings, the
-// alert look, the main window, then the command line turned into commands
-// sent or posted to that window; after that everything happens in the one
-// message loop.
+// platform check, settings, the alert look, the main window, then the
+// command line turned into commands sent or posted to that window; after that
+// everything happens in the one message loop.
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -87,10 +86,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
         return 0;
     }
     a.platformCode = getPlatformCode();
-    // The daily run starts with the document's fetch: it goes on while the
-    // settings are read and the window is made, which take as long again.
-    std::optional<PendingDocument> firstFetch;
-    if (plansDailyRun(plan)) firstFetch = startUpdateDocumentFetch();
 
     readSettings(record);
     describeAlertLook(record);
@@ -102,7 +97,6 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int showSta
     }
     HWND hwnd = createMainWindow(instance, record, plan.hidden);
     a.mainWindow = hwnd;
-    if (firstFetch) handOverDocumentFetch(hwnd, std::move(*firstFetch));
     record.ApplicationPath = programFolder();
 
     ShowWindow(hwnd, plan.hidden ? SW_HIDE : showState);

@@ -26,6 +26,13 @@
 #include "base/win_handles.h"
 #include "feed/http_reply.h"
 
+namespace {
+
+FetchLimits fetchLimits;
+// The run's budget: whether one is held, and how long its fetches have taken.
+bool runBudgetHeld = false;
+ULONGLONG runSpentMs = 0;
+
 // One fetch handed to a worker thread, so that the calling thread can stop
 // waiting at the deadline: WinINet offers no way to cut short a single read
 // from a server that keeps sending a byte now and then. The state is shared,
@@ -45,13 +52,6 @@ struct FetchJob {
         return abandoned;
     }
 };
-
-namespace {
-
-FetchLimits fetchLimits;
-// The run's budget: whether one is held, and how long its fetches have taken.
-bool runBudgetHeld = false;
-ULONGLONG runSpentMs = 0;
 
 std::optional<FetchReply> fetchWithin(FetchJob& job, const ServerAddress& address,
                                       const FetchRequest& request);
@@ -88,26 +88,28 @@ std::optional<std::string> fetchServerFile(HWND owner, const std::string& host,
     return std::move(reply->body);
 }
 
-std::optional<FetchReply> fetchServerReply(HWND, const std::string& host,
+std::optional<FetchReply> fetchServerReply(HWND owner, const std::string& host,
                                            const FetchRequest& request) {
-    return startServerFetch(host, request).finish();
-}
-
-PendingFetch startServerFetch(const std::string& host, const FetchRequest& request) {
-    PendingFetch pending;
     const auto address = splitServerAddress(host);
-    if (!address) return pending;
+    if (!address) return std::nullopt;
     DWORD waitMs = fetchLimits.totalMs;
     if (runBudgetHeld) {
-        if (RunFetchBudget::spent()) return pending;
+        if (RunFetchBudget::spent()) return std::nullopt;
         waitMs = static_cast<DWORD>(std::min<ULONGLONG>(waitMs, fetchLimits.runMs - runSpentMs));
     }
-    const ULONGLONG start = GetTickCount64();
+    // Only the time spent fetching counts against the run's budget: a user
+    // who reads the windows slowly still gets the later windows' pictures.
+    struct Clock {
+        const ULONGLONG start = GetTickCount64();
+        ~Clock() {
+            if (runBudgetHeld) runSpentMs += GetTickCount64() - start;
+        }
+    } clock;
 
     // The system's own proxy settings apply.
     HINTERNET internet = InternetOpenA(HERALDER_PRODUCT "/" HERALDER_VERSION_DISPLAY,
                                        INTERNET_OPEN_TYPE_PRECONFIG, nullptr, nullptr, 0);
-    if (!internet) return pending;
+    if (!internet) return std::nullopt;
     // Options set on the session are inherited by its connection and request.
     for (DWORD option : {INTERNET_OPTION_CONNECT_TIMEOUT, INTERNET_OPTION_RECEIVE_TIMEOUT,
                          INTERNET_OPTION_SEND_TIMEOUT})
@@ -126,56 +128,19 @@ PendingFetch startServerFetch(const std::string& host, const FetchRequest& reque
         }).detach();
     } catch (const std::system_error&) {
         InternetCloseHandle(internet);
-        return pending;
+        return std::nullopt;
     }
-    pending.job_ = std::move(job);
-    pending.start_ = start;
-    pending.waitMs_ = waitMs;
-    return pending;
-}
 
-PendingFetch& PendingFetch::operator=(PendingFetch&& other) noexcept {
-    if (this != &other) {
-        giveUp();
-        job_ = std::move(other.job_);
-        start_ = other.start_;
-        waitMs_ = other.waitMs_;
-    }
-    return *this;
-}
-
-PendingFetch::~PendingFetch() {
-    giveUp();
-}
-
-void PendingFetch::giveUp() {
-    // Held to the end of the function: the lock must not outlive the job.
-    const std::shared_ptr<FetchJob> job = std::move(job_);
-    if (!job) return;
-    std::lock_guard lock(job->mutex);
-    if (!job->done) {
+    // The calling thread still blocks, as the daily run expects; it only
+    // stops waiting at the deadline.
+    std::unique_lock lock(job->mutex);
+    if (!job->finished.wait_for(lock, std::chrono::milliseconds(waitMs),
+                                [&] { return job->done; })) {
         job->abandoned = true;
         InternetCloseHandle(job->internet);  // ends the worker's wait if WinINet can
+        return std::nullopt;
     }
-}
-
-std::optional<FetchReply> PendingFetch::finish() {
-    if (!job_) return std::nullopt;
-    std::optional<FetchReply> reply;
-    {
-        // The calling thread blocks, as the daily run expects; it only stops
-        // waiting at the deadline.
-        std::unique_lock lock(job_->mutex);
-        const ULONGLONG elapsed = GetTickCount64() - start_;
-        const auto left = std::chrono::milliseconds(elapsed < waitMs_ ? waitMs_ - elapsed : 0);
-        if (job_->finished.wait_for(lock, left, [&] { return job_->done; }))
-            reply = std::move(job_->reply);
-    }
-    giveUp();
-    // Only the time spent fetching counts against the run's budget: a user
-    // who reads the windows slowly still gets the later windows' pictures.
-    if (runBudgetHeld) runSpentMs += GetTickCount64() - start_;
-    return reply;
+    return std::move(job->reply);
 }
 
 namespace {

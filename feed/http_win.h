@@ -1,6 +1,5 @@
 #pragma once
 // Fetching a file from the publisher's web server over WinINet.
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -36,29 +35,6 @@ struct FetchReply {
 };
 std::optional<FetchReply> fetchServerReply(HWND owner, const std::string& host,
                                            const FetchRequest& request);
-
-struct FetchJob;
-// A fetch under way on its worker thread, so that the caller can do other
-// work meanwhile. finish() blocks until the reply is in or the deadline,
-// counted from the start, has passed; one never finished is given up.
-class PendingFetch {
-  public:
-    PendingFetch() = default;  // a fetch that could not start
-    PendingFetch(PendingFetch&&) noexcept = default;
-    PendingFetch& operator=(PendingFetch&&) noexcept;
-    ~PendingFetch();
-
-    std::optional<FetchReply> finish();
-
-  private:
-    friend PendingFetch startServerFetch(const std::string& host, const FetchRequest& request);
-    void giveUp();
-
-    std::shared_ptr<FetchJob> job_;
-    ULONGLONG start_ = 0;
-    DWORD waitMs_ = 0;
-};
-PendingFetch startServerFetch(const std::string& host, const FetchRequest& request);
 
 // GETs path from host ("host" or "host:port") and returns the body, or nullopt on
 // any failure. Blocks the calling thread; callers show the wait cursor.

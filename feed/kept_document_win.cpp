@@ -74,27 +74,17 @@ bool writeKeptDocument(const std::string& path, const KeptDocument& kept) {
     return false;
 }
 
-std::optional<FetchedDocument> fetchDocument(HWND, const std::string& host, const std::string& path,
-                                             const std::string& keptPath) {
-    return startDocumentFetch(host, path, keptPath).finish();
-}
-
-PendingDocument startDocumentFetch(const std::string& host, const std::string& path,
-                                   const std::string& keptPath) {
-    PendingDocument pending;
-    pending.kept_ = readKeptDocument(keptPath);
-    const KeptDocument* keptCopy = pending.kept_ ? &*pending.kept_ : nullptr;
-    pending.fetch_ = startServerFetch(host, {path, documentRequestHeaders(keptCopy), true});
-    return pending;
-}
-
-std::optional<FetchedDocument> PendingDocument::finish() {
-    std::optional<FetchReply> reply = fetch_.finish();
+std::optional<FetchedDocument> fetchDocument(HWND owner, const std::string& host,
+                                             const std::string& path, const std::string& keptPath) {
+    const std::optional<KeptDocument> kept = readKeptDocument(keptPath);
+    const KeptDocument* keptCopy = kept ? &*kept : nullptr;
+    const bool conditional = isConditionalRequest(keptCopy);
+    std::optional<FetchReply> reply =
+        fetchServerReply(owner, host, {path, documentRequestHeaders(keptCopy), true});
     if (!reply) return std::nullopt;
-    const bool conditional = isConditionalRequest(kept_ ? &*kept_ : nullptr);
     switch (judgeDocumentReply(reply->status, conditional)) {
         case DocumentReply::KeptCopy:
-            return FetchedDocument{std::move(*kept_), true};
+            return FetchedDocument{*kept, true};
         case DocumentReply::Failed:
             return std::nullopt;
         case DocumentReply::Body:

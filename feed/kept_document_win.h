@@ -7,7 +7,6 @@
 #include <string>
 
 #include "base/win_headers.h"
-#include "feed/http_win.h"
 #include "feed/kept_document.h"
 
 // The kept copy in the product folder; "" when there is no such folder.
@@ -29,22 +28,6 @@ struct FetchedDocument {
 // it; a 304 to an unconditional request, or any failure, is nullopt.
 std::optional<FetchedDocument> fetchDocument(HWND owner, const std::string& host,
                                              const std::string& path, const std::string& keptPath);
-
-// The same fetch, started now and finished when the caller is ready for it.
-// The kept copy is read at the start, so a 304 stands for the copy whose
-// validators the request carried.
-class PendingDocument {
-  public:
-    std::optional<FetchedDocument> finish();
-
-  private:
-    friend PendingDocument startDocumentFetch(const std::string&, const std::string&,
-                                              const std::string&);
-    PendingFetch fetch_;
-    std::optional<KeptDocument> kept_;
-};
-PendingDocument startDocumentFetch(const std::string& host, const std::string& path,
-                                   const std::string& keptPath);
 
 // Keeps an accepted document for the next run's conditional request. A reply
 // without validators cannot be asked about again: any older copy goes, so
