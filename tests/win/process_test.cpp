@@ -28,8 +28,6 @@
 namespace {
 
 using Numbers = std::unordered_set<int32_t>;
-constexpr char kNetworkError[] =
-    "There has been a network error. The update document is not available.";
 constexpr char kMainClass[] = "QuenmarkHeralderApplication";
 
 std::string heralderExe() {
@@ -37,6 +35,10 @@ std::string heralderExe() {
 }
 std::string examples() {
     return testEnv("HERALDER_SOURCE_DIR") + "\\examples";
+}
+// A folder of tests/win/fixtures.sh's signed copies of the sample.
+std::string signedCase(const std::string& name) {
+    return testEnv("HERALDER_SIGNED_CASES") + "\\" + name;
 }
 Numbers seen() {
     return parseSeenNumbers(readFileBytes(getUserHeralderPath("Heralder.lst")).value_or(""));
@@ -84,11 +86,13 @@ TEST_F(HeralderProcess, DailyJobDoesTheDaysWorkOnceWhicheverRunsDoIt) {
     const auto firstOutcome = outcomeOf(first);
     const Numbers all = {2101, 2102, 2103, 2104, 2105, 2106, 2107, 2108, 2109, 2110};
     EXPECT_EQ(seen(), all);
-    const std::multiset<std::string> want = {
-        "Please install the 5.2b currency fix", "Quenmark Ledger 5.2b is available",
-        "Quenmark Atlas 3.1a public beta",      "Tip: reconcile with one key",
-        "Support desk hours over the holidays", "Twenty years of Quenmark"};
-    const std::multiset<std::string> shown = titles(first);
+    const std::multiset<std::string> shown = titles(first),
+                                     want = {"Please install the 5.2b currency fix",
+                                             "Quenmark Ledger 5.2b is available",
+                                             "Quenmark Atlas 3.1a public beta",
+                                             "Tip: reconcile with one key",
+                                             "Support desk hours over the holidays",
+                                             "Twenty years of Quenmark"};
     EXPECT_TRUE(std::includes(shown.begin(), shown.end(), want.begin(), want.end()));
     // The new banner is the body as it was held in memory: the file, then 16 zero bytes.
     EXPECT_EQ(readFileBytes(getUserHeralderPath("heralder_banner.png")),
@@ -97,17 +101,13 @@ TEST_F(HeralderProcess, DailyJobDoesTheDaysWorkOnceWhicheverRunsDoIt) {
     for (const char* picture : {"alert.png", "tip.png", "offtopic.jpg"})
         EXPECT_TRUE(pathExists(getUserHeralderPath("images\\") + picture)) << picture;
     const Settings after = stored();
-    EXPECT_EQ(std::tuple(after.PromptMultipleCount, after.AlertFontSize, after.SetupVersionPopup),
-              std::tuple(6u, 18u, 0u));
-    EXPECT_NE(after.CurrentTransactionDate, "");
+    EXPECT_EQ(std::tuple(after.PromptMultipleCount, after.AlertFontSize, after.SetupVersionPopup,
+                         after.CurrentTransactionDate.empty()),
+              std::tuple(6u, 18u, 0u, false));
 
     const int requestsBefore = server.requests();
-    const ProcessRun second = runUpdate();
-    EXPECT_TRUE(second.exited && second.exitCode == 0);
-    EXPECT_TRUE(second.windows.empty());
-    EXPECT_EQ(seen(), all);
-    EXPECT_EQ(server.requests() - requestsBefore, 1);
-    EXPECT_EQ(server.notModified(), 1);
+    EXPECT_TRUE(std::get<0>(outcomeOf(runUpdate())).empty());
+    EXPECT_EQ(std::pair(server.requests() - requestsBefore, server.notModified()), std::pair(1, 1));
     EXPECT_TRUE(pathExists(getUserDataPath("Backup of Heralder17.ini")));
 
     const std::string keptPath = getUserHeralderPath("Update.kept");
@@ -130,14 +130,13 @@ TEST_F(HeralderProcess, DailyJobDoesTheDaysWorkOnceWhicheverRunsDoIt) {
     EXPECT_EQ(seen(), all);
     const std::string list = readFileBytes(getUserHeralderPath("Heralder.lst")).value_or("");
     EXPECT_EQ(std::count(list.begin(), list.end(), '\n'), std::ptrdiff_t(all.size()));
-    const std::string text = readFileBytes(getUserDataPath(kSettingsFileName)).value_or("");
-    EXPECT_EQ(text.rfind(";Quenmark Heralder configuration file\r\n", 0), 0u);
-    for (const SettingDef& def : SettingsTable) {
-        const std::string line = std::string("\r\n") + def.key + " = ";
-        const std::size_t at = text.find(line);
-        EXPECT_NE(at, std::string::npos) << def.key;
-        EXPECT_EQ(text.find(line, at + 1), std::string::npos) << def.key;
-    }
+    // Whole: the file is what writing its own reading back gives, bar the time line.
+    const auto untimed = [](std::string text) {
+        const std::size_t at = text.find(";Last updated");
+        return at == std::string::npos ? text : text.erase(at, text.find('\n', at) - at);
+    };
+    EXPECT_EQ(untimed(readFileBytes(getUserDataPath(kSettingsFileName)).value_or("")),
+              untimed(formatSettingsFile(stored(), 0)));
 }
 
 // At logon the network may not be up yet: a failed fetch is tried again over
@@ -148,7 +147,8 @@ TEST_F(HeralderProcess, ServerDownEndsWithTheNetworkErrorAfterTheRetries) {
     ASSERT_TRUE(run.exited);
     EXPECT_GE(GetTickCount() - start, 55000u);
     ASSERT_EQ(run.windows.size(), 1u);
-    EXPECT_EQ(run.windows[0].text, kNetworkError);
+    EXPECT_EQ(run.windows[0].text,
+              "There has been a network error. The update document is not available.");
     EXPECT_TRUE(seen().empty());
 }
 
@@ -219,64 +219,79 @@ TEST_F(HeralderProcess, MultipleItemPromptComesFirstAndItsFirstChoiceShowsEveryI
     RemoveDirectoryA(folder.c_str());
 }
 
-// The main window of a local document: its rows and title, then closed.
-struct WindowOutcome {
-    std::vector<std::string> rows;
-    bool wasMaximised = false;
-    std::string windowTitle;
+// What the main window showed of a local document before it was closed: its
+// title, its number of rows, its first and last row.
+struct MainWindowSeen {
+    ProcessRun run;
+    std::string shown;
+    bool maximised = false;
 };
 
-ProcessRun runShowingDocument(const std::string& arguments, WindowOutcome& outcome,
-                              const char* screenshot = nullptr,
-                              const std::string& exe = heralderExe()) {
+MainWindowSeen showDocument(const std::string& exe, const std::string& arguments,
+                            const char* screenshot) {
+    MainWindowSeen out;
     DWORD shownAt = 0;
-    return runProcess(exe, arguments, nullptr, 30000, [&, closed = false](DWORD pid) mutable {
+    out.run = runProcess(exe, arguments, nullptr, 30000, [&, closed = false](DWORD pid) mutable {
         HWND main = findProcessWindow(pid, kMainClass);
         if (!main || closed) return;
         if (!shownAt) shownAt = GetTickCount();
         if (GetTickCount() - shownAt < 700) return;  // the posted load has run
         HWND list = GetDlgItem(main, IDC_ITEMLIST);
         const int rows = static_cast<int>(SendMessageA(list, LB_GETCOUNT, 0, 0));
-        for (int i = 0; i < rows; ++i) {
+        out.shown = windowText(main) + ": " + std::to_string(rows);
+        for (int i : {0, rows - 1}) {
+            if (rows == 0) break;
             // Across processes the system hands row texts over as UTF-16.
             wchar_t text[1024] = {};
             char narrow[1024] = {};
             SendMessageW(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text));
             WideCharToMultiByte(CP_ACP, 0, text, -1, narrow, sizeof narrow, nullptr, nullptr);
-            outcome.rows.push_back(narrow);
+            out.shown += std::string(" | ") + narrow;
         }
-        outcome.wasMaximised = IsZoomed(main);
-        outcome.windowTitle = windowText(main);
+        out.maximised = IsZoomed(main);
         if (screenshot) {
             SendMessageA(list, LB_SETCURSEL, 1, 0);
             saveWindowScreenshot(main, screenshot);
         }
         closed = PostMessageA(main, WM_CLOSE, 0, 0);
     });
+    return out;
 }
 
 // Whatever the command line holds, the program ends cleanly: the document's
 // rows, or a message where one is due. Stored edges put the window back;
-// closing a maximised window stores StartMaximized and leaves the edges.
+// closing a maximised window stores StartMaximized and leaves the edges. A
+// signed build shows a local document whatever its signature; the title tells.
 TEST_F(HeralderProcess, DocumentOnTheCommandLineFillsTheMainWindowOrIsReported) {
-    const std::string document = examples() + "\\update.txt";
+    const std::string document = examples() + "\\update.txt", exe = heralderExe();
     const std::string longPath = "C:\\" + std::string(400, 'x') + ".txt";
     const std::string loadError = "There has been an error loading ";
+    const std::string sample = ": 10 | Please install the 5.2b currency fix | New Heralder banner";
+    const std::string signedExe = testEnv("HERALDER_SIGNED_EXE");
     const struct {
+        std::string exe;  // "": that build is missing
         std::string arguments;
         std::string message;  // "": no message box
-        std::size_t rows;
+        std::string shown;
         int maximised;  // stored before the run; -1: no settings file
     } cases[] = {
-        {document, "", 10, -1},
-        {document, "", 10, 0},
-        {document, "", 10, 1},
+        {exe, document, "", "Quenmark Heralder" + sample, -1},
+        {exe, document, "", "Quenmark Heralder" + sample, 0},
+        {exe, document, "", "Quenmark Heralder" + sample, 1},
         // The command line is taken as it stands: the quotes are part of the path.
-        {"\"" + document + "\"", loadError + "\"" + document + "\"", 0, -1},
-        {longPath, loadError + longPath.substr(0, 259), 0, -1},
-        {heralderExe(), "", 0, -1},  // not a document: read as one without blocks
+        {exe, "\"" + document + "\"", loadError + "\"" + document + "\"", "", -1},
+        {exe, longPath, loadError + longPath.substr(0, 259), "", -1},
+        {exe, exe, "", "Quenmark Heralder: 0", -1},  // not a document: read as one without blocks
+        {signedExe, signedCase("valid") + "\\update.txt", "", "Quenmark Heralder" + sample, -1},
+        {signedExe, signedCase("unsigned") + "\\update.txt", "",
+         "Quenmark Heralder - unsigned document" + sample, -1},
+        {signedExe, signedCase("changed") + "\\update.txt", "",
+         "Quenmark Heralder - not verified document: 10 | Qlease install the 5.2b currency fix | "
+         "New Heralder banner",
+         -1},
     };
     for (const auto& c : cases) {
+        if (c.exe.empty()) continue;
         SCOPED_TRACE(c.arguments.substr(0, 60) + " " + std::to_string(c.maximised));
         clearUserData();
         Settings s;
@@ -286,19 +301,16 @@ TEST_F(HeralderProcess, DocumentOnTheCommandLineFillsTheMainWindowOrIsReported) 
             ensureDataFolders();
             ASSERT_TRUE(writeSettingsFile(s, getUserDataPath(kSettingsFileName)));
         }
-        WindowOutcome outcome;
-        const ProcessRun run =
-            runShowingDocument(c.arguments, outcome, &c == cases ? "main_window" : nullptr);
-        EXPECT_TRUE(run.exited && run.exitCode == 0);
-        ASSERT_EQ(outcome.rows.size(), c.rows);
-        ASSERT_EQ(run.windows.size(), c.message.empty() ? 0u : 1u);
-        if (!c.message.empty()) EXPECT_EQ(run.windows[0].text, c.message);
-        if (c.rows) {
-            EXPECT_EQ(outcome.rows.front(), "Please install the 5.2b currency fix");
-            EXPECT_EQ(outcome.rows.back(), "New Heralder banner");
-        }
+        const MainWindowSeen window =
+            showDocument(c.exe, c.arguments, &c == cases ? "main_window" : nullptr);
+        EXPECT_TRUE(window.run.exited && window.run.exitCode == 0);
+        EXPECT_EQ(window.shown, c.shown);
+        std::vector<std::string> messages;
+        for (const SeenWindow& w : window.run.windows) messages.push_back(w.text);
+        EXPECT_EQ(messages,
+                  c.message.empty() ? std::vector<std::string>{} : std::vector{c.message});
         if (c.maximised < 0) continue;
-        EXPECT_EQ(outcome.wasMaximised, c.maximised == 1);
+        EXPECT_EQ(window.maximised, c.maximised == 1);
         const Settings after = stored();
         EXPECT_EQ(std::tuple(after.StickyWindowLeft, after.StickyWindowTop, after.StickyWindowRight,
                              after.StickyWindowBottom, after.StartMaximized),
@@ -312,17 +324,14 @@ TEST_F(HeralderProcess, StartupSwitchMakesTheStartupFolderAgree) {
     const std::string link = startupLinkPath();
     for (int choice : {IDC_STARTUP_AUTOMATIC, IDC_STARTUP_MANUAL}) {
         SCOPED_TRACE(choice);
-        const ProcessRun run = runProcess(
-            heralderExe(), "/STARTUP",
-            [&](HWND dialog, int) {
-                SendMessageA(GetDlgItem(dialog, choice), BM_CLICK, 0, 0);
-                SendMessageA(GetDlgItem(dialog, IDC_BUTTON1), BM_CLICK, 0, 0);
-                return true;
-            },
-            30000);
+        const auto answer = [&](HWND dialog, int) {
+            SendMessageA(GetDlgItem(dialog, choice), BM_CLICK, 0, 0);
+            SendMessageA(GetDlgItem(dialog, IDC_BUTTON1), BM_CLICK, 0, 0);
+            return true;
+        };
+        const ProcessRun run = runProcess(heralderExe(), "/STARTUP", answer, 30000);
         ASSERT_TRUE(run.exited);
-        ASSERT_EQ(run.windows.size(), 1u);
-        EXPECT_EQ(run.windows[0].title, "Startup manager");
+        ASSERT_EQ(titles(run), std::multiset<std::string>{"Startup manager"});
         EXPECT_EQ(stored().StartupOptions, static_cast<uint32_t>(choice));
         if (choice == IDC_STARTUP_MANUAL)
             EXPECT_FALSE(pathExists(link));
@@ -339,9 +348,6 @@ TEST_F(HeralderProcess, StartupSwitchMakesTheStartupFolderAgree) {
 TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
     const std::string signedExe = testEnv("HERALDER_SIGNED_EXE");
     if (signedExe.empty()) GTEST_SKIP() << "needs scripts/build.sh windows-signed";
-    const auto signedCase = [](const std::string& name) {
-        return testEnv("HERALDER_SIGNED_CASES") + "\\" + name;
-    };
     const struct {
         std::string name;
         const char* refusal;  // as the record keeps it; null: accepted
@@ -362,13 +368,9 @@ TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
             LoopbackServer earlier(signedCase("valid"));
             ASSERT_TRUE(runUpdate(signedExe).exited);
         }
-        const Numbers seenBefore = seen();
-        const Settings before = stored();
+        const auto before = std::tuple(seen(), formatSettingsFile(stored(), 0));
         LoopbackServer server(signedCase(c.name));
-        const ProcessRun run = runUpdate(signedExe, [&](HWND box, int) {
-            if (c.name == "changed") saveWindowScreenshot(box, "signature_refused");
-            return false;
-        });
+        const ProcessRun run = runUpdate(signedExe);
         ASSERT_TRUE(run.exited);
         if (!c.refusal) {
             EXPECT_GE(run.windows.size(), 6u);
@@ -379,39 +381,24 @@ TEST_F(HeralderProcess, SignedBuildActsOnlyOnDocumentsItsKeysSigned) {
         EXPECT_EQ(run.windows[0].text,
                   "The update document could not be verified, so nothing in it was shown or "
                   "changed.\n\nHeralder will try again at its next update.");
-        EXPECT_EQ(seen(), seenBefore);
+        EXPECT_EQ(std::tuple(seen(), formatSettingsFile(stored(), 0)), before);
         EXPECT_EQ(server.requests(), 1);  // the document; no picture
         const std::string record = readFileBytes(getUserHeralderPath("Heralder.sig")).value_or("");
         EXPECT_NE(record.find(std::string("refused=") + c.refusal + "\n"), std::string::npos)
             << record;
-        EXPECT_EQ(stored().AlertFontSize, before.AlertFontSize);
-        EXPECT_EQ(stored().PromptMultipleCount, before.PromptMultipleCount);
-        const ProcessRun again = runUpdate(signedExe);  // the same day: no second box
-        EXPECT_TRUE(again.exited && again.windows.empty());
+        EXPECT_TRUE(runUpdate(signedExe).windows.empty());  // the same day: no second box
     }
     // A build without keys reads a signed document as it always read documents.
     clearUserData();
     LoopbackServer server(signedCase("valid"));
     EXPECT_GE(runUpdate().windows.size(), 6u);
-
-    // A local document is shown whatever its signature; the title tells.
-    for (const auto& [name, title] : {std::pair{"valid", "Quenmark Heralder"},
-                                      {"unsigned", "Quenmark Heralder - unsigned document"},
-                                      {"changed", "Quenmark Heralder - not verified document"}}) {
-        WindowOutcome outcome;
-        ASSERT_TRUE(
-            runShowingDocument(signedCase(name) + "\\update.txt", outcome, nullptr, signedExe)
-                .exited);
-        EXPECT_GT(outcome.rows.size(), 5u) << name;
-        EXPECT_EQ(outcome.windowTitle, title) << name;
-    }
 }
 
 // heralder.exe built for https://localhost:47633 (scripts/build.sh
 // windows-https) against the tests' TLS server: the daily job, pictures and
-// picture updates included, over TLS; then, with the server's authority no
-// longer trusted, Go ends with the network-error box and no request is sent.
-TEST_F(HeralderProcess, DailyRunWorksOverHttpsOnlyWithATrustedAuthority) {
+// picture updates included, over TLS. That an untrusted authority gets no
+// request is HttpRealServer's: every fetch goes through the same request.
+TEST_F(HeralderProcess, DailyRunWorksOverHttps) {
     const std::string exe = testEnv("HERALDER_HTTPS_EXE");
     if (exe.empty()) GTEST_SKIP() << "needs scripts/build.sh windows-https";
     ASSERT_TRUE(trustTestAuthority());
@@ -421,30 +408,6 @@ TEST_F(HeralderProcess, DailyRunWorksOverHttpsOnlyWithATrustedAuthority) {
     EXPECT_TRUE(seen().count(2110));
     EXPECT_TRUE(pathExists(getUserHeralderPath("heralder_banner.png")));
     EXPECT_TRUE(pathExists(getUserHeralderPath("images\\alert.png")));
-
-    clearUserData();
-    ASSERT_TRUE(trustTestAuthority(false));
-    const auto requests = [] {
-        const std::string log = readFileBytes(testEnv("HERALDER_HTTPS_LOG")).value_or("");
-        int n = 0;
-        for (std::size_t at = 0; (at = log.find("47633 /", at)) != std::string::npos; ++at) ++n;
-        return n;
-    };
-    const int before = requests();
-    bool goSent = false, answered = false;
-    const ProcessRun go = runProcess(
-        exe, "", [&](HWND, int) { return !(answered = true); }, 30000,
-        [&](DWORD pid) {
-            HWND main = findProcessWindow(pid, kMainClass);
-            if (main && !goSent) goSent = PostMessageA(main, WM_COMMAND, IDM_GO, 0);
-            if (main && answered) PostMessageA(main, WM_CLOSE, 0, 0);
-        });
-    ASSERT_TRUE(trustTestAuthority());
-    ASSERT_TRUE(go.exited);
-    ASSERT_EQ(go.windows.size(), 1u);
-    EXPECT_EQ(go.windows[0].text, kNetworkError);
-    Sleep(500);  // the log goes through a pipe
-    EXPECT_EQ(requests(), before);
 }
 
 }  // namespace
