@@ -5,7 +5,6 @@
 // here the real decoders follow them.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <thread>
 #include <tuple>
@@ -96,9 +95,9 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
         const std::optional<Picture> picture = loadGraphicFile(c.path);
         ASSERT_EQ(picture.has_value(), c.width != 0);
         if (!picture) continue;
-        EXPECT_EQ(infoOf(*picture).width, c.width);
-        EXPECT_EQ(infoOf(*picture).bitCount, c.bits);
-        EXPECT_TRUE(infoOf(*picture).bottomUp);
+        const DibInfo info = infoOf(*picture);
+        EXPECT_EQ(std::tuple(info.width, info.bitCount, info.bottomUp),
+                  std::tuple(c.width, c.bits, true));
         for (const Pixel& p : c.pixels)
             for (int shift = 0; shift < 32; shift += 8)
                 EXPECT_NEAR(int((pixelAt(*picture, p.x, p.y) & p.mask) >> shift & 0xFF),
