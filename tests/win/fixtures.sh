@@ -88,7 +88,7 @@ fixtures_signed_cases() {
     "${sign[@]}" 10 --key "$cases/keys/feed-private.pem" "$doc" "$cases/other_key/update.txt" >/dev/null
     "${sign[@]}" 10 --key "$first" --expires 2020-01-01 "$doc" "$cases/expired/update.txt" 2>/dev/null >&2
     "${sign[@]}" 9 --key "$first" "$doc" "$cases/older/update.txt" >/dev/null
-    # One letter of the first item's title.
+    # One byte of the first item's title line.
     python3 -c 'import sys; d = bytearray(open(sys.argv[1], "rb").read()); d[d.index(b"TITLE ") + 6] ^= 1; open(sys.argv[2], "wb").write(d)' \
         "$cases/valid/update.txt" "$cases/changed/update.txt"
     cp "$doc" "$cases/unsigned/update.txt"

@@ -79,8 +79,8 @@ TEST(HttpRealServer, FilesArriveByteForByteAndOnlyATrustedCertificateGetsAReques
 // What each reply gives, as its headers decide: bytes past the announced
 // length are not the file's; a compressed reply is judged by its decoded text
 // (a bomb past the length limit fails); redirects are followed a few times,
-// and only within the server asked. The rules are the portable core's tables:
-// here one case of each shows the real fetch applies them.
+// and only within the server asked; a 304 needs a kept copy. The rules are the
+// portable core's tables: here one case of each shows the real fetch applies them.
 TEST(HttpRawServer, RepliesEndAsTheirHeadersDecide) {
     REQUIRE_SERVER("HERALDER_RAW_HOST", host);
     std::string decoded;
@@ -96,14 +96,12 @@ TEST(HttpRawServer, RepliesEndAsTheirHeadersDecide) {
         {"/missing", "<html><h1>404 Not Found</h1></html>"},
         {"/missing", "<html><h1>404 Not Found</h1></html>", true},
         {"/short", "only forty bytes of the hundred announce"},
-        {"/negative", std::nullopt},
         {"/huge", std::nullopt},
         {"/huge", std::nullopt, true},
         {"/extra", "Hello"},
         {"/echo", "GET /echo HTTP/1.1\r\nUser-Agent: Quenmark Heralder/17.0a"},
         {"/gzip", decoded, true},
         {"/gzip-bomb", std::nullopt, true},
-        {"/hop/1", "arrived"},
         {"/hop/5", "arrived"},
         {"/hop/6", std::nullopt},
         {"/hop-absolute", "arrived"},
@@ -124,6 +122,14 @@ TEST(HttpRawServer, RepliesEndAsTheirHeadersDecide) {
     const int before = loopRequests(host);
     EXPECT_FALSE(fetchServerFile(nullptr, host, "/loop"));
     EXPECT_EQ(loopRequests(host) - before, 1 + maxRedirects);
+
+    // A 304 stands for the kept copy only when one was asked about.
+    const std::string kept = testKeptPath();
+    EXPECT_FALSE(fetchDocument(nullptr, host, "/not-modified", kept));
+    ASSERT_TRUE(writeKeptDocument(kept, {"the kept text", "\"k1\"", ""}));
+    const auto fetched = fetchDocument(nullptr, host, "/not-modified", kept);
+    EXPECT_TRUE(fetched && fetched->fromKeptCopy && fetched->document.text == "the kept text");
+    DeleteFileA(kept.c_str());
 }
 
 // Shorter limits than the program's: a silent server ends at the idle limit,
@@ -190,17 +196,4 @@ TEST(HttpRealServer, KeptCopyMakesAnUnchangedDocumentCheap) {
     DeleteFileA(kept.c_str());
     ASSERT_TRUE(fetchDocument(nullptr, host, "/update/large.txt", kept));
     EXPECT_FALSE(pathExists(kept));
-}
-
-// A 304 stands for the kept copy only when one was asked about.
-TEST(HttpRawServer, NotModifiedStandsOnlyForAKeptCopy) {
-    REQUIRE_SERVER("HERALDER_RAW_HOST", host);
-    const std::string kept = testKeptPath();
-    EXPECT_FALSE(fetchDocument(nullptr, host, "/not-modified", kept));
-    ASSERT_TRUE(writeKeptDocument(kept, {"the kept text", "\"k1\"", ""}));
-    const auto fetched = fetchDocument(nullptr, host, "/not-modified", kept);
-    ASSERT_TRUE(fetched);
-    EXPECT_TRUE(fetched->fromKeptCopy);
-    EXPECT_EQ(fetched->document.text, "the kept text");
-    DeleteFileA(kept.c_str());
 }

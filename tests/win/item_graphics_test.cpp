@@ -5,7 +5,6 @@
 // here the real decoders follow them.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <thread>
 #include <tuple>
@@ -96,9 +95,9 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
         const std::optional<Picture> picture = loadGraphicFile(c.path);
         ASSERT_EQ(picture.has_value(), c.width != 0);
         if (!picture) continue;
-        EXPECT_EQ(infoOf(*picture).width, c.width);
-        EXPECT_EQ(infoOf(*picture).bitCount, c.bits);
-        EXPECT_TRUE(infoOf(*picture).bottomUp);
+        const DibInfo info = infoOf(*picture);
+        EXPECT_EQ(std::tuple(info.width, info.bitCount, info.bottomUp),
+                  std::tuple(c.width, c.bits, true));
         for (const Pixel& p : c.pixels)
             for (int shift = 0; shift < 32; shift += 8)
                 EXPECT_NEAR(int((pixelAt(*picture, p.x, p.y) & p.mask) >> shift & 0xFF),
@@ -117,8 +116,7 @@ TEST(ItemGraphicsFiles, EachFileDecodesToItsDepthOrToNothing) {
 }
 
 // 64 x 64 with alpha, nothing below row 35 (the smallest alert window shows no
-// more of it), over a light, a grey and a dark background for people to look
-// at; a resource of another depth, or none, gives nothing.
+// more of it); a resource of another depth, or none, gives nothing.
 TEST(ItemGraphicsResources, DefaultPictureIsSixtyFourSquareWithAlpha) {
     const std::optional<Picture> bell = loadBitmapResourceDib(kDefaultPictureId);
     ASSERT_TRUE(bell);
@@ -128,14 +126,6 @@ TEST(ItemGraphicsResources, DefaultPictureIsSixtyFourSquareWithAlpha) {
     EXPECT_EQ(pixelAt(*bell, 32, 16) >> 24, 255u);  // the bell itself
     for (int y = 35; y < 64; ++y)
         for (int x = 0; x < 64; ++x) ASSERT_EQ(pixelAt(*bell, x, y) >> 24, 0u) << x << "," << y;
-    const COLORREF backgrounds[] = {0xFFFFFF, GetSysColor(COLOR_BTNFACE), 0x603010};
-    Canvas sheet(3 * 80, 80, 0);
-    for (int i = 0; i < 3; ++i) {
-        sheet.fill({80 * i, 0, 80 * i + 80, 80}, backgrounds[i]);
-        ASSERT_TRUE(drawPictureOver(sheet.dc(), 80 * i + 8, 8, *bell, backgrounds[i]));
-        EXPECT_EQ(sheet.at(80 * i + 8, 8), backgrounds[i]);  // transparent corner
-    }
-    sheet.save("default_picture");
     EXPECT_FALSE(loadBitmapResourceDib(IDR_TEST_PICTURE_24));
     EXPECT_FALSE(loadBitmapResourceDib(4321));
 }

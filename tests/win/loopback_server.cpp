@@ -3,9 +3,7 @@
 
 #include <winsock2.h>
 
-#include <cstdio>
 #include <functional>
-#include <vector>
 
 #include "base/file_io.h"
 
@@ -26,40 +24,28 @@ std::string etagOf(const std::string& body) {
            std::to_string(std::hash<std::string>{}(body)) + "\"";
 }
 
-// A socket listening on 127.0.0.1:port (0: any free port, told in bound), or
-// INVALID_SOCKET.
-SOCKET listenOnLoopback(int port, int backlog, int* bound = nullptr) {
-    static const bool winsock = [] {
-        WSADATA data;
-        return WSAStartup(MAKEWORD(2, 2), &data) == 0;
-    }();
-    if (!winsock) return INVALID_SOCKET;
-    SOCKET s = socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    if (s == INVALID_SOCKET) return s;
-    BOOL yes = TRUE;
-    setsockopt(s, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
-    sockaddr_in address = {};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<u_short>(port));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    int size = sizeof address;
-    if (bind(s, reinterpret_cast<sockaddr*>(&address), sizeof address) || listen(s, backlog) ||
-        getsockname(s, reinterpret_cast<sockaddr*>(&address), &size)) {
-        closesocket(s);
-        return INVALID_SOCKET;
-    }
-    if (bound) *bound = ntohs(address.sin_port);
-    return s;
-}
-
 }  // namespace
 
 LoopbackServer::LoopbackServer(std::string root, int refuseFirst)
     : root_(std::move(root)), refuse_(refuseFirst) {
-    SOCKET s = listenOnLoopback(kAppServerPort, 16);
+    static const bool winsock = [] {
+        WSADATA data;
+        return WSAStartup(MAKEWORD(2, 2), &data) == 0;
+    }();
+    SOCKET s = winsock ? socket(AF_INET, SOCK_STREAM, IPPROTO_TCP) : INVALID_SOCKET;
     if (s == INVALID_SOCKET) return;
+    BOOL yes = TRUE;
+    setsockopt(s, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
+    sockaddr_in address = {};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(kAppServerPort);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    if (bind(s, reinterpret_cast<sockaddr*>(&address), sizeof address) || listen(s, 16)) {
+        closesocket(s);
+        return;
+    }
     socket_ = s;
-    thread_ = std::thread([this] { serve(); });
+    if (!root_.empty()) thread_ = std::thread([this] { serve(); });
 }
 
 LoopbackServer::~LoopbackServer() {
@@ -105,20 +91,4 @@ void LoopbackServer::serve() {
         shutdown(client, SD_SEND);
         closesocket(client);
     }
-}
-
-SilentServer::SilentServer(int port) {
-    int bound = 0;
-    SOCKET s = listenOnLoopback(port, 64, &bound);
-    if (s == INVALID_SOCKET) return;
-    socket_ = s;
-    port_ = bound;
-}
-
-SilentServer::~SilentServer() {
-    if (listening()) closesocket(static_cast<SOCKET>(socket_));
-}
-
-std::string SilentServer::host() const {
-    return "127.0.0.1:" + std::to_string(port_);
 }

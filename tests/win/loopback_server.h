@@ -11,7 +11,9 @@
 class LoopbackServer {
   public:
     // Serves the files under root (a Windows path) as "/update/..." (so
-    // examples/ is served as the publisher's "/update/" folder).
+    // examples/ is served as the publisher's "/update/" folder). With root ""
+    // it accepts nothing: the system completes each connection and the request
+    // waits for a reply that never comes.
     explicit LoopbackServer(std::string root, int refuseFirst = 0);
     ~LoopbackServer();
     LoopbackServer(const LoopbackServer&) = delete;
@@ -34,21 +36,3 @@ class LoopbackServer {
 };
 
 inline constexpr int kAppServerPort = 47632;
-
-// A server that listens and accepts nothing: the system completes each
-// connection and the request waits for a reply that never comes.
-class SilentServer {
-  public:
-    explicit SilentServer(int port = 0);  // 0: any free port
-    ~SilentServer();
-    SilentServer(const SilentServer&) = delete;
-    SilentServer& operator=(const SilentServer&) = delete;
-
-    bool listening() const { return socket_ != ~0ull; }
-    // "127.0.0.1:port"
-    std::string host() const;
-
-  private:
-    unsigned long long socket_ = ~0ull;
-    int port_ = 0;
-};

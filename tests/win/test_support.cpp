@@ -19,19 +19,16 @@ Canvas::Canvas(int width, int height, COLORREF colour) : width_(width), height_(
     dc_ = CreateCompatibleDC(nullptr);
     bitmap_ = CreateDIBSection(dc_, &info, DIB_RGB_COLORS, &bits_, nullptr, 0);
     old_ = SelectObject(dc_, bitmap_);
-    fill({0, 0, width, height}, colour);
+    const RECT all = {0, 0, width, height};
+    HBRUSH brush = CreateSolidBrush(colour);
+    FillRect(dc_, &all, brush);
+    DeleteObject(brush);
 }
 
 Canvas::~Canvas() {
     SelectObject(dc_, old_);
     DeleteObject(bitmap_);
     DeleteDC(dc_);
-}
-
-void Canvas::fill(const RECT& r, COLORREF colour) {
-    HBRUSH brush = CreateSolidBrush(colour);
-    FillRect(dc_, &r, brush);
-    DeleteObject(brush);
 }
 
 std::vector<uint32_t> Canvas::pixels(const RECT& r) const {
@@ -123,31 +120,16 @@ std::string clipboardText() {
     return text;
 }
 
-bool trustTestAuthority(bool trusted) {
+bool trustTestAuthority() {
     std::ifstream in(testEnv("HERALDER_HTTPS_CA"), std::ios::binary);
     const std::string der((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
     HCERTSTORE store =
         CertOpenStore(CERT_STORE_PROV_SYSTEM_A, 0, 0, CERT_SYSTEM_STORE_LOCAL_MACHINE, "Root");
     PCCERT_CONTEXT authority = CertCreateCertificateContext(
         X509_ASN_ENCODING, reinterpret_cast<const BYTE*>(der.data()), DWORD(der.size()));
-    BYTE sha1[20];
-    DWORD size = sizeof sha1;
-    bool ok = store && authority;
-    if (ok && trusted) {
-        ok = CertAddCertificateContextToStore(store, authority, CERT_STORE_ADD_REPLACE_EXISTING,
-                                              nullptr);
-    } else if (ok &&
-               CertGetCertificateContextProperty(authority, CERT_SHA1_HASH_PROP_ID, sha1, &size)) {
-        // Wine's crypt32 reports a deletion from this store as done and keeps
-        // the certificate; its registry key, named by the SHA-1 thumbprint, goes.
-        std::string key = "Software\\Microsoft\\SystemCertificates\\Root\\Certificates\\";
-        char hex[3];
-        for (DWORD i = 0; i < size; ++i) key.append(hex, std::snprintf(hex, 3, "%02X", sha1[i]));
-        const LONG deleted = RegDeleteKeyA(HKEY_LOCAL_MACHINE, key.c_str());
-        ok = deleted == ERROR_SUCCESS || deleted == ERROR_FILE_NOT_FOUND;
-    } else {
-        ok = false;
-    }
+    const bool ok = store && authority &&
+                    CertAddCertificateContextToStore(store, authority,
+                                                     CERT_STORE_ADD_REPLACE_EXISTING, nullptr);
     if (authority) CertFreeCertificateContext(authority);
     if (store) CertCloseStore(store, 0);
     return ok;

@@ -23,7 +23,6 @@ class Canvas {
     int width() const { return width_; }
     int height() const { return height_; }
     COLORREF at(int x, int y) const { return GetPixel(dc_, x, y); }
-    void fill(const RECT& r, COLORREF colour);
     // Pixels of r row by row as 0x00RRGGBB; the whole canvas by default.
     std::vector<uint32_t> pixels() const { return pixels({0, 0, width_, height_}); }
     std::vector<uint32_t> pixels(const RECT& r) const;
@@ -44,10 +43,10 @@ void saveWindowScreenshot(HWND hwnd, const std::string& name);
 // Deletes the files (not the subfolders) of folder, which ends in a backslash.
 void deleteFilesIn(const std::string& folder);
 
-// Trusts (or no longer trusts) the HTTPS tests' certificate authority
-// (HERALDER_HTTPS_CA) in this throw-away prefix only: Wine's crypt32 keeps the
-// machine's root store in the prefix's registry.
-bool trustTestAuthority(bool trusted = true);
+// Trusts the HTTPS tests' certificate authority (HERALDER_HTTPS_CA) in this
+// throw-away prefix only: Wine's crypt32 keeps the machine's root store in the
+// prefix's registry.
+bool trustTestAuthority();
 
 bool pathExists(const std::string& path);  // a file or a folder
 std::string clipboardText();               // "" when it holds no text
