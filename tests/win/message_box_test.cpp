@@ -1,12 +1,7 @@
 // The message boxes opened for real from their templates and driven as a user
-// would: what each operation shows and answers, the
-// "show again" round trip, Help, copying, and the string loader. Where each
-// part goes and how the box grows with its text are checked natively.
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
+// would: what each operation shows and answers, the "show again" round trip,
+// Help, copying, and the string loader. Where each part goes and how the box
+// grows with its text are checked natively.
 #include "resources/resource.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/test_support.h"
@@ -17,8 +12,7 @@ namespace {
 
 constexpr char kText[] = "The update document has been read.";
 
-// Runs open() while a driver plays script against the box it opens; false
-// when no box appeared.
+// Whether a box appeared while open() ran, script playing against it.
 bool withBox(const std::function<void()>& open, const DialogDriver::Script& script) {
     DialogDriver driver(script);
     open();
@@ -82,7 +76,6 @@ TEST(MessageBoxes, EachOperationShowsItsButtonsAndAnswers) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
         DialogDriver driver([&](HWND box) {
-            saveWindowScreenshot(box, std::string("msgbox_") + c.name);
             EXPECT_EQ((GetWindowLongA(box, GWL_STYLE) & WS_CAPTION) == WS_CAPTION, *c.caption != 0);
             EXPECT_EQ(windowText(box), c.caption);
             EXPECT_EQ(itemText(box, IDC_MESSAGETEXT), kText);
