@@ -1,11 +1,7 @@
-// The About box under Wine: the version filled into its notice, and the
-// staff's Shift action through the main window's command, read back from the
-// clipboard. Its keys and looks are checked with every window (scale_test).
-#include <gtest/gtest.h>
-
+// The About box under Wine. Its keys and looks are checked with every window
+// (scale_test).
 #include <optional>
 #include <regex>
-#include <string>
 
 #include "resources/resource.h"
 #include "shell/sound_win.h"

@@ -1,12 +1,6 @@
-// The alert window and the version notice under Wine, opened from their real
-// templates and driven as a user would: what they make of the item, the
-// height fitted to the text, Go, the pictures and the sound. A stand-in
-// opener takes the place of the shell, so no test ever starts a browser.
-#include <gtest/gtest.h>
-
+// The alert window and the version notice under Wine, from their templates. A
+// stand-in opener takes the place of the shell, so no test starts a browser.
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "base/win_handles.h"
 #include "notify/alert_box_win.h"
@@ -44,7 +38,6 @@ class NotifyWindows : public testing::Test {
         deleteFilesIn(imagesFolder());
     }
 
-    // The alert window, or the version notice when version is set.
     int runWindow(bool version, UpdateItem& item, const DialogDriver::Script& script) {
         const NotifyLook look{nullptr, brush_.get()};
         return runDriven(

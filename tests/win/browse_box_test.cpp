@@ -1,8 +1,5 @@
-// The item browser under Wine, from its template: every field of the item
-// and Go through the shell. The main window's Shift + double click is checked
-// with the main window.
-#include <gtest/gtest.h>
-
+// The item browser under Wine, from its template. The main window's Shift +
+// double click is checked with the main window.
 #include <optional>
 
 #include "notify/browse_box_win.h"
@@ -14,10 +11,8 @@
 
 namespace {
 
-// While alive, the machine's "http" protocol is opened by command (the value
-// the shell reads); the prefix's own command comes back afterwards. Only the
-// recorder or a program that does not exist ever stands there, so no real
-// browser can start.
+// While alive, the machine's "http" protocol is opened by command; only the
+// recorder or a missing program ever stands there, so no browser can start.
 class HttpHandler {
   public:
     explicit HttpHandler(const std::string& command) : had_(read(HKEY_LOCAL_MACHINE, kKey, old_)) {

@@ -1,10 +1,6 @@
-// The colour picker under Wine: its six fields kept in step both ways, the
-// colour it gives back, and its table file: no line lost, another table
-// opened, a table too large to read or to write reported and left alone.
-#include <gtest/gtest.h>
-
+// The colour picker under Wine: its fields, the colour it gives back and its
+// table file, which no failure may lose lines of.
 #include <array>
-#include <string>
 
 #include "base/file_io.h"
 #include "dialogs/colour_picker_win.h"
@@ -38,8 +34,7 @@ Names entries(HWND box) {
 
 class ColourPickerTest : public testing::Test {
   protected:
-    // Opens the picker on table (a file name under the test's folder) holding
-    // content, or none when content is null, and plays script against it.
+    // The picker on table (under the test's folder) holding content, or none.
     bool pick(const char* table, const char* content, const DialogDriver::Script& script) {
         table_ = folder_ + table;
         DeleteFileA(table_.c_str());

@@ -1,11 +1,6 @@
-// The first-run sign-up under Wine, from its template: the stored choice it
-// shows, what it leaves in the settings and the Startup folder, the page it
-// opens through the recorder and the warning about an older installation.
-// Which switches run the sign-up is checked natively (CommandLine).
-#include <gtest/gtest.h>
-
+// The first-run sign-up under Wine, from its template. Which switches run it
+// is checked natively (CommandLine).
 #include <optional>
-#include <string>
 
 #include "base/file_io.h"
 #include "dialogs/init_config.h"

@@ -1,7 +1,4 @@
-// Row markers drawn into memory and read back: every pixel of each picture is
-// the blend of the embedded artwork over the row's background, placed where
-// the row's geometry says; the bevelled square appears when no picture can be
-// had.
+// Row markers drawn into memory and read back pixel by pixel.
 #include <gtest/gtest.h>
 
 #include <tuple>
@@ -72,7 +69,6 @@ TEST(ListMarker, PictureIsTheArtworkBlendedOverTheRowBackground) {
                     ASSERT_EQ(canvas.at(12 + x, 23 + y), blend(source, bg.seen)) << x << "," << y;
                 }
             }
-            // Untouched surroundings.
             for (auto [x, y] : {std::pair{11, 23}, {28, 23}, {12, 22}, {12, 39}})
                 EXPECT_EQ(canvas.at(x, y), bg.seen) << x << "," << y;
             // The ball's middle has its importance's colour.

@@ -1,7 +1,5 @@
-// The main window inside the test program: Go against the test's own loopback
-// server, with the retries of update mode shortened, the menu states around a
-// fetch, the automatic run it posts, a row's double click, and the end of a
-// session.
+// The main window inside the test program, fetching from the test's own
+// loopback server with the retries of update mode shortened.
 #include <optional>
 
 #include "app/app_win.h"

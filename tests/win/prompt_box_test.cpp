@@ -1,7 +1,5 @@
-// The multiple-items prompt under Wine, from its template: the count it
-// explains, OK waiting for a choice, the threshold field, and each answer
-// carried out on a real seen list and Startup folder. When the prompt comes
-// is checked by the run's own tests and in heralder.exe (prompt_process_test).
+// The multiple-items prompt under Wine, from its template, on a real seen list
+// and Startup folder. When it comes is checked by the run's own tests.
 #include "base/file_io.h"
 #include "feed/seen_list.h"
 #include "notify/prompt_box_win.h"

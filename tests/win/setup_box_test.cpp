@@ -1,6 +1,5 @@
-// The Setup dialog under Wine, from its template: the record to the controls
-// and back (OK) or not (Cancel), the preview's rules, a colour picked then
-// cancelled, and the main window's work after the dialog closes.
+// The Setup dialog under Wine, from its template, and the main window's work
+// after it closes.
 #include <algorithm>
 
 #include "app/app_win.h"

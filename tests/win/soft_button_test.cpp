@@ -1,10 +1,5 @@
-// Soft buttons in a test dialog: in every style they stay push buttons for
-// mouse and keys, show enabling and the mouse at once, each state looks
-// different, and high contrast uses system colours only. The default button
-// following the focus is checked in every real window (scale_test).
-#include <gtest/gtest.h>
-
-#include <functional>
+// Soft buttons in a test dialog. The default button following the focus is
+// checked in every real window (scale_test).
 #include <set>
 
 #include "base/win_handles.h"
@@ -31,7 +26,6 @@ std::vector<uint32_t> pixelsOf(HWND control) {
     return shown.pixels();
 }
 
-// Pumps the dialog's messages for up to a second until done() holds.
 bool waitFor(HWND dialog, const std::function<bool()>& done) {
     for (int i = 0; i < 100; ++i, Sleep(10)) {
         pumpDialog(dialog);

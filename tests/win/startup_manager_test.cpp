@@ -1,10 +1,7 @@
-// The startup manager under Wine: the stored choice it shows, what Close and
-// Cancel do with it, and the shortcut it leaves in the prefix's Startup
-// folder, read back both through the shell's own link object and with an
-// independent reader (exiftool, run as a Unix program from the test).
+// The startup manager under Wine; its shortcut is read back through the
+// shell's own link object and with an independent reader (exiftool).
 #include "dialogs/startup_manager_win.h"
 #include "resources/resource.h"
-#include "settings/settings.h"
 #include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"

@@ -1,6 +1,4 @@
-// System information under Wine: the facts gathered from a data folder the
-// test lays out, the dialog showing the report, Copy putting all of it on the
-// clipboard, and the main window's menu command opening it.
+// System information under Wine, gathered from a data folder the test lays out.
 #include "base/file_io.h"
 #include "dialogs/system_info_win.h"
 #include "resources/resource.h"
