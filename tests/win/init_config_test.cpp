@@ -36,30 +36,26 @@ class InitConfig : public SettingsTest {
 // Close stores and applies the choice; Escape only marks the sign-up done.
 TEST_F(InitConfig, ShowsTheStoredChoiceAndCloseAppliesIt) {
     const struct {
-        uint32_t stored;
-        bool linkBefore;
-        int shown;   // checked besides Manual; 0 none
-        int radio;   // clicked first; 0 none
-        bool close;  // Close, else Escape
-        uint32_t wantStored;
-        bool wantLink;
+        uint32_t stored;      // with its link when Automatic
+        int shown, radio;     // checked besides Manual, clicked first; 0 none
+        bool close;           // Close, else Escape
+        uint32_t wantStored;  // the link is there with Automatic only
     } cases[] = {
         // Automatic stored, untouched: Manual.
-        {kStartupAutomatic, true, IDC_INITCONFIG_AUTOMATIC, 0, true, kStartupManual, false},
-        {kStartupManual, false, 0, IDC_INITCONFIG_AUTOMATIC, true, kStartupAutomatic, true},
-        {0, false, 0, IDC_INITCONFIG_MANUAL, true, kStartupManual, false},
+        {kStartupAutomatic, IDC_INITCONFIG_AUTOMATIC, 0, true, kStartupManual},
+        {kStartupManual, 0, IDC_INITCONFIG_AUTOMATIC, true, kStartupAutomatic},
+        {0, 0, IDC_INITCONFIG_MANUAL, true, kStartupManual},
         // Escape keeps the link, or makes none.
-        {kStartupAutomatic, true, IDC_INITCONFIG_AUTOMATIC, IDC_INITCONFIG_MANUAL, false,
-         kStartupAutomatic, true},
-        {kStartupManual, false, 0, IDC_INITCONFIG_AUTOMATIC, false, kStartupManual, false},
+        {kStartupAutomatic, IDC_INITCONFIG_AUTOMATIC, IDC_INITCONFIG_MANUAL, false,
+         kStartupAutomatic},
+        {kStartupManual, 0, IDC_INITCONFIG_AUTOMATIC, false, kStartupManual},
         // The stored number marks the control of that id, whatever it is.
-        {IDC_INITCONFIG_NEWSLETTER, false, IDC_INITCONFIG_NEWSLETTER, 0, false,
-         IDC_INITCONFIG_NEWSLETTER, false},
+        {IDC_INITCONFIG_NEWSLETTER, IDC_INITCONFIG_NEWSLETTER, 0, false, IDC_INITCONFIG_NEWSLETTER},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(&c - cases);
         DeleteFileA(link_.c_str());
-        if (c.linkBefore) applyStartupOption(nullptr, kStartupAutomatic);
+        if (c.stored == kStartupAutomatic) applyStartupOption(nullptr, kStartupAutomatic);
         settings_.InitConfigDone = 0;
         settings_.StartupOptions = c.stored;
         const INT_PTR result = runDriven(
@@ -75,7 +71,7 @@ TEST_F(InitConfig, ShowsTheStoredChoiceAndCloseAppliesIt) {
         EXPECT_EQ(result, c.close ? 1 : 0);
         EXPECT_EQ(settings_.InitConfigDone, 1u);
         EXPECT_EQ(settings_.StartupOptions, c.wantStored);
-        EXPECT_EQ(pathExists(link_), c.wantLink);
+        EXPECT_EQ(pathExists(link_), c.wantStored == kStartupAutomatic);
     }
 }
 

@@ -52,8 +52,7 @@ TEST(MessageBoxes, EachOperationShowsItsButtonsAndAnswers) {
         const char* caption;        // "": no title bar
         const char* buttons[3];     // first, No, Cancel
         bool showAgain, untick;
-        int press;  // the button clicked; 0: Escape
-        int result;
+        int press, result;  // press: the button clicked; 0: Escape
     } cases[] = {
         // clang-format off
         {"showMessage", [] { return showMessage(nullptr, kText), -1; }, "Message",

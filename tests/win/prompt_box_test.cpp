@@ -40,8 +40,7 @@ class MultipleItemPrompt : public testing::Test {
 // bounded.
 TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOutAndTheThresholdKept) {
     const struct {
-        int choice;
-        int goOn;
+        int choice, goOn;
         const char* seenAfter;
         uint32_t startupAfter;  // the link is there with Automatic only
         uint32_t countBefore;

@@ -64,15 +64,13 @@ TEST(SoftButtons, EveryStyleKeepsPushButtonsForMouseAndKeyboard) {
         int focus;  // 0: where the dialog puts it (the numeric field)
         std::vector<UINT> keys;
         UINT sysChar;  // Alt + this letter, after the keys
-        int click;     // BM_CLICK on this button, after the rest
         INT_PTR expected;
     } cases[] = {
-        {"click Cancel", 0, {}, 0, IDC_CANCELBUTTON, IDCANCEL},
-        {"Tab from Help to the field, Enter", IDC_HELPBUTTON, {VK_TAB, VK_RETURN}, 0, 0, IDOK},
-        {"Escape", IDC_HELPBUTTON, {VK_ESCAPE}, 0, 0, IDCANCEL},
-        {"Tab twice from OK, Enter", IDC_BUTTON1, {VK_TAB, VK_TAB, VK_RETURN}, 0, 0, IDHELP},
-        {"Space on Cancel", IDC_CANCELBUTTON, {VK_SPACE}, 0, 0, IDCANCEL},
-        {"Alt+H", 0, {}, 'h', 0, IDHELP},
+        {"Tab from Help to the field, Enter", IDC_HELPBUTTON, {VK_TAB, VK_RETURN}, 0, IDOK},
+        {"Escape", IDC_HELPBUTTON, {VK_ESCAPE}, 0, IDCANCEL},
+        {"Tab twice from OK, Enter", IDC_BUTTON1, {VK_TAB, VK_TAB, VK_RETURN}, 0, IDHELP},
+        {"Space on Cancel", IDC_CANCELBUTTON, {VK_SPACE}, 0, IDCANCEL},
+        {"Alt+H", 0, {}, 'h', IDHELP},
     };
     SetCursorPos(0, 0);  // away from the dialog, so that no button is drawn hot
     for (uint32_t style = kSoftButtonsNone; style <= kSoftButtonsWedge; ++style)
@@ -84,7 +82,8 @@ TEST(SoftButtons, EveryStyleKeepsPushButtonsForMouseAndKeyboard) {
             });
             DialogDriver driver([&](HWND dialog) {
                 EXPECT_EQ(isSoftButton(GetDlgItem(dialog, IDC_TEST_DISABLED)), style != 0);
-                if (style != 0 && c.click) expectChangesShow(dialog);
+                // A click on a soft button is checked with every window (Help).
+                if (style != 0 && c.sysChar) expectChangesShow(dialog);
                 if (c.focus)
                     SendMessageA(dialog, WM_NEXTDLGCTL,
                                  reinterpret_cast<WPARAM>(GetDlgItem(dialog, c.focus)), TRUE);
@@ -93,7 +92,6 @@ TEST(SoftButtons, EveryStyleKeepsPushButtonsForMouseAndKeyboard) {
                     PostMessageA(GetFocus(), WM_SYSCHAR, c.sysChar, 1 << 29);
                     pumpDialog(dialog);
                 }
-                if (c.click) clickItem(dialog, c.click);
                 if (IsWindowVisible(dialog)) EndDialog(dialog, -2);
             });
             EXPECT_EQ(box.run(), c.expected);

@@ -42,31 +42,28 @@ class StartupManager : public testing::Test {
 TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
     const struct {
         const char* what;
-        uint32_t stored;
-        bool linkBefore;
-        int radio;  // clicked before closing; 0 none
+        uint32_t stored;  // with a link when Automatic
+        int radio;        // clicked before closing; 0 none
         int button;
         uint32_t wantStored;  // the link is there with Automatic only
     } cases[] = {
-        {"Automatic creates", kStartupManual, false, IDC_STARTUP_AUTOMATIC, IDC_BUTTON1,
+        {"Automatic creates", kStartupManual, IDC_STARTUP_AUTOMATIC, IDC_BUTTON1,
          kStartupAutomatic},
-        {"Automatic rewrites the one link", kStartupAutomatic, true, 0, IDC_BUTTON1,
-         kStartupAutomatic},
-        {"Manual deletes", kStartupAutomatic, true, IDC_STARTUP_MANUAL, IDC_BUTTON1,
-         kStartupManual},
-        {"Manual with nothing to delete", kStartupManual, false, 0, IDC_BUTTON1, kStartupManual},
-        {"neither checked means Automatic", 0, false, 0, IDC_BUTTON1, kStartupAutomatic},
-        {"Cancel keeps the link and the setting", kStartupAutomatic, true, IDC_STARTUP_MANUAL,
+        {"Automatic rewrites the one link", kStartupAutomatic, 0, IDC_BUTTON1, kStartupAutomatic},
+        {"Manual deletes", kStartupAutomatic, IDC_STARTUP_MANUAL, IDC_BUTTON1, kStartupManual},
+        {"Manual with nothing to delete", kStartupManual, 0, IDC_BUTTON1, kStartupManual},
+        {"neither checked means Automatic", 0, 0, IDC_BUTTON1, kStartupAutomatic},
+        {"Cancel keeps the link and the setting", kStartupAutomatic, IDC_STARTUP_MANUAL,
          IDC_CANCELBUTTON, kStartupAutomatic},
-        {"Cancel creates nothing", kStartupManual, false, IDC_STARTUP_AUTOMATIC, IDC_CANCELBUTTON,
+        {"Cancel creates nothing", kStartupManual, IDC_STARTUP_AUTOMATIC, IDC_CANCELBUTTON,
          kStartupManual},
-        {"an unknown value shows neither", 7, false, 0, IDC_CANCELBUTTON, 7},
+        {"an unknown value shows neither", 7, 0, IDC_CANCELBUTTON, 7},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         DeleteFileA(link_.c_str());
         // Cancel must leave even a link that disagrees with the setting alone.
-        if (c.linkBefore) applyStartupOption(nullptr, 7);
+        if (c.stored == kStartupAutomatic) applyStartupOption(nullptr, 7);
         settings_.StartupOptions = c.stored;
         const bool ok = c.button == IDC_BUTTON1, link = c.wantStored == kStartupAutomatic;
         const INT_PTR result =
