@@ -1,6 +1,5 @@
 // The About box under Wine. Its keys and looks are checked with every window
 // (scale_test).
-#include <optional>
 #include <regex>
 
 #include "resources/resource.h"
@@ -21,9 +20,9 @@ TEST(AboutBox, ShiftPutsAFreshGuidOnTheClipboardAfterTheBoxCloses) {
     for (const bool shift : {false, true, true}) {
         runDriven(
             [&] {
-                std::optional<HeldKey> held;
-                if (shift) held.emplace(VK_SHIFT);
-                return SendMessageA(main.hwnd(), WM_COMMAND, IDM_ABOUT, 0);
+                withKeyHeld(shift ? VK_SHIFT : 0,
+                            [&] { SendMessageA(main.hwnd(), WM_COMMAND, IDM_ABOUT, 0); });
+                return 0;
             },
             [&](HWND box) {
                 EXPECT_EQ(clipboardText(), previous);

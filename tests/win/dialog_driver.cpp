@@ -137,16 +137,14 @@ LOGFONTA fontOf(HWND control) {
     return font;
 }
 
-HeldKey::HeldKey(UINT vk) {
-    BYTE held[256];
-    GetKeyboardState(held);
-    std::copy(held, held + 256, saved_);
-    held[vk] = 0x80;
+void withKeyHeld(UINT vk, const std::function<void()>& action) {
+    BYTE saved[256], held[256];
+    GetKeyboardState(saved);
+    std::copy(saved, saved + 256, held);
+    if (vk) held[vk] = 0x80;
     SetKeyboardState(held);
-}
-
-HeldKey::~HeldKey() {
-    SetKeyboardState(saved_);
+    action();
+    SetKeyboardState(saved);
 }
 
 void expectHelpOpensTopic(HWND dialog, const std::string& topic, Settings& settings) {

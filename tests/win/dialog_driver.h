@@ -57,17 +57,8 @@ std::vector<std::string> comboEntries(HWND dialog, int id);
 std::vector<std::string> listEntries(HWND dialog, int id);
 LOGFONTA fontOf(HWND control);
 
-// Holds a key down in this thread's keyboard state while alive.
-class HeldKey {
-  public:
-    explicit HeldKey(UINT vk);
-    ~HeldKey();
-    HeldKey(const HeldKey&) = delete;
-    HeldKey& operator=(const HeldKey&) = delete;
-
-  private:
-    BYTE saved_[256] = {};
-};
+// Runs action with key vk (none when 0) held down in this thread's keyboard state.
+void withKeyHeld(UINT vk, const std::function<void()>& action);
 
 // A test whose dialogs read and change a fresh settings record.
 class SettingsTest : public testing::Test {

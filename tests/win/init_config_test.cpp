@@ -34,33 +34,56 @@ class InitConfig : public SettingsTest {
 // The stored choice shows in the radios (Manual always, as the first run
 // knows no better), in a window on top of whatever else starts at logon.
 // Close stores and applies the choice; Escape only marks the sign-up done.
-TEST_F(InitConfig, ShowsTheStoredChoiceAndCloseAppliesIt) {
+// After either comes the check for an older installation: a warning only when
+// its program is still there, worded for the system. A sign-up done before
+// shows nothing and skips the check.
+TEST_F(InitConfig, ShowsTheStoredChoiceAppliesItAndWarnsOfAnOldInstallation) {
     const struct {
         uint32_t stored;      // with its link when Automatic
         int shown, radio;     // checked besides Manual, clicked first; 0 none
         bool close;           // Close, else Escape
         uint32_t wantStored;  // the link is there with Automatic only
+        int old;  // an older installation: 0 none, 1 its INI, 2 its program too, 3 as 2 with
+                  // no backslash after the folder in the INI
+        uint32_t platform;
+        const char* warning;  // the Control Panel item it names; nullptr none
     } cases[] = {
         // Automatic stored, untouched: Manual.
-        {kStartupAutomatic, IDC_INITCONFIG_AUTOMATIC, 0, true, kStartupManual},
-        {kStartupManual, 0, IDC_INITCONFIG_AUTOMATIC, true, kStartupAutomatic},
-        {0, 0, IDC_INITCONFIG_MANUAL, true, kStartupManual},
+        {kStartupAutomatic, IDC_INITCONFIG_AUTOMATIC, 0, true, kStartupManual, 0, 18, nullptr},
+        {kStartupManual, 0, IDC_INITCONFIG_AUTOMATIC, true, kStartupAutomatic, 1, 18, nullptr},
+        {0, 0, IDC_INITCONFIG_MANUAL, true, kStartupManual, 2, 12, "Add or Remove Programs"},
         // Escape keeps the link, or makes none.
         {kStartupAutomatic, IDC_INITCONFIG_AUTOMATIC, IDC_INITCONFIG_MANUAL, false,
-         kStartupAutomatic},
-        {kStartupManual, 0, IDC_INITCONFIG_AUTOMATIC, false, kStartupManual},
+         kStartupAutomatic, 3, 19, "Programs and Features"},
+        {kStartupManual, 0, IDC_INITCONFIG_AUTOMATIC, false, kStartupManual, 0, 18, nullptr},
         // The stored number marks the control of that id, whatever it is.
-        {IDC_INITCONFIG_NEWSLETTER, IDC_INITCONFIG_NEWSLETTER, 0, false, IDC_INITCONFIG_NEWSLETTER},
+        {IDC_INITCONFIG_NEWSLETTER, IDC_INITCONFIG_NEWSLETTER, 0, false, IDC_INITCONFIG_NEWSLETTER,
+         2, 18, "Programs and Features"},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(&c - cases);
-        DeleteFileA(link_.c_str());
+        TearDown();
         if (c.stored == kStartupAutomatic) applyStartupOption(nullptr, kStartupAutomatic);
+        const std::string folder =
+            c.old == 3 ? oldFolder_.substr(0, oldFolder_.size() - 1) : oldFolder_;
+        if (c.old) {
+            WritePrivateProfileStringA(kOldInstallationSection, kOldInstallationKey, folder.c_str(),
+                                       oldIni_.c_str());
+        }
+        if (c.old >= 2) {
+            ASSERT_TRUE(writeFileBytes(oldFolder_ + kOldInstallationProgram, {}));
+        }
         settings_.InitConfigDone = 0;
         settings_.StartupOptions = c.stored;
+        std::optional<DialogDriver> warning;
+        std::string shown;
         const INT_PTR result = runDriven(
-            [&] { return runInitConfig(nullptr, settings_, 18); },
+            [&] { return runInitConfig(nullptr, settings_, c.platform); },
             [&](HWND box) {
+                warning.emplace([&](HWND message) {
+                    shown = itemText(message, IDC_MESSAGETEXT);
+                    clickItem(message, IDC_BUTTON1);
+                });
                 EXPECT_TRUE(GetWindowLongA(box, GWL_EXSTYLE) & WS_EX_TOPMOST);
                 for (int id : {IDC_INITCONFIG_AUTOMATIC, IDC_INITCONFIG_NEWSLETTER})
                     EXPECT_EQ(IsDlgButtonChecked(box, id), UINT(id == c.shown)) << id;
@@ -72,7 +95,19 @@ TEST_F(InitConfig, ShowsTheStoredChoiceAndCloseAppliesIt) {
         EXPECT_EQ(settings_.InitConfigDone, 1u);
         EXPECT_EQ(settings_.StartupOptions, c.wantStored);
         EXPECT_EQ(pathExists(link_), c.wantStored == kStartupAutomatic);
+        EXPECT_EQ(shown, c.warning ? "There is an earlier installation of Heralder installed on "
+                                     "your system.\n\nPlease open the " +
+                                         std::string(c.warning) +
+                                         " option in the Windows Control Panel and uninstall QMK "
+                                         "Heralder."
+                                   : "");
     }
+    // The last old installation is still there.
+    settings_.InitConfigDone = 1;
+    DialogDriver none([](HWND box) { EndDialog(box, 0); });
+    runInitConfig(nullptr, settings_, 18);
+    EXPECT_FALSE(none.ran());
+    EXPECT_EQ(settings_.StartupOptions, unsigned(IDC_INITCONFIG_NEWSLETTER));
 }
 
 TEST_F(InitConfig, NewsletterOpensMaximisedOnClose) {
@@ -91,59 +126,6 @@ TEST_F(InitConfig, NewsletterOpensMaximisedOnClose) {
     EXPECT_EQ(records[0].commandLine,
               shellCommandLine(recorderPath(), newsletterAddress(publisherServerHost())));
     EXPECT_EQ(records[0].show, SW_SHOWMAXIMIZED);
-}
-
-// After the sign-up, even one closed with Escape, comes the check for an older
-// installation: a warning only when its program is still there, worded for
-// the system. A sign-up done before shows nothing and skips the check.
-TEST_F(InitConfig, WarnsAboutAnOldInstallationAfterTheSignUp) {
-    const struct {
-        bool ini;
-        std::string folder;
-        bool program;
-        uint32_t platform;
-        bool done;
-        const char* wantItem;  // nullptr: no warning
-    } cases[] = {
-        {false, "", true, 18, false, nullptr},                          // no INI file
-        {true, oldFolder_, false, 18, false, nullptr},                  // no program there
-        {true, oldFolder_, true, 12, false, "Add or Remove Programs"},  // XP
-        {true, oldFolder_.substr(0, oldFolder_.size() - 1), true, 19, false,
-         "Programs and Features"},
-        {true, oldFolder_, true, 18, true, nullptr},  // signed up before
-    };
-    for (const auto& c : cases) {
-        SCOPED_TRACE(&c - cases);
-        TearDown();
-        if (c.ini) {
-            WritePrivateProfileStringA(kOldInstallationSection, kOldInstallationKey,
-                                       c.folder.c_str(), oldIni_.c_str());
-        }
-        if (c.ini && c.program) {
-            ASSERT_TRUE(writeFileBytes(oldFolder_ + kOldInstallationProgram, {}));
-        }
-        settings_.InitConfigDone = c.done;
-        settings_.StartupOptions = kStartupAutomatic;
-        std::optional<DialogDriver> warning;
-        std::string shown;
-        DialogDriver signUp([&](HWND box) {
-            warning.emplace([&](HWND message) {
-                shown = itemText(message, IDC_MESSAGETEXT);
-                clickItem(message, IDC_BUTTON1);
-            });
-            pressKey(box, VK_ESCAPE);
-        });
-        runInitConfig(nullptr, settings_, c.platform);
-        EXPECT_EQ(signUp.ran(), !c.done);
-        EXPECT_EQ(shown, c.wantItem ? "There is an earlier installation of Heralder installed on "
-                                      "your system.\n\nPlease open the " +
-                                          std::string(c.wantItem) +
-                                          " option in the Windows Control Panel and uninstall QMK "
-                                          "Heralder."
-                                    : "");
-        EXPECT_EQ(settings_.InitConfigDone, 1u);
-        EXPECT_EQ(settings_.StartupOptions, kStartupAutomatic);
-    }
 }
 
 }  // namespace

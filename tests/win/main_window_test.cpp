@@ -1,6 +1,5 @@
 // The main window inside the test program, fetching from the test's own
 // loopback server with the retries of update mode shortened.
-#include <optional>
 
 #include "app/app_win.h"
 #include "app/main_window_win.h"
@@ -90,9 +89,9 @@ TEST_F(MainWindowTest, DoubleClickOpensTheRowsItem) {
         std::string caption;
         runDriven(
             [&] {
-                std::optional<HeldKey> held;
-                if (shift) held.emplace(VK_SHIFT);
-                return notifyDialog(hwnd, IDC_ITEMLIST, LBN_DBLCLK), 0;
+                withKeyHeld(shift ? VK_SHIFT : 0,
+                            [&] { notifyDialog(hwnd, IDC_ITEMLIST, LBN_DBLCLK); });
+                return 0;
             },
             [&](HWND dialog) {
                 caption = windowText(dialog);

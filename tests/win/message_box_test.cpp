@@ -131,12 +131,12 @@ TEST(MessageBoxes, WhileOpenHelpCallsBackAndNoSecondBoxOpens) {
 // Ctrl+C copies the message with CR LF line ends, as the system's box does;
 // the box stays open until it is answered.
 TEST(MessageBoxes, CtrlCCopiesTheText) {
-    HeldKey control(VK_CONTROL);
-    EXPECT_TRUE(withBox([] { showMessage(nullptr, "First line\nsecond line"); },
-                        [&](HWND box) {
-                            pressKey(box, 'C');
-                            PostMessageA(GetDlgItem(box, IDC_BUTTON1), BM_CLICK, 0, 0);
-                        }));
+    EXPECT_TRUE(withBox(
+        [] { withKeyHeld(VK_CONTROL, [] { showMessage(nullptr, "First line\nsecond line"); }); },
+        [&](HWND box) {
+            pressKey(box, 'C');
+            PostMessageA(GetDlgItem(box, IDC_BUTTON1), BM_CLICK, 0, 0);
+        }));
     EXPECT_EQ(clipboardText(), "First line\r\nsecond line");
 }
 
