@@ -182,18 +182,15 @@ TEST(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer) 
         });
     EXPECT_EQ(windowText(window.hwnd()), "Quenmark Heralder");
     LOGFONTA font = {};
-    ASSERT_TRUE(app().alertFont);
-    GetObjectA(app().alertFont.get(), sizeof font, &font);
-    EXPECT_EQ(font.lfHeight, 16);
-    EXPECT_STREQ(font.lfFaceName, "Liberation Serif");
     LOGBRUSH brush = {};
+    GetObjectA(app().alertFont.get(), sizeof font, &font);
     GetObjectA(app().alertBackgroundBrush.get(), sizeof brush, &brush);
-    EXPECT_EQ(brush.lbColor, 17u);
+    EXPECT_EQ(std::tuple(font.lfHeight, std::string(font.lfFaceName), brush.lbColor),
+              std::tuple(16L, std::string("Liberation Serif"), COLORREF(17)));
     Settings read;
     ASSERT_TRUE(readSettingsFile(read, file));
-    EXPECT_EQ(read.AlertBackgroundColor, 17u);
-    EXPECT_EQ(read.AlertTextColor, 0x00FFFFFFu);
-    EXPECT_EQ(read.AllowINIUpdates, record.AllowINIUpdates);
+    EXPECT_EQ(std::tuple(read.AlertBackgroundColor, read.AlertTextColor, read.AllowINIUpdates),
+              std::tuple(17u, 0x00FFFFFFu, record.AllowINIUpdates));
     DeleteFileA(file.c_str());
 }
 
