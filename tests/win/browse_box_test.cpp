@@ -1,16 +1,9 @@
-// The item browser under Wine, from its template: every field of the item
-// and Go through the shell. The main window's Shift + double click is checked
-// with the main window.
-#include <gtest/gtest.h>
-
+// The item browser under Wine, from its template. The main window's Shift +
+// double click is checked with the main window.
 #include <optional>
-#include <string>
-#include <vector>
 
-#include "feed/installed_product.h"
 #include "notify/browse_box_win.h"
 #include "resources/resource.h"
-#include "settings/settings.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_items.h"
@@ -18,14 +11,11 @@
 
 namespace {
 
-// While alive, the machine's "http" protocol is opened by command (the value
-// the shell reads); the prefix's own command comes back afterwards. Only the
-// recorder or a program that does not exist ever stands there, so no real
-// browser can start.
+// While alive, the machine's "http" protocol is opened by command; only the
+// recorder or a missing program ever stands there, so no browser can start.
 class HttpHandler {
   public:
-    explicit HttpHandler(const std::string& command) {
-        had_ = read(HKEY_LOCAL_MACHINE, kKey, old_);
+    explicit HttpHandler(const std::string& command) : had_(read(HKEY_LOCAL_MACHINE, kKey, old_)) {
         set(command);
         std::string now;
         HKEY dde = nullptr;
@@ -38,8 +28,6 @@ class HttpHandler {
     ~HttpHandler() {
         if (had_) set(old_);
     }
-    HttpHandler(const HttpHandler&) = delete;
-    HttpHandler& operator=(const HttpHandler&) = delete;
     bool active() const { return active_; }  // the shell will run our command
 
   private:
@@ -47,24 +35,22 @@ class HttpHandler {
     static bool read(HKEY root, const char* key, std::string& value) {
         char text[1024] = {};
         DWORD size = sizeof text;
-        const bool found =
-            RegGetValueA(root, key, nullptr, RRF_RT_REG_SZ, nullptr, text, &size) == ERROR_SUCCESS;
+        const LSTATUS status =
+            RegGetValueA(root, key, nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
         value = text;
-        return found;
+        return status == ERROR_SUCCESS;
     }
     void set(const std::string& command) {
         RegSetKeyValueA(HKEY_LOCAL_MACHINE, kKey, nullptr, REG_SZ, command.c_str(),
                         static_cast<DWORD>(command.size() + 1));
     }
-    bool had_ = false, active_ = false;
     std::string old_;
+    bool had_ = false, active_ = false;
 };
-
-using BrowseBox = SettingsTest;
 
 // Every field of the item in its read-only control; the installed version
 // through the lookup (the product's own file is read in installed_product_test).
-TEST_F(BrowseBox, ShowsEveryFieldOfTheItem) {
+TEST(BrowseBox, ShowsEveryFieldOfTheItem) {
     runDriven(
         [&] {
             return showBrowseBox(nullptr, sampleVersion(), Settings{}, [](const UpdateItem&) {
@@ -72,30 +58,21 @@ TEST_F(BrowseBox, ShowsEveryFieldOfTheItem) {
             });
         },
         [&](HWND box) {
-            const struct {
-                int id;
-                const char* text;
-            } fields[] = {
-                {IDC_BROWSE_DATE, "11-20-2026"},
-                {IDC_BROWSE_ORIGINATOR, "Quenmark Software"},
-                {IDC_BROWSE_APPLICATION, "Ledger & Co"},
-                {IDC_BROWSE_VERSION, "3.0c (revision 2) (beta 1)"},
-                {IDC_BROWSE_KEYWORDS, "ledger, update"},
-                {IDC_BROWSE_TEXT, "Ledger 3.0c mends the totals.\r\nUpgrade from the web page."},
-                {IDC_BROWSE_SPARE, ""},
-                {IDC_BROWSE_REGISTERED, "-1"},
-                {IDC_BROWSE_EVALUATION, "0"},
-                {IDC_BROWSE_INIFILE, "ledger.ini"},
-                {IDC_BROWSE_INSTALLED, "2.1 revision 7"},
-                {IDC_BROWSE_SECTION, "Ledger"},
-                {IDC_BROWSE_URL, "http://www.quenmark.com/ledger"},
-                {IDC_BROWSE_IMPORTANCE, "2"},
-                {IDC_BROWSE_IGNOREUNTIL, "12-01-2026"},
-            };
-            for (const auto& f : fields) {
-                EXPECT_EQ(itemText(box, f.id), f.text) << f.id;
-                EXPECT_TRUE(GetWindowLongA(GetDlgItem(box, f.id), GWL_STYLE) & ES_READONLY);
+            const int ids[] = {IDC_BROWSE_DATE,    IDC_BROWSE_ORIGINATOR, IDC_BROWSE_APPLICATION,
+                               IDC_BROWSE_VERSION, IDC_BROWSE_KEYWORDS,   IDC_BROWSE_TEXT,
+                               IDC_BROWSE_SPARE,   IDC_BROWSE_REGISTERED, IDC_BROWSE_EVALUATION,
+                               IDC_BROWSE_INIFILE, IDC_BROWSE_INSTALLED,  IDC_BROWSE_SECTION,
+                               IDC_BROWSE_URL,     IDC_BROWSE_IMPORTANCE, IDC_BROWSE_IGNOREUNTIL};
+            std::string shown;
+            for (int id : ids) {
+                shown += itemText(box, id) + "|";
+                EXPECT_TRUE(GetWindowLongA(GetDlgItem(box, id), GWL_STYLE) & ES_READONLY) << id;
             }
+            EXPECT_EQ(
+                shown,
+                "11-20-2026|Quenmark Software|Ledger & Co|3.0c (revision 2) (beta 1)|ledger, "
+                "update|Ledger 3.0c mends the totals.\r\nUpgrade from the web page.||-1|0|"
+                "ledger.ini|2.1 revision 7|Ledger|http://www.quenmark.com/ledger|2|12-01-2026|");
             EXPECT_TRUE(itemEnabled(box, IDC_BROWSE_GO));
             clickItem(box, IDC_BUTTON1);
         });
@@ -103,7 +80,7 @@ TEST_F(BrowseBox, ShowsEveryFieldOfTheItem) {
 
 // Go hands the address to the shell, which starts the program registered for
 // it; when that fails the user is told, and the box stays either way.
-TEST_F(BrowseBox, GoOpensTheAddressThroughTheShell) {
+TEST(BrowseBox, GoOpensTheAddressThroughTheShell) {
     const std::string folder = scratchFolder("heralder_browse_test");
     for (const bool works : {true, false}) {
         HttpHandler handler("\"" + (works ? recorderPath() : folder + "missing.exe") + "\" \"%1\"");

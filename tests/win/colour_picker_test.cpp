@@ -1,10 +1,6 @@
-// The colour picker under Wine: its six fields kept in step both ways, the
-// colour it gives back, and its table file: no line lost, another table
-// opened, a table too large to read or to write reported and left alone.
-#include <gtest/gtest.h>
-
+// The colour picker under Wine: its fields, the colour it gives back and its
+// table file, which no failure may lose lines of.
 #include <array>
-#include <string>
 
 #include "base/file_io.h"
 #include "dialogs/colour_picker_win.h"
@@ -30,27 +26,32 @@ Fields fieldsOf(HWND box) {
     return shown;
 }
 
-std::vector<std::string> entries(HWND box) {
-    return listEntries(box, IDC_COLOUR_LIST);
-}
+using Names = std::vector<std::string>;
 
-void selectRow(HWND box, int row) {
-    ListBox_SetCurSel(GetDlgItem(box, IDC_COLOUR_LIST), row);
-    notifyDialog(box, IDC_COLOUR_LIST, LBN_SELCHANGE);
+Names entries(HWND box) {
+    return listEntries(box, IDC_COLOUR_LIST);
 }
 
 class ColourPickerTest : public testing::Test {
   protected:
-    std::string folder_ = scratchFolder("heralder_colour_test");
+    // The picker on table (under the test's folder) holding content, or none.
+    bool pick(const char* table, const char* content, const DialogDriver::Script& script) {
+        table_ = folder_ + table;
+        DeleteFileA(table_.c_str());
+        if (content) writeFileBytes(table_, {content});
+        return runDriven([&] { return INT_PTR(pickColour(nullptr, colour_, table_, style_)); },
+                         script);
+    }
+
+    std::string folder_ = scratchFolder("heralder_colour_test"), table_;
+    uint32_t colour_ = 0x000E41B7;  // Rust
+    uint32_t style_ = 0;            // soft buttons
 };
 
 TEST_F(ColourPickerTest, FieldsFollowEachOtherAndOkGivesTheColour) {
-    std::string table = folder_ + "fields.ccl";
-    DeleteFileA(table.c_str());
-    uint32_t colour = 0x000000FF;  // red
-    DialogDriver driver([&](HWND box) {
+    colour_ = 0x000000FF;  // red
+    EXPECT_TRUE(pick("fields.ccl", nullptr, [&](HWND box) {
         EXPECT_EQ(fieldsOf(box), (Fields{0, 240, 120, 255, 0, 0}));
-
         const struct {
             int field;
             const char* typed;
@@ -63,33 +64,30 @@ TEST_F(ColourPickerTest, FieldsFollowEachOtherAndOkGivesTheColour) {
             {IDC_COLOUR_GREEN, "999", {80, 240, 210, 191, 999, 191}},  // read as 255
         };
         for (const auto& s : steps) {
-            SCOPED_TRACE(s.typed);
             SetDlgItemTextA(box, s.field, s.typed);
-            EXPECT_EQ(fieldsOf(box), s.want);
+            EXPECT_EQ(fieldsOf(box), s.want) << s.typed;
         }
         // Leaving a field shows the value it stands for.
         notifyDialog(box, IDC_COLOUR_GREEN, EN_KILLFOCUS);
         EXPECT_EQ(itemText(box, IDC_COLOUR_GREEN), "255");
         clickItem(box, IDC_BUTTON1);
-    });
-    EXPECT_TRUE(pickColour(nullptr, colour, table, 0));
-    EXPECT_TRUE(driver.ran());
-    EXPECT_EQ(colour, 0x00BFFFBFu);
-    EXPECT_EQ(table, folder_ + "fields.ccl");
+    }));
+    EXPECT_EQ(colour_, 0x00BFFFBFu);
+    EXPECT_EQ(table_, folder_ + "fields.ccl");
 }
 
 TEST_F(ColourPickerTest, TableEntriesAreChosenAddedAndDeletedAndNoLineIsLost) {
-    const std::string table = folder_ + "named.ccl";
-    writeFileBytes(table,
-                   {"Sky=135,206,235\r\n; kept by hand\r\nRust=183,65,14\r\nbroken=1,2\r\n"});
-    std::string setting = table;
-    uint32_t colour = 0x000E41B7;  // Rust
-    DialogDriver driver([&](HWND box) {
-        EXPECT_EQ(entries(box), (std::vector<std::string>{"Sky", "Rust"}));
+    const auto selectRow = [](HWND box, int row) {
+        ListBox_SetCurSel(GetDlgItem(box, IDC_COLOUR_LIST), row);
+        notifyDialog(box, IDC_COLOUR_LIST, LBN_SELCHANGE);
+    };
+    style_ = 2;
+    const char* table = "Sky=135,206,235\r\n; kept by hand\r\nRust=183,65,14\r\nbroken=1,2\r\n";
+    EXPECT_FALSE(pick("named.ccl", table, [&](HWND box) {
+        EXPECT_EQ(entries(box), (Names{"Sky", "Rust"}));
         EXPECT_EQ(ListBox_GetCurSel(GetDlgItem(box, IDC_COLOUR_LIST)), 1);
         EXPECT_EQ(itemText(box, IDC_COLOUR_NAME), "Rust");
-        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(box, IDC_COLOUR_DELETE)));
-
+        EXPECT_TRUE(itemEnabled(box, IDC_COLOUR_DELETE));
         selectRow(box, 0);
         EXPECT_EQ(fieldsOf(box)[3], 135);
         EXPECT_EQ(itemText(box, IDC_COLOUR_NAME), "Sky");
@@ -97,15 +95,14 @@ TEST_F(ColourPickerTest, TableEntriesAreChosenAddedAndDeletedAndNoLineIsLost) {
         SetDlgItemTextA(box, IDC_COLOUR_BLUE, "0");
         SetDlgItemTextA(box, IDC_COLOUR_NAME, "  Moss  ");
         clickItem(box, IDC_COLOUR_ADD);
-        EXPECT_EQ(entries(box), (std::vector<std::string>{"Sky", "Rust", "Moss"}));
+        EXPECT_EQ(entries(box), (Names{"Sky", "Rust", "Moss"}));
         SetDlgItemTextA(box, IDC_COLOUR_NAME, "sky");  // same name: the colour changes
         clickItem(box, IDC_COLOUR_ADD);
         EXPECT_EQ(entries(box).size(), 3u);
-
         selectRow(box, 1);
         clickItem(box, IDC_COLOUR_DELETE);
-        EXPECT_EQ(entries(box), (std::vector<std::string>{"Sky", "Moss"}));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(box, IDC_COLOUR_DELETE)));
+        EXPECT_EQ(entries(box), (Names{"Sky", "Moss"}));
+        EXPECT_FALSE(itemEnabled(box, IDC_COLOUR_DELETE));
 
         // Enter in the name field adds rather than closes; a blank name is refused.
         for (auto [id, text] : {std::pair{IDC_COLOUR_RED, "3"},
@@ -119,109 +116,84 @@ TEST_F(ColourPickerTest, TableEntriesAreChosenAddedAndDeletedAndNoLineIsLost) {
         SetDlgItemTextA(box, IDC_COLOUR_NAME, "   ");
         EXPECT_EQ(messageShownBy([&] { clickItem(box, IDC_COLOUR_ADD); }),
                   "Type a name for the colour first.");
-        EXPECT_EQ(entries(box), (std::vector<std::string>{"Sky", "Moss", "Night"}));
+        EXPECT_EQ(entries(box), (Names{"Sky", "Moss", "Night"}));
         clickItem(box, IDC_CANCELBUTTON);
-    });
-    EXPECT_FALSE(pickColour(nullptr, colour, setting, 2));
-    EXPECT_TRUE(driver.ran());
+    }));
     // Cancel keeps the colour; the table's changes were saved as they were made.
-    EXPECT_EQ(colour, 0x000E41B7u);
-    EXPECT_EQ(readAll(table),
+    EXPECT_EQ(colour_, 0x000E41B7u);
+    EXPECT_EQ(readAll(table_),
               "Sky=135,206,0\nMoss=135,206,0\nNight=3,2,1\n; kept by hand\nbroken=1,2\n");
-    EXPECT_FALSE(pathExists(table + ".tmp"));
+    EXPECT_FALSE(pathExists(table_ + ".tmp"));
 }
 
 // A table that cannot be written keeps its changes in the box: they are saved
 // once the file can be written again, and closing asks before losing them.
 TEST_F(ColourPickerTest, ChangesThatCannotBeSavedAreNotDroppedUnasked) {
-    const std::string table = folder_ + "locked.ccl";
     // A folder where the save's temporary file would go stops every save.
-    const std::string blocker = table + ".tmp";
+    const std::string blocker = folder_ + "locked.ccl.tmp";
     RemoveDirectoryA(blocker.c_str());
-    writeFileBytes(table, {"Sky=135,206,235\n"});
-    std::string setting = table;
-    uint32_t colour = 0x00112233;
+    colour_ = 0x00112233;
     std::string saveMessage, closeQuestion;
-    bool stayedOpen = false;
-    DialogDriver driver([&](HWND picker) {
+    EXPECT_FALSE(pick("locked.ccl", "Sky=135,206,235\n", [&](HWND picker) {
         CreateDirectoryA(blocker.c_str(), nullptr);
         SetDlgItemTextA(picker, IDC_COLOUR_NAME, "Moss");
         saveMessage = messageShownBy([&] { clickItem(picker, IDC_COLOUR_ADD); });
-        EXPECT_EQ(readAll(table), "Sky=135,206,235\n");
-        {
-            DialogDriver question([&](HWND box) {
-                closeQuestion = itemText(box, IDC_MESSAGETEXT);
-                clickItem(box, IDC_NOBUTTON);
-            });
-            clickItem(picker, IDC_CANCELBUTTON);
-        }
-        stayedOpen = IsWindowVisible(picker);
+        EXPECT_EQ(readAll(table_), "Sky=135,206,235\n");
+        runDriven([&] { return clickItem(picker, IDC_CANCELBUTTON), 0; },
+                  [&](HWND box) {
+                      closeQuestion = itemText(box, IDC_MESSAGETEXT);
+                      clickItem(box, IDC_NOBUTTON);
+                  });
+        EXPECT_TRUE(IsWindowVisible(picker));
         RemoveDirectoryA(blocker.c_str());
         clickItem(picker, IDC_CANCELBUTTON);
-    });
-    EXPECT_FALSE(pickColour(nullptr, colour, setting, 0));
-    EXPECT_TRUE(driver.ran());
-    EXPECT_EQ(saveMessage, "The colour table " + table +
+    }));
+    EXPECT_EQ(saveMessage, "The colour table " + table_ +
                                " could not be saved. The file has been left as it was; the "
                                "colours you changed are saved with your next change.");
-    EXPECT_EQ(closeQuestion, "The colour table " + table +
+    EXPECT_EQ(closeQuestion, "The colour table " + table_ +
                                  " still cannot be saved. Leave it and lose the colours you "
                                  "changed?");
-    EXPECT_TRUE(stayedOpen);
-    EXPECT_EQ(readAll(table), "Sky=135,206,235\nMoss=51,34,17\n");
+    EXPECT_EQ(readAll(table_), "Sky=135,206,235\nMoss=51,34,17\n");
 }
 
 TEST_F(ColourPickerTest, ATableTooLargeIsReportedAndNeverWrittenOver) {
-    const std::string table = folder_ + "huge.ccl";
     std::string bytes;
     while (bytes.size() <= (1u << 20)) bytes += "Colour=1,2,3\n";
-    writeFileBytes(table, {bytes});
-    std::string setting = table;
-    uint32_t colour = 0x00102030;
     std::string message;
-    bool addEnabled = true;
-    DialogDriver driver([&](HWND box) {
+    EXPECT_TRUE(pick("huge.ccl", bytes.c_str(), [&](HWND box) {
         // The report comes first, owned by the picker.
         message = itemText(box, IDC_MESSAGETEXT);
         HWND picker = GetWindow(box, GW_OWNER);
-        addEnabled = IsWindowEnabled(GetDlgItem(picker, IDC_COLOUR_ADD));
+        EXPECT_FALSE(itemEnabled(picker, IDC_COLOUR_ADD));
         EXPECT_TRUE(entries(picker).empty());
         clickItem(box, IDC_BUTTON1);
         PostMessageA(picker, WM_COMMAND, IDC_BUTTON1, 0);
-    });
-    EXPECT_TRUE(pickColour(nullptr, colour, setting, 0));
-    EXPECT_EQ(message, "The colour table " + table +
+    }));
+    EXPECT_EQ(message, "The colour table " + table_ +
                            " is too large to be a colour table. It has been left as it is; its "
                            "colours are not shown.");
-    EXPECT_FALSE(addEnabled);
-    EXPECT_EQ(colour, 0x00102030u);
-    EXPECT_EQ(readAll(table), bytes);
+    EXPECT_EQ(colour_, 0x000E41B7u);
+    EXPECT_EQ(readAll(table_), bytes);
 }
 
 TEST_F(ColourPickerTest, OpenTakesAnotherTableAndOkKeepsIt) {
-    const std::string first = folder_ + "first.ccl";
     const std::string second = folder_ + "second.ccl";
-    writeFileBytes(first, {"One=1,1,1\n"});
     writeFileBytes(second, {"Two=2,2,2\nThree=3,3,3\n"});
-    std::string setting = first;
-    uint32_t colour = 0;
-    DialogDriver driver([&](HWND picker) {
-        DialogDriver open([&](HWND dialog) {
-            // The common dialog's file name field, in either of its forms.
-            const int nameField = GetDlgItem(dialog, 0x47c) ? 0x47c : 0x480;
-            SetDlgItemTextA(dialog, nameField, second.c_str());
-            clickItem(dialog, IDOK);
-        });
-        clickItem(picker, IDC_COLOUR_OPEN);
-        EXPECT_TRUE(open.ran());
-        EXPECT_EQ(entries(picker), (std::vector<std::string>{"Two", "Three"}));
+    EXPECT_TRUE(pick("first.ccl", "One=1,1,1\n", [&](HWND picker) {
+        runDriven([&] { return clickItem(picker, IDC_COLOUR_OPEN), 0; },
+                  [&](HWND dialog) {
+                      // The common dialog's file name field, in either of its forms.
+                      const int nameField = GetDlgItem(dialog, 0x47c) ? 0x47c : 0x480;
+                      SetDlgItemTextA(dialog, nameField, second.c_str());
+                      clickItem(dialog, IDOK);
+                  });
+        EXPECT_EQ(entries(picker), (Names{"Two", "Three"}));
         EXPECT_EQ(itemText(picker, IDC_COLOUR_FILE), second);
         clickItem(picker, IDC_BUTTON1);
-    });
-    EXPECT_TRUE(pickColour(nullptr, colour, setting, 0));
-    EXPECT_TRUE(driver.ran());
-    EXPECT_EQ(setting, second);
-    EXPECT_EQ(readAll(first), "One=1,1,1\n");
+    }));
+    EXPECT_EQ(table_, second);
+    EXPECT_EQ(readAll(folder_ + "first.ccl"), "One=1,1,1\n");
 }
 
 }  // namespace

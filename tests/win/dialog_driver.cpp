@@ -1,9 +1,7 @@
-// The dialog driver of the Windows tests (see dialog_driver.h). A thread timer
-// is dispatched by whatever message loop runs, including a modal dialog's, so
-// the script runs inside the dialog's loop without a second thread.
+// The dialog driver of the Windows tests. A thread timer is dispatched by
+// whatever message loop runs, a modal dialog's included, so the script runs
+// inside the dialog's loop without a second thread.
 #include "tests/win/dialog_driver.h"
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 
@@ -11,7 +9,6 @@
 #include "app/main_window_win.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
-#include "settings/settings.h"
 #include "tests/win/recorder/recording.h"
 #include "tests/win/test_support.h"
 
@@ -20,16 +17,6 @@ namespace {
 thread_local DialogDriver* activeDriver = nullptr;
 constexpr UINT kTickMs = 10;
 constexpr int kGraceTicks = 100;
-
-BOOL CALLBACK findDialog(HWND hwnd, LPARAM lp) {
-    char cls[16] = {};
-    GetClassNameA(hwnd, cls, sizeof cls);
-    if (std::string(cls) == "#32770" && IsWindowVisible(hwnd) && IsWindowEnabled(hwnd)) {
-        *reinterpret_cast<HWND*>(lp) = hwnd;
-        return FALSE;
-    }
-    return TRUE;
-}
 
 std::vector<std::string> entriesOf(HWND dialog, int id, UINT countMessage, UINT textMessage) {
     std::vector<std::string> entries;
@@ -60,7 +47,15 @@ void CALLBACK DialogDriver::onTimer(HWND, UINT, UINT_PTR, DWORD) {
 
 void DialogDriver::poll() {
     if (!dialog_) {
-        EnumThreadWindows(GetCurrentThreadId(), findDialog, reinterpret_cast<LPARAM>(&dialog_));
+        const auto find = [](HWND hwnd, LPARAM found) -> BOOL {
+            char cls[16] = {};
+            GetClassNameA(hwnd, cls, sizeof cls);
+            if (std::string(cls) != "#32770" || !IsWindowVisible(hwnd) || !IsWindowEnabled(hwnd))
+                return TRUE;
+            *reinterpret_cast<HWND*>(found) = hwnd;
+            return FALSE;
+        };
+        EnumThreadWindows(GetCurrentThreadId(), find, reinterpret_cast<LPARAM>(&dialog_));
         if (dialog_) script_(dialog_);
     } else if (IsWindow(dialog_) && ++ticksSinceScript_ == kGraceTicks) {
         ADD_FAILURE() << "the script left the dialog open";
@@ -142,16 +137,14 @@ LOGFONTA fontOf(HWND control) {
     return font;
 }
 
-HeldKey::HeldKey(UINT vk) {
-    GetKeyboardState(saved_);
-    BYTE held[256];
-    std::copy(saved_, saved_ + 256, held);
-    held[vk] = 0x80;
+void withKeyHeld(UINT vk, const std::function<void()>& action) {
+    BYTE saved[256], held[256];
+    GetKeyboardState(saved);
+    std::copy(saved, saved + 256, held);
+    if (vk) held[vk] = 0x80;
     SetKeyboardState(held);
-}
-
-HeldKey::~HeldKey() {
-    SetKeyboardState(saved_);
+    action();
+    SetKeyboardState(saved);
 }
 
 void expectHelpOpensTopic(HWND dialog, const std::string& topic, Settings& settings) {

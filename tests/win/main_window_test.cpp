@@ -1,11 +1,5 @@
-// The main window inside the test program: Go against the test's own loopback
-// server, with the retries of update mode shortened, the menu states around a
-// fetch, the automatic run it posts, a row's double click, and the end of a
-// session.
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
+// The main window inside the test program, fetching from the test's own
+// loopback server with the retries of update mode shortened.
 
 #include "app/app_win.h"
 #include "app/main_window_win.h"
@@ -57,17 +51,12 @@ TEST_F(MainWindowTest, GoRetriesOnlyInUpdateModeAndPostsTheAutomaticRunOnlyByHan
         // A fresh window for each case: the list and the menu start over.
         TestMainWindow window;
         HWND hwnd = window.hwnd();
-        ASSERT_TRUE(hwnd);
         LoopbackServer server(testEnv("HERALDER_SOURCE_DIR") + "\\examples", c.refused);
         app().updateMode = c.updateMode;
         window.record().DoNoticationsAutomatically = 1;
-        std::string boxText;
-        DialogDriver driver([&](HWND box) {
-            boxText = itemText(box, IDC_MESSAGETEXT);
-            clickItem(box, IDC_BUTTON1);
-        });
         const DWORD start = GetTickCount();
-        SendMessageA(hwnd, WM_COMMAND, IDM_GO, 0);
+        const std::string boxText =
+            messageShownBy([&] { SendMessageA(hwnd, WM_COMMAND, IDM_GO, 0); });
         EXPECT_GE(GetTickCount() - start, c.atLeastMs);
         EXPECT_EQ(boxText, c.networkError ? "There has been a network error. The update "
                                             "document is not available."
@@ -98,17 +87,17 @@ TEST_F(MainWindowTest, DoubleClickOpensTheRowsItem) {
     for (auto [row, shift] : {std::pair{1, true}, {0, false}, {1, false}, {6, false}}) {
         SendMessageA(list, LB_SETCURSEL, row, 0);
         std::string caption;
-        DialogDriver driver([&](HWND dialog) {
-            caption = windowText(dialog);
-            if (!shift) clickItem(dialog, IDC_ALERT_NEVERAGAIN);
-            clickItem(dialog, IDC_BUTTON1);
-        });
-        {
-            std::optional<HeldKey> held;
-            if (shift) held.emplace(VK_SHIFT);
-            notifyDialog(hwnd, IDC_ITEMLIST, LBN_DBLCLK);
-        }
-        EXPECT_TRUE(driver.ran()) << row;
+        runDriven(
+            [&] {
+                withKeyHeld(shift ? VK_SHIFT : 0,
+                            [&] { notifyDialog(hwnd, IDC_ITEMLIST, LBN_DBLCLK); });
+                return 0;
+            },
+            [&](HWND dialog) {
+                caption = windowText(dialog);
+                if (!shift) clickItem(dialog, IDC_ALERT_NEVERAGAIN);
+                clickItem(dialog, IDC_BUTTON1);
+            });
         EXPECT_EQ(caption,
                   *items[row].title +
                       (shift ? std::string(" [") + itemTypeName(items[row].type) + "]" : ""));

@@ -1,12 +1,6 @@
 // The message boxes opened for real from their templates and driven as a user
-// would: what each operation shows and answers, the
-// "show again" round trip, Help, copying, and the string loader. Where each
-// part goes and how the box grows with its text are checked natively.
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-
+// would. Where each part goes and how the box grows with its text are checked
+// natively.
 #include "resources/resource.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/test_support.h"
@@ -17,8 +11,7 @@ namespace {
 
 constexpr char kText[] = "The update document has been read.";
 
-// Runs open() while a driver plays script against the box it opens; false
-// when no box appeared.
+// Whether a box appeared while open() ran, script playing against it.
 bool withBox(const std::function<void()>& open, const DialogDriver::Script& script) {
     DialogDriver driver(script);
     open();
@@ -49,77 +42,63 @@ int untitledWithMissingSound(HWND, std::string_view text) {
 
 // Each operation builds its own box: caption, buttons and the "show again"
 // box, and gives the answer of a way of closing it (Enter and Escape on the
-// three-button question are checked with every window).
+// three-button question are checked with every window). The "show again"
+// box, unticked, switches the once operations off: no box any more, and the
+// question answers Yes.
 TEST(MessageBoxes, EachOperationShowsItsButtonsAndAnswers) {
     const struct {
         const char* name;
         std::function<int()> open;  // the answer; -1 for none
         const char* caption;        // "": no title bar
         const char* buttons[3];     // first, No, Cancel
-        bool showAgain;
-        int press;  // the button clicked; 0: Escape
-        int result;
+        bool showAgain, untick;
+        int press, result;  // press: the button clicked; 0: Escape
     } cases[] = {
         // clang-format off
         {"showMessage", [] { return showMessage(nullptr, kText), -1; }, "Message",
-            {"Dismiss", "", ""}, false, IDC_BUTTON1, -1},
+            {"Dismiss", "", ""}, false, false, IDC_BUTTON1, -1},
         {"askYesNoCancel", [] { return askYesNoCancel(nullptr, kText); }, "Message",
-            {"Yes", "No", "Cancel"}, false, IDC_NOBUTTON, 7},
+            {"Yes", "No", "Cancel"}, false, false, IDC_NOBUTTON, 7},
         {"askYesNo", [] { return askYesNo(nullptr, kText); }, "Message",
-            {"Yes", "No", ""}, false, 0, 2},
+            {"Yes", "No", ""}, false, false, 0, 2},
         {"showMessageOnce", [] { return showMessageOnce(nullptr, kText, onceFlag = 1), -1; },
-            "Message", {"Ok", "", ""}, true, IDC_BUTTON1, -1},
+            "Message", {"Ok", "", ""}, true, true, IDC_BUTTON1, -1},
         {"askYesNoOnce", [] { return int(askYesNoOnce(nullptr, kText, onceFlag = 1)); },
-            "Message", {"Yes", "No", ""}, true, IDC_NOBUTTON, 0},
+            "Message", {"Yes", "No", ""}, true, true, IDC_NOBUTTON, 0},
+        {"askYesNoOnce ticked", [] { return int(askYesNoOnce(nullptr, kText, onceFlag = 5)); },
+            "Message", {"Yes", "No", ""}, true, false, IDC_BUTTON1, 1},
         {"askYesNoOnceTitled",
             [] { return int(askYesNoOnceTitled(nullptr, kText, "Remove it", onceFlag = 1)); },
-            "Remove it", {"Yes", "No", ""}, true, IDC_BUTTON1, 1},
+            "Remove it", {"Yes", "No", ""}, true, true, IDC_BUTTON1, 1},
         {"untitled", [] { return untitledWithMissingSound(nullptr, kText); }, "",
-            {"Dismiss", "", ""}, false, IDC_BUTTON1, 6},
+            {"Dismiss", "", ""}, false, false, IDC_BUTTON1, 6},
         // clang-format on
     };
     const int ids[] = {IDC_BUTTON1, IDC_NOBUTTON, IDC_CANCELBUTTON};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        DialogDriver driver([&](HWND box) {
-            saveWindowScreenshot(box, std::string("msgbox_") + c.name);
-            EXPECT_EQ((GetWindowLongA(box, GWL_STYLE) & WS_CAPTION) == WS_CAPTION, *c.caption != 0);
-            EXPECT_EQ(windowText(box), c.caption);
-            EXPECT_EQ(itemText(box, IDC_MESSAGETEXT), kText);
-            for (int i = 0; i < 3; ++i) EXPECT_EQ(shownText(box, ids[i]), c.buttons[i]) << i;
-            EXPECT_EQ(!shownText(box, IDC_CHECKBOX1).empty(), c.showAgain);
-            EXPECT_EQ(!shownText(box, IDC_NOTE1).empty(), c.showAgain);
-            c.press ? clickItem(box, c.press) : pressKey(box, VK_ESCAPE);
-        });
-        EXPECT_EQ(c.open(), c.result);
-        EXPECT_TRUE(driver.ran());
-    }
-}
-
-TEST(MessageBoxes, OnceOperationsStoreTheCheckBoxAndStopShowingWhenUnticked) {
-    const struct {
-        bool untick;
-        int button;
-        bool expectedAnswer;
-        uint32_t expectedFlag;
-    } cases[] = {{false, 1, true, 1}, {true, 1, true, 0}, {true, 7, false, 0}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(testing::Message() << c.untick << c.button);
-        uint32_t flag = 5;
-        bool answer = !c.expectedAnswer;
-        EXPECT_TRUE(withBox([&] { answer = askYesNoOnce(nullptr, "Delete it?", flag); },
-                            [&](HWND box) {
-                                if (c.untick) clickItem(box, IDC_CHECKBOX1);
-                                clickItem(box, c.button);
-                            }));
-        EXPECT_EQ(answer, c.expectedAnswer);
-        EXPECT_EQ(flag, c.expectedFlag);
-        if (flag) continue;
-        // Switched off: no box any more, and the question answers Yes.
+        const INT_PTR result =
+            runDriven([&] { return INT_PTR(c.open()); },
+                      [&](HWND box) {
+                          EXPECT_EQ((GetWindowLongA(box, GWL_STYLE) & WS_CAPTION) == WS_CAPTION,
+                                    *c.caption != 0);
+                          EXPECT_EQ(windowText(box), c.caption);
+                          EXPECT_EQ(itemText(box, IDC_MESSAGETEXT), kText);
+                          for (int i = 0; i < 3; ++i)
+                              EXPECT_EQ(shownText(box, ids[i]), c.buttons[i]) << i;
+                          EXPECT_EQ(!shownText(box, IDC_CHECKBOX1).empty(), c.showAgain);
+                          EXPECT_EQ(!shownText(box, IDC_NOTE1).empty(), c.showAgain);
+                          if (c.untick) clickItem(box, IDC_CHECKBOX1);
+                          c.press ? clickItem(box, c.press) : pressKey(box, VK_ESCAPE);
+                      });
+        EXPECT_EQ(result, c.result);
+        if (c.showAgain) EXPECT_EQ(onceFlag, c.untick ? 0u : 1u);
+        if (!c.untick) continue;
+        bool answer = false;
         EXPECT_FALSE(withBox(
             [&] {
-                showMessageOnce(nullptr, "Tip of the day", flag);
-                answer = askYesNoOnceTitled(nullptr, "Sure?", "Title", flag);
+                showMessageOnce(nullptr, "Tip of the day", onceFlag);
+                answer = askYesNoOnceTitled(nullptr, "Sure?", "Title", onceFlag);
             },
             [](HWND) {}));
         EXPECT_TRUE(answer);
@@ -128,10 +107,12 @@ TEST(MessageBoxes, OnceOperationsStoreTheCheckBoxAndStopShowingWhenUnticked) {
 
 // While a box is open, Help opens the manual at the box's topic and leaves the
 // box open, and a second box is refused with its result left as it was.
-TEST(MessageBoxes, WhileOpenHelpCallsBackAndNoSecondBoxOpens) {
+// Ctrl+C copies the message with CR LF line ends, as the system's box does.
+TEST(MessageBoxes, WhileOpenHelpCallsBackCtrlCCopiesAndNoSecondBoxOpens) {
     static std::vector<std::pair<HWND, std::string>> calls;
     MessageBoxSpec request, second;
     request.style = kMbStandard | kMbHelpButton;
+    request.text = "First line\nsecond line";
     request.helpText = "Help";
     request.helpArgument = "setup.html";
     request.helpCallback = [](HWND box, const char* topic) { calls.emplace_back(box, topic); };
@@ -142,22 +123,15 @@ TEST(MessageBoxes, WhileOpenHelpCallsBackAndNoSecondBoxOpens) {
                             shown = box;
                             clickItem(box, IDC_HELPBUTTON);
                             showMessageBox(nullptr, second);
+                            withKeyHeld(VK_CONTROL, [&] {
+                                pressKey(box, 'C');
+                                pumpDialog(box);
+                            });
                             EXPECT_TRUE(IsWindowVisible(box));
                             pressKey(box, VK_ESCAPE);
                         }));
     EXPECT_EQ(calls, (std::vector<std::pair<HWND, std::string>>{{shown, "setup.html"}}));
     EXPECT_EQ(second.result, 42);
-}
-
-// Ctrl+C copies the message with CR LF line ends, as the system's box does;
-// the box stays open until it is answered.
-TEST(MessageBoxes, CtrlCCopiesTheText) {
-    HeldKey control(VK_CONTROL);
-    EXPECT_TRUE(withBox([] { showMessage(nullptr, "First line\nsecond line"); },
-                        [&](HWND box) {
-                            pressKey(box, 'C');
-                            PostMessageA(GetDlgItem(box, IDC_BUTTON1), BM_CLICK, 0, 0);
-                        }));
     EXPECT_EQ(clipboardText(), "First line\r\nsecond line");
 }
 

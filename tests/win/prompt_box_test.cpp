@@ -1,18 +1,9 @@
-// The multiple-items prompt under Wine, from its template: the count it
-// explains, OK waiting for a choice, the threshold field, and each answer
-// carried out on a real seen list and Startup folder. When the prompt comes
-// is checked by the run's own tests and in heralder.exe (prompt_process_test).
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
+// The multiple-items prompt under Wine, from its template, on a real seen list
+// and Startup folder. When it comes is checked by the run's own tests.
 #include "base/file_io.h"
 #include "feed/seen_list.h"
 #include "notify/prompt_box_win.h"
 #include "resources/resource.h"
-#include "settings/file_locations_win.h"
-#include "settings/settings.h"
 #include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
@@ -31,19 +22,12 @@ void typeCount(HWND dialog, const char* text) {
     for (const char* c = text; *c; ++c) SendMessageA(edit, WM_CHAR, static_cast<WPARAM>(*c), 1);
 }
 
-class MultipleItemPrompt : public SettingsTest {
+class MultipleItemPrompt : public testing::Test {
   protected:
-    void SetUp() override {
-        DeleteFileA(list_.c_str());
-        settings_.CurrentTransactionDate = "11-22-2026";
-    }
     void TearDown() override {
         DeleteFileA(list_.c_str());
         DeleteFileA(link_.c_str());
-        SettingsTest::TearDown();
     }
-
-    std::string seenFile() { return readFileBytes(list_).value_or(""); }
 
     std::string list_ = scratchFolder("heralder_prompt_test") + "Heralder.lst";
     std::string link_ = startupLinkPath();
@@ -56,21 +40,19 @@ class MultipleItemPrompt : public SettingsTest {
 // bounded.
 TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOutAndTheThresholdKept) {
     const struct {
-        int choice;
-        int goOn;
+        int choice, goOn;
         const char* seenAfter;
-        uint32_t startupAfter;
-        bool linkAfter;
+        uint32_t startupAfter;  // the link is there with Automatic only
         uint32_t countBefore;
         const char* typed;  // nullptr: left as it opened
         uint32_t countAfter;
     } cases[] = {
-        {IDC_PROMPT_SHOW_NOW, 1, "3001\r\n", kStartupAutomatic, true, 6, "1", 2},
-        {IDC_PROMPT_NONE_TODAY, 0, "3001\r\n", kStartupAutomatic, true, 6, "40000", 32760},
+        {IDC_PROMPT_SHOW_NOW, 1, "3001\r\n", kStartupAutomatic, 6, "1", 2},
+        {IDC_PROMPT_NONE_TODAY, 0, "3001\r\n", kStartupAutomatic, 6, "40000", 32760},
         // Every item of the list, the one seen already and the filtered out too.
-        {IDC_PROMPT_IGNORE_ALL, 0, "3001\r\n3001\r\n3002\r\n3003\r\n3004\r\n", kStartupAutomatic,
-         true, 6, "15", 15},
-        {IDC_PROMPT_DISABLE, 0, "3001\r\n", kStartupManual, false, 40000, nullptr, 40000},
+        {IDC_PROMPT_IGNORE_ALL, 0, "3001\r\n3001\r\n3002\r\n3003\r\n3004\r\n", kStartupAutomatic, 6,
+         "15", 15},
+        {IDC_PROMPT_DISABLE, 0, "3001\r\n", kStartupManual, 40000, nullptr, 40000},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.choice);
@@ -84,19 +66,21 @@ TEST_F(MultipleItemPrompt, EachChoiceIsCarriedOutAndTheThresholdKept) {
         std::vector<UpdateItem> items = sampleAlerts(4);
         items[3].type = ItemType::Version;
         seen.markItemSeen(items[0]);
-        DialogDriver driver([&](HWND box) {
-            EXPECT_NE(itemText(box, IDC_PROMPT_TEXT).find("there are 27 items pending"),
-                      std::string::npos);
-            EXPECT_EQ(itemText(box, IDC_PROMPT_COUNT), std::to_string(c.countBefore));
-            if (c.typed) typeCount(box, c.typed);
-            EXPECT_FALSE(itemEnabled(box, IDC_BUTTON1));
-            clickItem(box, c.choice);
-            clickItem(box, IDC_BUTTON1);
-        });
-        EXPECT_EQ(showMultipleItemPrompt(nullptr, items, 27, record, seen), c.goOn);
-        EXPECT_EQ(seenFile(), c.seenAfter);
+        const INT_PTR goOn = runDriven(
+            [&] { return showMultipleItemPrompt(nullptr, items, 27, record, seen); },
+            [&](HWND box) {
+                EXPECT_NE(itemText(box, IDC_PROMPT_TEXT).find("there are 27 items pending"),
+                          std::string::npos);
+                EXPECT_EQ(itemText(box, IDC_PROMPT_COUNT), std::to_string(c.countBefore));
+                if (c.typed) typeCount(box, c.typed);
+                EXPECT_FALSE(itemEnabled(box, IDC_BUTTON1));
+                clickItem(box, c.choice);
+                clickItem(box, IDC_BUTTON1);
+            });
+        EXPECT_EQ(goOn, c.goOn);
+        EXPECT_EQ(readFileBytes(list_).value_or(""), c.seenAfter);
         EXPECT_EQ(record.StartupOptions, c.startupAfter);
-        EXPECT_EQ(pathExists(link_), c.linkAfter);
+        EXPECT_EQ(pathExists(link_), c.startupAfter == kStartupAutomatic);
         EXPECT_EQ(record.PromptMultipleCount, c.countAfter);
     }
 }

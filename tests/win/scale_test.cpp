@@ -1,22 +1,13 @@
 // Every window the program shows, from one table, at the display scale the
-// test script chose (HERALDER_DPI, with LogPixels set to match in the
-// prefix): each opens from its own template in every button style, its
-// default button follows the focus, it answers Enter, Escape and Help as it
-// should, and is photographed. Each control's text fits its rectangle in its
-// own font, no two controls overlap, none leaves the window, and the window
-// fits the screen a user at that scale typically has. The run at 96 DPI
-// writes each window's size, so the run at 192 can check that the
-// notification windows came out twice as large.
-#include <gtest/gtest.h>
-
+// test script chose (HERALDER_DPI, LogPixels to match): in every button style
+// its default button follows the focus, it answers Enter, Escape and Help, its
+// texts fit their controls, which neither overlap nor leave it, and it fits a
+// usual screen at that scale. The run at 96 DPI writes each window's size, so
+// the run at 192 can check that the notification windows came out doubled.
 #include <cstdlib>
 #include <fstream>
-#include <functional>
 #include <map>
 #include <set>
-#include <sstream>
-#include <string>
-#include <vector>
 
 #include "app/main_window_win.h"
 #include "dialogs/about_box_win.h"
@@ -25,7 +16,6 @@
 #include "dialogs/setup_box_win.h"
 #include "dialogs/startup_manager_win.h"
 #include "dialogs/system_info_win.h"
-#include "feed/selection.h"
 #include "feed/seen_list.h"
 #include "notify/alert_box_win.h"
 #include "notify/browse_box_win.h"
@@ -42,11 +32,6 @@
 #include "ui/soft_button_win.h"
 
 namespace {
-
-unsigned expectedDpi() {
-    const std::string dpi = testEnv("HERALDER_DPI");
-    return dpi.empty() ? 96 : static_cast<unsigned>(std::stoul(dpi));
-}
 
 std::string className(HWND hwnd) {
     char name[64] = "";
@@ -116,10 +101,9 @@ std::string textOverflow(HWND control, unsigned dpi) {
     SelectObject(dc, old);
     ReleaseDC(control, dc);
     if (need.right <= width && need.bottom <= r.bottom) return "";
-    std::ostringstream out;
-    out << "\"" << text.substr(0, 40) << "\" needs " << need.right << " x " << need.bottom << " in "
-        << width << " x " << r.bottom;
-    return out.str();
+    return "\"" + text.substr(0, 40) + "\" needs " + std::to_string(need.right) + " x " +
+           std::to_string(need.bottom) + " in " + std::to_string(width) + " x " +
+           std::to_string(r.bottom);
 }
 
 // The version notice's check box is one line too short for its text in
@@ -191,22 +175,9 @@ void expectDefaultFollowsFocus(HWND box) {
     }
 }
 
-std::string sizesPath() {
-    return testEnv("HERALDER_SHOT_DIR") + "\\window_sizes_96.txt";
-}
-
-std::map<std::string, SIZE> sizesAt96() {
-    std::map<std::string, SIZE> sizes;
-    std::ifstream in(sizesPath());
-    std::string name;
-    SIZE s;
-    while (in >> name >> s.cx >> s.cy) sizes[name] = s;
-    return sizes;
-}
-
 // Every window the program shows, opened from its real template with the
 // test's own record and items.
-class DisplayScale : public SettingsTest {
+class DisplayScale : public testing::Test {
   protected:
     static constexpr INT_PTR kStays = -100;  // the key leaves the window open
 
@@ -220,10 +191,7 @@ class DisplayScale : public SettingsTest {
         bool doubledAt192;      // its size is pixels of ours, not a template's
     };
 
-    void TearDown() override {
-        DeleteFileA(startupLinkPath().c_str());
-        SettingsTest::TearDown();
-    }
+    void TearDown() override { DeleteFileA(startupLinkPath().c_str()); }
 
     std::vector<Window> windows() {
         record_.BeNoisy = 0;
@@ -267,7 +235,6 @@ class DisplayScale : public SettingsTest {
              "Message", 6, 2, nullptr, false, false},
         };
     }
-    void setSoftButtons(uint32_t style) { record_.SoftButtons = style; }
 
     Settings record_;
     FakeInstalled installed_;
@@ -284,14 +251,15 @@ class DisplayScale : public SettingsTest {
 // to look at; each opening also tries one way out: Enter, Escape, Help, or none.
 TEST_F(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
     if (testEnv("HERALDER_SHOT_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
-    const unsigned dpi = expectedDpi();
+    const std::string dpiText = testEnv("HERALDER_DPI");
+    const unsigned dpi = dpiText.empty() ? 96 : std::stoul(dpiText);
     const std::string scale = dpi == 96 ? "" : "scale" + std::to_string(dpi) + "_";
     const std::vector<Window> cases = windows();
     std::map<std::string, SIZE> sizes;
     for (const Window& w : cases)
         for (uint32_t style = 0; style < 4; ++style) {
             SCOPED_TRACE(testing::Message() << w.name << " in style " << style);
-            setSoftButtons(style);
+            record_.SoftButtons = style;
             const UINT key = style == 0 ? VK_RETURN : style == 1 ? VK_ESCAPE : 0;
             const INT_PTR want = style == 0 ? w.enter : style == 1 ? w.escape : kStays;
             bool stayed = false;
@@ -316,21 +284,17 @@ TEST_F(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
                 if (stayed) EndDialog(box, IDCANCEL);
             });
             EXPECT_EQ(stayed, want == kStays);
-            if (want != kStays) {
-                EXPECT_EQ(result, want);
-            }
+            if (want != kStays) EXPECT_EQ(result, want);
         }
 
     // The main window: its rows and their font follow the scale.
     {
         TestMainWindow window;
         HWND hwnd = window.hwnd();
-        ASSERT_TRUE(hwnd);
         ShowWindow(hwnd, SW_SHOWNOACTIVATE);
         const std::string document = testEnv("HERALDER_SOURCE_DIR") + "\\examples\\update.txt";
         SendMessageA(hwnd, WM_LOAD_DOCUMENT, 0, reinterpret_cast<LPARAM>(document.c_str()));
         HWND list = GetDlgItem(hwnd, IDC_ITEMLIST);
-        ASSERT_TRUE(list);
         EXPECT_EQ(windowDpi(hwnd), dpi);
         EXPECT_EQ(ListBox_GetItemHeight(list, 0), scaleForDpi(kItemRowHeight, dpi));
         EXPECT_EQ(std::abs(fontOf(list).lfHeight), scaleForDpi(14, dpi));
@@ -349,17 +313,19 @@ TEST_F(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
     const std::set<std::string> tooTallAt144 = {"prompt", "setup_box"};
     for (const auto& [name, size] : sizes) {
         EXPECT_LE(size.cx, screen.cx) << name;
-        if (!(dpi == 144 && tooTallAt144.count(name))) {
-            EXPECT_LE(size.cy, screen.cy) << name;
-        }
+        if (dpi != 144 || !tooTallAt144.count(name)) EXPECT_LE(size.cy, screen.cy) << name;
     }
 
+    const std::string sizesFile = testEnv("HERALDER_SHOT_DIR") + "\\window_sizes_96.txt";
     if (dpi == 96) {
-        std::ofstream out(sizesPath());
+        std::ofstream out(sizesFile);
         for (const auto& [name, size] : sizes)
             out << name << ' ' << size.cx << ' ' << size.cy << '\n';
     } else if (dpi == 192) {
-        const std::map<std::string, SIZE> base = sizesAt96();
+        std::map<std::string, SIZE> base;
+        std::ifstream in(sizesFile);
+        std::string name;
+        for (SIZE s; in >> name >> s.cx >> s.cy;) base[name] = s;
         for (const Window& c : cases) {
             if (!c.doubledAt192) continue;
             const auto found = base.find(c.name);

@@ -1,11 +1,6 @@
-// The Setup dialog under Wine, from its template: the record to the controls
-// and back (OK) or not (Cancel), the preview's rules, a colour picked then
-// cancelled, and the main window's work after the dialog closes.
-#include <gtest/gtest.h>
-
+// The Setup dialog under Wine, from its template, and the main window's work
+// after it closes.
 #include <algorithm>
-#include <string>
-#include <vector>
 
 #include "app/app_win.h"
 #include "app/main_window_win.h"
@@ -27,24 +22,11 @@ LOGFONTA previewFont(HWND box) {
     return fontOf(GetDlgItem(box, IDC_SETUP_PREVIEW));
 }
 
-// Picks a face from the font list by name.
-void chooseFace(HWND box, const std::string& face) {
-    const std::vector<std::string> faces = comboEntries(box, IDC_SETUP_FONT);
-    const auto found = std::find(faces.begin(), faces.end(), face);
-    ASSERT_NE(found, faces.end()) << face;
-    SendDlgItemMessageA(box, IDC_SETUP_FONT, CB_SETCURSEL, found - faces.begin(), 0);
-}
-
-void typeText(HWND box, int id, const char* text) {
-    SetDlgItemTextA(box, id, text);  // sends EN_CHANGE as typing does
-}
-
-using SetupBoxTest = SettingsTest;
-
 // The round trip: every key of the record shows in its control, and OK stores
 // what the controls hold (resetting the keys the feed may change) while
-// Cancel stores nothing.
-TEST_F(SetupBoxTest, RecordToControlsAndBack) {
+// Cancel stores nothing. The preview follows the font controls at once, and
+// the font list only when it closes.
+TEST(SetupBoxTest, RecordToControlsAndBack) {
     enum Kind { Choice, Check, Number };
     const struct {
         int id;
@@ -77,34 +59,48 @@ TEST_F(SetupBoxTest, RecordToControlsAndBack) {
         record.SetupOfftopicReport = record.AllowINIUpdates = 3;
         record.SetupNoticeReport = record.AllowGraphicUpdates = 3;  // the feed's alone
         const Settings before = record;
-        DialogDriver driver([&](HWND box) {
-            for (const auto& c : controls) {
-                SCOPED_TRACE(c.id);
-                if (c.kind == Choice) {
-                    EXPECT_EQ(selection(box, c.id), int(c.shown));
-                    SendDlgItemMessageA(box, c.id, CB_SETCURSEL, c.set, 0);
-                } else if (c.kind == Check) {
-                    EXPECT_EQ(IsDlgButtonChecked(box, c.id),
-                              UINT(c.shown ? BST_CHECKED : BST_UNCHECKED));
-                    clickItem(box, c.id);
-                } else {
-                    EXPECT_EQ(itemText(box, c.id), std::to_string(c.shown));
-                    typeText(box, c.id, std::to_string(c.set).c_str());
+        const INT_PTR result = runDriven(
+            [&] { return openSetupBox(nullptr, record); },
+            [&](HWND box) {
+                EXPECT_EQ(previewFont(box).lfQuality, ANTIALIASED_QUALITY);
+                for (const auto& c : controls) {
+                    SCOPED_TRACE(c.id);
+                    if (c.kind == Choice) {
+                        EXPECT_EQ(selection(box, c.id), int(c.shown));
+                        SendDlgItemMessageA(box, c.id, CB_SETCURSEL, c.set, 0);
+                    } else if (c.kind == Check) {
+                        EXPECT_EQ(IsDlgButtonChecked(box, c.id),
+                                  UINT(c.shown ? BST_CHECKED : BST_UNCHECKED));
+                        clickItem(box, c.id);
+                    } else {
+                        EXPECT_EQ(itemText(box, c.id), std::to_string(c.shown));
+                        SetDlgItemTextA(box, c.id, std::to_string(c.set).c_str());
+                    }
                 }
-            }
-            EXPECT_EQ(itemText(box, IDC_SETUP_DATE), "11-02-2026");
-            typeText(box, IDC_SETUP_DATE, "12-31-1999");
-            // Sorted, and open on the first face that begins with the name.
-            const std::vector<std::string> faces = comboEntries(box, IDC_SETUP_FONT);
-            ASSERT_GT(faces.size(), 3u);
-            for (std::size_t i = 1; i < faces.size(); ++i)
-                EXPECT_LE(lstrcmpiA(faces[i - 1].c_str(), faces[i].c_str()), 0) << faces[i];
-            EXPECT_EQ(faces[selection(box, IDC_SETUP_FONT)].rfind("Liberation S", 0), 0u);
-            chooseFace(box, "Liberation Mono");
-            clickItem(box, button);
-        });
-        const int result = openSetupBox(nullptr, record);
-        EXPECT_TRUE(driver.ran());
+                // Antialiasing off is the default quality, not the non-antialiased one.
+                const LOGFONTA font = previewFont(box);
+                EXPECT_EQ(std::tuple(font.lfItalic, font.lfQuality, font.lfHeight),
+                          std::tuple(BYTE(1), BYTE(DEFAULT_QUALITY), LONG(33)));
+                EXPECT_EQ(itemText(box, IDC_SETUP_DATE), "11-02-2026");
+                SetDlgItemTextA(box, IDC_SETUP_DATE, "12-31-1999");
+                // Sorted, and open on the first face that begins with the name.
+                const std::vector<std::string> faces = comboEntries(box, IDC_SETUP_FONT);
+                ASSERT_GT(faces.size(), 3u);
+                for (std::size_t i = 1; i < faces.size(); ++i)
+                    EXPECT_LE(lstrcmpiA(faces[i - 1].c_str(), faces[i].c_str()), 0) << faces[i];
+                const std::string face = faces[selection(box, IDC_SETUP_FONT)];
+                EXPECT_TRUE(face.starts_with("Liberation S")) << face;
+                const auto mono = std::find(faces.begin(), faces.end(), "Liberation Mono");
+                ASSERT_NE(mono, faces.end());
+                SendDlgItemMessageA(box, IDC_SETUP_FONT, CB_SETCURSEL, mono - faces.begin(), 0);
+                for (UINT code : {CBN_SELCHANGE, CBN_CLOSEUP}) {
+                    notifyDialog(box, IDC_SETUP_FONT, code);
+                    const std::string shown = code == CBN_CLOSEUP ? "Liberation Mono" : face;
+                    EXPECT_EQ(itemText(box, IDC_SETUP_PREVIEW), shown);
+                    EXPECT_EQ(previewFont(box).lfFaceName, shown);
+                }
+                clickItem(box, button);
+            });
         Settings want = before;
         if (button == IDC_BUTTON1) {
             for (const auto& c : controls) want.*c.key = c.set;
@@ -120,121 +116,81 @@ TEST_F(SetupBoxTest, RecordToControlsAndBack) {
 
 // What OK makes of stored values out of range and of a face that has gone
 // (typed values are bounded by the spin edit, checked natively).
-TEST_F(SetupBoxTest, OkStoresValuesInRange) {
+TEST(SetupBoxTest, OkStoresValuesInRange) {
     const struct {
-        const char* what;
         uint32_t storedAlert;
         const char* storedFont;
-        uint32_t storedSize;
-        uint32_t wantAlert;
-        uint32_t wantSize;
+        uint32_t storedSize, wantAlert, wantSize;
         const char* wantFont;
     } cases[] = {
-        {"a stored size too large", 2, "Liberation Serif", 200, 2, 144, "Liberation Serif"},
-        {"an unknown filter value", 7, "Liberation Serif", 16, 0, 16, "Liberation Serif"},
-        {"a face no longer installed", 1, "No Such Face", 16, 1, 16, ""},
+        {2, "Liberation Serif", 200, 2, 144, "Liberation Serif"},  // a size too large
+        {7, "Liberation Serif", 16, 0, 16, "Liberation Serif"},    // an unknown filter
+        {1, "No Such Face", 16, 1, 16, ""},                        // a face that has gone
     };
     for (const auto& c : cases) {
-        SCOPED_TRACE(c.what);
+        SCOPED_TRACE(c.storedAlert);
         Settings record;
         record.SetupAlertPopup = c.storedAlert;
         record.AlertFontName = c.storedFont;
         record.AlertFontSize = c.storedSize;
-        DialogDriver driver([&](HWND box) {
-            if (c.storedAlert == 7) {
-                EXPECT_EQ(selection(box, IDC_SETUP_ALERT), CB_ERR);
-            }
-            // The size in effect shows as it is, even out of range.
-            EXPECT_EQ(itemText(box, IDC_SETUP_FONTSIZE), std::to_string(c.storedSize));
-            clickItem(box, IDC_BUTTON1);
-        });
-        EXPECT_EQ(openSetupBox(nullptr, record), 1);
+        const INT_PTR result = runDriven(
+            [&] { return openSetupBox(nullptr, record); },
+            [&](HWND box) {
+                EXPECT_EQ(selection(box, IDC_SETUP_ALERT),
+                          c.storedAlert == 7 ? CB_ERR : int(c.storedAlert));
+                // The size in effect shows as it is, even out of range.
+                EXPECT_EQ(itemText(box, IDC_SETUP_FONTSIZE), std::to_string(c.storedSize));
+                clickItem(box, IDC_BUTTON1);
+            });
+        EXPECT_EQ(result, 1);
         EXPECT_EQ(record.SetupAlertPopup, c.wantAlert);
         EXPECT_EQ(record.AlertFontSize, c.wantSize);
         EXPECT_EQ(record.AlertFontName, c.wantFont);
     }
 }
 
-TEST_F(SetupBoxTest, PreviewFollowsTheFontControlsAndTheFontListOnlyWhenItCloses) {
-    Settings record;
-    record.AlertFontName = "Liberation Serif";
-    record.AlertFontAntialias = 0;
-    DialogDriver driver([&](HWND box) {
-        EXPECT_EQ(previewFont(box).lfQuality, DEFAULT_QUALITY);  // not the non-antialiased one
-        clickItem(box, IDC_SETUP_ITALIC);
-        EXPECT_TRUE(previewFont(box).lfItalic);
-        clickItem(box, IDC_SETUP_ANTIALIAS);
-        EXPECT_EQ(previewFont(box).lfQuality, ANTIALIASED_QUALITY);
-        typeText(box, IDC_SETUP_FONTSIZE, "40");
-        EXPECT_EQ(previewFont(box).lfHeight, 40);
-
-        chooseFace(box, "Liberation Mono");
-        notifyDialog(box, IDC_SETUP_FONT, CBN_SELCHANGE);
-        EXPECT_EQ(itemText(box, IDC_SETUP_PREVIEW), "Liberation Serif");
-        EXPECT_STREQ(previewFont(box).lfFaceName, "Liberation Serif");
-        notifyDialog(box, IDC_SETUP_FONT, CBN_CLOSEUP);
-        EXPECT_EQ(itemText(box, IDC_SETUP_PREVIEW), "Liberation Mono");
-        EXPECT_STREQ(previewFont(box).lfFaceName, "Liberation Mono");
-        clickItem(box, IDC_CANCELBUTTON);
-    });
-    EXPECT_EQ(openSetupBox(nullptr, record), 0);
-    EXPECT_TRUE(driver.ran());
-}
-
-// The picker runs inside Setup's click; a driver of its own answers it.
-void pickInSetup(HWND box, int button, int pickerButton, const char* red) {
-    DialogDriver picker([&](HWND dialog) {
-        EXPECT_NE(dialog, box);
-        typeText(dialog, IDC_COLOUR_RED, red);
-        typeText(dialog, IDC_COLOUR_GREEN, "0");
-        typeText(dialog, IDC_COLOUR_BLUE, "0");
-        clickItem(dialog, pickerButton);
-    });
-    clickItem(box, button);
-    EXPECT_TRUE(picker.ran());
-}
-
 // After Setup, whatever its answer, the main window remakes the alert font
 // from the settings and writes them: a colour picked before Cancel is saved,
-// one cancelled in the picker is not.
-TEST_F(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer) {
+// one cancelled in the picker (which runs inside Setup's click) is not.
+TEST(SetupBoxTest, MainWindowRemakesTheFontAndSavesAfterSetupWhateverTheAnswer) {
     if (testEnv("HERALDER_SOURCE_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
     const std::string file = getUserDataPath(kSettingsFileName);
     DeleteFileA(file.c_str());
     TestMainWindow window;
-    HWND main = window.hwnd();
-    ASSERT_TRUE(main);
     Settings& record = window.record();
     record.ColourTableFile = scratchFolder("heralder_setup_test") + "main.ccl";
     record.AlertFontName = "Liberation Serif";
     record.AlertFontSize = 16;
     record.AlertTextColor = 0x00FFFFFF;
     describeAlertLook(record);
-    SetWindowTextA(main, "something else");
-
-    DialogDriver driver([&](HWND box) {
-        typeText(box, IDC_SETUP_FONTSIZE, "30");  // not stored: Cancel follows
-        pickInSetup(box, IDC_SETUP_BACKCOLOUR, IDC_BUTTON1, "17");
-        pickInSetup(box, IDC_SETUP_TEXTCOLOUR, IDC_CANCELBUTTON, "200");
-        clickItem(box, IDC_CANCELBUTTON);
-    });
-    SendMessageA(main, WM_COMMAND, IDM_SETUP, 0);
-    EXPECT_TRUE(driver.ran());
-    EXPECT_EQ(windowText(main), "Quenmark Heralder");
+    SetWindowTextA(window.hwnd(), "something else");
+    runDriven(
+        [&] { return SendMessageA(window.hwnd(), WM_COMMAND, IDM_SETUP, 0); },
+        [&](HWND box) {
+            SetDlgItemTextA(box, IDC_SETUP_FONTSIZE, "30");  // not stored: Cancel follows
+            for (auto [button, answer, red] : {std::tuple{IDC_SETUP_BACKCOLOUR, IDC_BUTTON1, "17"},
+                                               {IDC_SETUP_TEXTCOLOUR, IDC_CANCELBUTTON, "200"}})
+                runDriven([&] { return clickItem(box, button), 0; },
+                          [&](HWND picker) {
+                              EXPECT_NE(picker, box);
+                              SetDlgItemTextA(picker, IDC_COLOUR_RED, red);
+                              SetDlgItemTextA(picker, IDC_COLOUR_GREEN, "0");
+                              SetDlgItemTextA(picker, IDC_COLOUR_BLUE, "0");
+                              clickItem(picker, answer);
+                          });
+            clickItem(box, IDC_CANCELBUTTON);
+        });
+    EXPECT_EQ(windowText(window.hwnd()), "Quenmark Heralder");
     LOGFONTA font = {};
-    ASSERT_TRUE(app().alertFont);
-    GetObjectA(app().alertFont.get(), sizeof font, &font);
-    EXPECT_EQ(font.lfHeight, 16);
-    EXPECT_STREQ(font.lfFaceName, "Liberation Serif");
     LOGBRUSH brush = {};
+    GetObjectA(app().alertFont.get(), sizeof font, &font);
     GetObjectA(app().alertBackgroundBrush.get(), sizeof brush, &brush);
-    EXPECT_EQ(brush.lbColor, 17u);
+    EXPECT_EQ(std::tuple(font.lfHeight, std::string(font.lfFaceName), brush.lbColor),
+              std::tuple(16L, std::string("Liberation Serif"), COLORREF(17)));
     Settings read;
     ASSERT_TRUE(readSettingsFile(read, file));
-    EXPECT_EQ(read.AlertBackgroundColor, 17u);
-    EXPECT_EQ(read.AlertTextColor, 0x00FFFFFFu);
-    EXPECT_EQ(read.AllowINIUpdates, record.AllowINIUpdates);
-
+    EXPECT_EQ(std::tuple(read.AlertBackgroundColor, read.AlertTextColor, read.AllowINIUpdates),
+              std::tuple(17u, 0x00FFFFFFu, record.AllowINIUpdates));
     DeleteFileA(file.c_str());
 }
 

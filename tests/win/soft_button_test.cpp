@@ -1,15 +1,6 @@
-// Soft buttons in a test dialog: in every style the buttons keep behaving as
-// push buttons for the mouse, Enter, Escape, Tab, Space and mnemonics,
-// enabling and disabling shows at once, the mouse lights a button, each state
-// looks different, and high contrast uses the system's colours only. The
-// default button following the focus is checked in every real window
-// (scale_test).
-#include <gtest/gtest.h>
-
-#include <functional>
+// Soft buttons in a test dialog. The default button following the focus is
+// checked in every real window (scale_test).
 #include <set>
-#include <string>
-#include <vector>
 
 #include "base/win_handles.h"
 #include "tests/win/dialog_driver.h"
@@ -19,7 +10,6 @@
 
 namespace {
 
-// A key pressed and released on the focused control.
 void typeKey(HWND dialog, UINT vk) {
     HWND target = GetFocus();
     PostMessageA(target, WM_KEYDOWN, vk, 1);
@@ -27,7 +17,6 @@ void typeKey(HWND dialog, UINT vk) {
     pumpDialog(dialog);
 }
 
-// The pixels a control shows.
 std::vector<uint32_t> pixelsOf(HWND control) {
     RECT r;
     GetClientRect(control, &r);
@@ -37,7 +26,6 @@ std::vector<uint32_t> pixelsOf(HWND control) {
     return shown.pixels();
 }
 
-// Pumps the dialog's messages for up to a second until done() holds.
 bool waitFor(HWND dialog, const std::function<bool()>& done) {
     for (int i = 0; i < 100; ++i, Sleep(10)) {
         pumpDialog(dialog);
@@ -76,15 +64,13 @@ TEST(SoftButtons, EveryStyleKeepsPushButtonsForMouseAndKeyboard) {
         int focus;  // 0: where the dialog puts it (the numeric field)
         std::vector<UINT> keys;
         UINT sysChar;  // Alt + this letter, after the keys
-        int click;     // BM_CLICK on this button, after the rest
         INT_PTR expected;
     } cases[] = {
-        {"click Cancel", 0, {}, 0, IDC_CANCELBUTTON, IDCANCEL},
-        {"Tab from Help to the field, Enter", IDC_HELPBUTTON, {VK_TAB, VK_RETURN}, 0, 0, IDOK},
-        {"Escape", IDC_HELPBUTTON, {VK_ESCAPE}, 0, 0, IDCANCEL},
-        {"Tab twice from OK, Enter", IDC_BUTTON1, {VK_TAB, VK_TAB, VK_RETURN}, 0, 0, IDHELP},
-        {"Space on Cancel", IDC_CANCELBUTTON, {VK_SPACE}, 0, 0, IDCANCEL},
-        {"Alt+H", 0, {}, 'h', 0, IDHELP},
+        {"Tab from Help to the field, Enter", IDC_HELPBUTTON, {VK_TAB, VK_RETURN}, 0, IDOK},
+        {"Escape", IDC_HELPBUTTON, {VK_ESCAPE}, 0, IDCANCEL},
+        {"Tab twice from OK, Enter", IDC_BUTTON1, {VK_TAB, VK_TAB, VK_RETURN}, 0, IDHELP},
+        {"Space on Cancel", IDC_CANCELBUTTON, {VK_SPACE}, 0, IDCANCEL},
+        {"Alt+H", 0, {}, 'h', IDHELP},
     };
     SetCursorPos(0, 0);  // away from the dialog, so that no button is drawn hot
     for (uint32_t style = kSoftButtonsNone; style <= kSoftButtonsWedge; ++style)
@@ -96,7 +82,8 @@ TEST(SoftButtons, EveryStyleKeepsPushButtonsForMouseAndKeyboard) {
             });
             DialogDriver driver([&](HWND dialog) {
                 EXPECT_EQ(isSoftButton(GetDlgItem(dialog, IDC_TEST_DISABLED)), style != 0);
-                if (style != 0 && c.click) expectChangesShow(dialog);
+                // A click on a soft button is checked with every window (Help).
+                if (style != 0 && c.sysChar) expectChangesShow(dialog);
                 if (c.focus)
                     SendMessageA(dialog, WM_NEXTDLGCTL,
                                  reinterpret_cast<WPARAM>(GetDlgItem(dialog, c.focus)), TRUE);
@@ -105,7 +92,6 @@ TEST(SoftButtons, EveryStyleKeepsPushButtonsForMouseAndKeyboard) {
                     PostMessageA(GetFocus(), WM_SYSCHAR, c.sysChar, 1 << 29);
                     pumpDialog(dialog);
                 }
-                if (c.click) clickItem(dialog, c.click);
                 if (IsWindowVisible(dialog)) EndDialog(dialog, -2);
             });
             EXPECT_EQ(box.run(), c.expected);
@@ -134,36 +120,27 @@ TEST(SoftButtons, EveryStateLooksDifferentAndHighContrastUsesSystemColours) {
         const COLORREF ref = GetSysColor(c);
         allowed.insert((GetRValue(ref) << 16) | (GetGValue(ref) << 8) | GetBValue(ref));
     }
-    Canvas picture(6 * 124 + 12, 9 * 47 + 12, GetSysColor(COLOR_BTNFACE));
-    int top = 12;
     for (uint32_t style = kSoftButtonsSoft; style <= kSoftButtonsWedge; ++style)
         for (const auto& scale : scales) {
+            const bool hc = scale.highContrast;
             SCOPED_TRACE(testing::Message()
-                         << "style " << style << " " << scale.width << " " << scale.highContrast);
+                         << "style " << style << " " << scale.width << " " << hc);
             UniqueFont font(CreateFontA(-scale.fontHeight, 0, 0, 0, FW_NORMAL, 0, 0, 0,
                                         ANSI_CHARSET, 0, 0, scale.quality, 0, "MS Shell Dlg"));
             std::set<std::vector<uint32_t>> looks;
             for (int i = 0; i < 6; ++i) {
-                SoftButtonFace face{style, "&Dismiss", font.get()};
-                face.isDefault = kStates[i].isDefault;
-                face.focused = kStates[i].focused && !scale.highContrast;
-                face.pressed = kStates[i].pressed;
-                face.hot = kStates[i].hot;
-                face.disabled = kStates[i].disabled;
-                face.highContrast = scale.highContrast;
-                const RECT r{12 + i * 124, top, 12 + i * 124 + scale.width, top + scale.height};
-                paintSoftButton(picture.dc(), r, face);
-                looks.insert(picture.pixels(r));
-                for (uint32_t p : picture.pixels(r))
-                    ASSERT_TRUE(!scale.highContrast || allowed.count(p))
-                        << i << " " << std::hex << p;
+                const auto& s = kStates[i];
+                const SoftButtonFace face{
+                    style,     "&Dismiss", font.get(), nullptr, s.isDefault, s.focused && !hc,
+                    s.pressed, s.hot,      s.disabled, false,   false,       hc};
+                Canvas canvas(scale.width, scale.height, GetSysColor(COLOR_BTNFACE));
+                paintSoftButton(canvas.dc(), {0, 0, scale.width, scale.height}, face);
+                looks.insert(canvas.pixels());
+                for (uint32_t p : canvas.pixels())
+                    ASSERT_TRUE(!hc || allowed.count(p)) << i << " " << std::hex << p;
             }
-            if (!scale.highContrast) {
-                EXPECT_EQ(looks.size(), 6u);
-            }
-            top += scale.height + 12;
+            EXPECT_EQ(looks.size(), hc ? looks.size() : 6u);
         }
-    picture.save("soft_button_states");
 }
 
 }  // namespace

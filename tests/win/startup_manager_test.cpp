@@ -1,14 +1,7 @@
-// The startup manager under Wine: the stored choice it shows, what Close and
-// Cancel do with it, and the shortcut it leaves in the prefix's Startup
-// folder, read back both through the shell's own link object and with an
-// independent reader (exiftool, run as a Unix program from the test).
-#include <gtest/gtest.h>
-
-#include <string>
-
+// The startup manager under Wine; its shortcut is read back through the
+// shell's own link object and with an independent reader (exiftool).
 #include "dialogs/startup_manager_win.h"
 #include "resources/resource.h"
-#include "settings/settings.h"
 #include "shell/startup_link_win.h"
 #include "tests/win/dialog_driver.h"
 #include "tests/win/link_readers.h"
@@ -40,8 +33,6 @@ class StartupManager : public testing::Test {
     }
     void TearDown() override { DeleteFileA(link_.c_str()); }
 
-    void expectLink(const std::string& arguments) { expectStartupLink(link_, program_, arguments); }
-
     std::string folder_, link_, program_;
     Settings settings_;
 };
@@ -51,47 +42,44 @@ class StartupManager : public testing::Test {
 TEST_F(StartupManager, CloseStoresAndAppliesTheChoiceCancelChangesNothing) {
     const struct {
         const char* what;
-        uint32_t stored;
-        bool linkBefore;
-        int radio;  // clicked before closing; 0 none
+        uint32_t stored;  // with a link when Automatic
+        int radio;        // clicked before closing; 0 none
         int button;
-        int wantResult;
-        uint32_t wantStored;
-        bool wantLink;
+        uint32_t wantStored;  // the link is there with Automatic only
     } cases[] = {
-        {"Automatic creates", kStartupManual, false, IDC_STARTUP_AUTOMATIC, IDC_BUTTON1, 1,
-         kStartupAutomatic, true},
-        {"Automatic rewrites the one link", kStartupAutomatic, true, 0, IDC_BUTTON1, 1,
-         kStartupAutomatic, true},
-        {"Manual deletes", kStartupAutomatic, true, IDC_STARTUP_MANUAL, IDC_BUTTON1, 1,
-         kStartupManual, false},
-        {"Manual with nothing to delete", kStartupManual, false, 0, IDC_BUTTON1, 1, kStartupManual,
-         false},
-        {"neither checked means Automatic", 0, false, 0, IDC_BUTTON1, 1, kStartupAutomatic, true},
-        {"Cancel keeps the link and the setting", kStartupAutomatic, true, IDC_STARTUP_MANUAL,
-         IDC_CANCELBUTTON, 0, kStartupAutomatic, true},
-        {"Cancel creates nothing", kStartupManual, false, IDC_STARTUP_AUTOMATIC, IDC_CANCELBUTTON,
-         0, kStartupManual, false},
-        {"an unknown value shows neither", 7, false, 0, IDC_CANCELBUTTON, 0, 7, false},
+        {"Automatic creates", kStartupManual, IDC_STARTUP_AUTOMATIC, IDC_BUTTON1,
+         kStartupAutomatic},
+        {"Automatic rewrites the one link", kStartupAutomatic, 0, IDC_BUTTON1, kStartupAutomatic},
+        {"Manual deletes", kStartupAutomatic, IDC_STARTUP_MANUAL, IDC_BUTTON1, kStartupManual},
+        {"Manual with nothing to delete", kStartupManual, 0, IDC_BUTTON1, kStartupManual},
+        {"neither checked means Automatic", 0, 0, IDC_BUTTON1, kStartupAutomatic},
+        {"Cancel keeps the link and the setting", kStartupAutomatic, IDC_STARTUP_MANUAL,
+         IDC_CANCELBUTTON, kStartupAutomatic},
+        {"Cancel creates nothing", kStartupManual, IDC_STARTUP_AUTOMATIC, IDC_CANCELBUTTON,
+         kStartupManual},
+        {"an unknown value shows neither", 7, 0, IDC_CANCELBUTTON, 7},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         DeleteFileA(link_.c_str());
         // Cancel must leave even a link that disagrees with the setting alone.
-        if (c.linkBefore) applyStartupOption(nullptr, 7);
+        if (c.stored == kStartupAutomatic) applyStartupOption(nullptr, 7);
         settings_.StartupOptions = c.stored;
-        DialogDriver driver([&](HWND box) {
-            EXPECT_EQ(IsDlgButtonChecked(box, IDC_STARTUP_MANUAL),
-                      UINT(c.stored == kStartupManual));
-            EXPECT_EQ(IsDlgButtonChecked(box, IDC_STARTUP_AUTOMATIC),
-                      UINT(c.stored == kStartupAutomatic));
-            if (c.radio) clickItem(box, c.radio);
-            clickItem(box, c.button);
-        });
-        EXPECT_EQ(openStartupManager(nullptr, settings_), c.wantResult);
+        const bool ok = c.button == IDC_BUTTON1, link = c.wantStored == kStartupAutomatic;
+        const INT_PTR result =
+            runDriven([&] { return openStartupManager(nullptr, settings_); },
+                      [&](HWND box) {
+                          EXPECT_EQ(IsDlgButtonChecked(box, IDC_STARTUP_MANUAL),
+                                    UINT(c.stored == kStartupManual));
+                          EXPECT_EQ(IsDlgButtonChecked(box, IDC_STARTUP_AUTOMATIC),
+                                    UINT(c.stored == kStartupAutomatic));
+                          if (c.radio) clickItem(box, c.radio);
+                          clickItem(box, c.button);
+                      });
+        EXPECT_EQ(result, ok ? 1 : 0);
         EXPECT_EQ(settings_.StartupOptions, c.wantStored);
-        EXPECT_EQ(countLinks(folder_), c.wantLink ? 1 : 0);
-        if (c.wantLink) expectLink(c.wantResult == 1 ? "/UPDATE" : "");
+        EXPECT_EQ(countLinks(folder_), link ? 1 : 0);
+        if (link) expectStartupLink(link_, program_, ok ? "/UPDATE" : "");
     }
 }
 

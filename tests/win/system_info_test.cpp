@@ -1,12 +1,4 @@
-// System information under Wine: the facts gathered from a data folder the
-// test lays out, the dialog showing the report, Copy putting all of it on the
-// clipboard, and the main window's menu command opening it.
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "app/app_win.h"
-#include "app/main_window_win.h"
+// System information under Wine, gathered from a data folder the test lays out.
 #include "base/file_io.h"
 #include "dialogs/system_info_win.h"
 #include "resources/resource.h"
@@ -21,18 +13,15 @@ class SystemInfo : public SettingsTest {
   protected:
     void SetUp() override {
         ASSERT_TRUE(ensureDataFolders());
-        settingsFile_ = getUserDataPath(kSettingsFileName);
-        files_ = {settingsFile_, backupPathFor(settingsFile_),
-                  backupPathFor(backupPathFor(settingsFile_)), getUserHeralderPath("Heralder.lst"),
-                  getUserDataPath("SysInfoLedger.ini")};
-        for (const std::string& file : files_) DeleteFileA(file.c_str());
+        TearDown();
     }
     void TearDown() override {
         for (const std::string& file : files_) DeleteFileA(file.c_str());
-        SettingsTest::TearDown();
     }
-    std::string settingsFile_;
-    std::vector<std::string> files_;
+    const std::string settingsFile_ = getUserDataPath(kSettingsFileName);
+    const std::vector<std::string> files_ = {
+        settingsFile_, backupPathFor(settingsFile_), backupPathFor(backupPathFor(settingsFile_)),
+        getUserHeralderPath("Heralder.lst"), getUserDataPath("SysInfoLedger.ini")};
 };
 
 TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
@@ -60,22 +49,20 @@ TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
 // Opened as the menu opens it; Copy takes the whole report, not a selection.
 TEST_F(SystemInfo, MenuCommandShowsTheReportAndCopyTakesAllOfIt) {
     TestMainWindow main;
-    ASSERT_TRUE(main.hwnd());
     main.record().SoftButtons = 1;
     std::string shown;
-    DialogDriver driver([&](HWND box) {
-        HWND edit = GetDlgItem(box, IDC_SYSINFO_REPORT);
-        shown = windowText(edit);
-        EXPECT_TRUE(GetWindowLongA(edit, GWL_STYLE) & ES_READONLY);
-        SendMessageA(edit, EM_SETSEL, 0, 5);
-        clickItem(box, IDC_SYSINFO_COPY);
-        EXPECT_EQ(clipboardText(), shown);
-        EXPECT_TRUE(IsWindowVisible(box));
-        clickItem(box, IDC_BUTTON1);
-    });
-    SendMessageA(main.hwnd(), WM_COMMAND, IDM_SYSTEM_INFO, 0);
-    EXPECT_TRUE(driver.ran());
-    EXPECT_EQ(shown.rfind("Quenmark Heralder system information\r\n", 0), 0u) << shown;
+    runDriven([&] { return SendMessageA(main.hwnd(), WM_COMMAND, IDM_SYSTEM_INFO, 0); },
+              [&](HWND box) {
+                  HWND edit = GetDlgItem(box, IDC_SYSINFO_REPORT);
+                  shown = windowText(edit);
+                  EXPECT_TRUE(GetWindowLongA(edit, GWL_STYLE) & ES_READONLY);
+                  SendMessageA(edit, EM_SETSEL, 0, 5);
+                  clickItem(box, IDC_SYSINFO_COPY);
+                  EXPECT_EQ(clipboardText(), shown);
+                  EXPECT_TRUE(IsWindowVisible(box));
+                  clickItem(box, IDC_BUTTON1);
+              });
+    EXPECT_TRUE(shown.starts_with("Quenmark Heralder system information\r\n")) << shown;
     EXPECT_NE(shown.find("17.0a (Revision 2)"), std::string::npos);
 }
 

@@ -1,15 +1,12 @@
 #pragma once
-// Ids of the dialog templates that only the Windows tests use (test_dialogs.rc).
-// Kept apart from resources/resource.h: the program never shows these.
+// Ids of the dialog templates that only the Windows tests use (test_dialogs.rc),
+// kept apart from resources/resource.h: the program never shows these.
 
-// ---- Shared pieces: template "TESTPIECESBOX" ---------------------------------
-//      IDC_BUTTON1 "OK" (default), IDC_CANCELBUTTON, IDC_HELPBUTTON "&Help",
-//      IDC_ICONBUTTON
+// ---- "TESTPIECESBOX": OK (default), Cancel, "&Help", the icon button, and: --
 #define IDC_TEST_DISABLED 301  // a push button that starts disabled
 #define IDC_TEST_COUNT 302     // numeric field; its up-down is 10302
 #define IDC_TEST_COUNT_UPDOWN 10302
 
-// ---- Pictures ------------------------------------------------------------------
 // A 24-bit bitmap file as raw data: the default-picture loader must refuse it.
 #define IDR_TEST_PICTURE_24 7790
 
