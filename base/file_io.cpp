@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 
 #include <cstdio>
+#include <ctime>
 #include <memory>
 
 #ifdef _WIN32
@@ -77,13 +78,33 @@ bool writeFileBytes(const std::string& path, std::initializer_list<std::string_v
     return std::fclose(f) == 0 && ok;
 }
 
-bool replaceFileWith(const std::string& from, const std::string& to) {
+bool replaceFileWith(const std::string& from, const std::string& to, WriteReach reach) {
 #ifdef _WIN32
-    return MoveFileExA(from.c_str(), to.c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    const DWORD through = reach == WriteReach::Disk ? MOVEFILE_WRITE_THROUGH : 0;
+    return MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | through) != 0;
 #else
+    (void)reach;
     return std::rename(from.c_str(), to.c_str()) == 0;
 #endif
+}
+
+bool linkFile(const std::string& existing, const std::string& name) {
+#ifdef _WIN32
+    return CreateHardLinkA(name.c_str(), existing.c_str(), nullptr) != 0;
+#else
+    return link(existing.c_str(), name.c_str()) == 0;
+#endif
+}
+
+std::optional<long long> fileAgeSeconds(const std::string& path) {
+#ifdef _WIN32
+    struct _stat64 st;
+    if (_stat64(path.c_str(), &st) != 0) return std::nullopt;
+#else
+    struct stat st;
+    if (stat(path.c_str(), &st) != 0) return std::nullopt;
+#endif
+    return static_cast<long long>(std::time(nullptr) - st.st_mtime);
 }
 
 bool replaceFileContents(const std::string& path, std::initializer_list<std::string_view> pieces,
@@ -92,7 +113,7 @@ bool replaceFileContents(const std::string& path, std::initializer_list<std::str
     const std::string fresh = path + ".tmp";
     if (writeFileBytes(fresh, pieces, reach)) {
         if (replaceHook) replaceHook(path);
-        if (replaceFileWith(fresh, path)) return true;
+        if (replaceFileWith(fresh, path, reach)) return true;
     }
     std::remove(fresh.c_str());
     return false;

@@ -21,8 +21,9 @@ std::optional<std::string> readFileBytes(const std::string& path);
 // How far a write must get before it counts. To the disk for a file that has
 // to outlive a power cut; only to the system (which still reports a full disk)
 // for a spare copy, whose loss in a power cut costs nothing while the file it
-// copies was itself flushed: asking the disk costs a daily run more than all
-// its other work.
+// copies was itself flushed, and for a new file whose loss another file on
+// the disk makes good: asking the disk costs a daily run more than all its
+// other work.
 enum class WriteReach { Disk, System };
 
 // Creates or truncates the file and writes the pieces one after another, in
@@ -30,8 +31,18 @@ enum class WriteReach { Disk, System };
 bool writeFileBytes(const std::string& path, std::initializer_list<std::string_view> pieces,
                     WriteReach reach = WriteReach::Disk);
 
-// Moves the file from over the file to (which may be missing) in one step.
-bool replaceFileWith(const std::string& from, const std::string& to);
+// Moves the file from over the file to (which may be missing) in one step;
+// with WriteReach::Disk the move itself is on the disk before it counts.
+bool replaceFileWith(const std::string& from, const std::string& to,
+                     WriteReach reach = WriteReach::Disk);
+
+// Gives the file a second name, one more link to the same bytes on the disk;
+// false where the file system has no such links (the caller then copies).
+bool linkFile(const std::string& existing, const std::string& name);
+
+// Whole seconds since the file was last written; nullopt when it cannot be
+// asked (a missing file included).
+std::optional<long long> fileAgeSeconds(const std::string& path);
 
 // Writes the pieces to a file beside path and then replaces path with it: a
 // crash, a kill or a full disk leaves either the old file or the new one. On

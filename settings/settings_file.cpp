@@ -110,7 +110,7 @@ std::optional<std::string> readIntact(const std::string& path) {
 }
 
 // Each backup is itself replaced in one step; a damaged generation is not
-// passed on, so the newest good one survives. A backup is not flushed to the
+// passed on, so the newest good one survives. A copy is not flushed to the
 // disk: a power cut can cost only the copy, and the settings file it was
 // copied from was flushed when it was saved (the reader turns to a backup only
 // when that file is damaged).
@@ -119,7 +119,27 @@ void copyIntact(const std::string& from, const std::string& to) {
         replaceFileContents(to, {*bytes}, WriteReach::System);
 }
 
+// What a save would change in the file that a power cut may not take back:
+// the lines after the header, whose time text changes with every save, less
+// the date of the last document, which every fetch sets again.
+std::string lastingSettings(std::string_view fileBytes) {
+    const std::size_t section = fileBytes.find("\n[HERALDER]");
+    if (section == std::string_view::npos) return {};
+    std::string body(fileBytes.substr(section));
+    const std::size_t date = body.find("\nCurrentTransactionDate = ");
+    if (date != std::string::npos) body.erase(date, body.find('\n', date + 1) - date);
+    return body;
+}
+
 }  // namespace
+
+WriteReach settingsSaveReach(std::string_view before, std::string_view after, bool beforeKept,
+                             long long beforeAgeSeconds) {
+    const std::string lasting = lastingSettings(after);
+    const bool unchanged = !lasting.empty() && lastingSettings(before) == lasting;
+    return unchanged && beforeKept && beforeAgeSeconds >= 60 ? WriteReach::System
+                                                             : WriteReach::Disk;
+}
 
 void readSettingsText(Settings& record, std::string_view fileBytes) {
     std::string text = textModeView(fileBytes);
@@ -201,8 +221,24 @@ std::string backupPathFor(const std::string& path) {
 
 bool writeSettingsFile(const Settings& record, const std::string& path, std::time_t now) {
     if (path.empty()) return false;
-    const std::string backup = backupPathFor(path);
-    copyIntact(backup, backupPathFor(backup));
-    copyIntact(path, backup);
-    return replaceFileContents(path, {formatSettingsFile(record, now)});
+    const std::string backup = backupPathFor(path), oldest = backupPathFor(backup);
+    const std::optional<std::string> current = readIntact(path);
+    const std::optional<long long> age = fileAgeSeconds(path);
+    // With an intact file to take its place, the first backup moves down by a
+    // rename and the file becomes the first backup by a second name: the
+    // generations kept are then the very bytes an earlier save put on the
+    // disk, not fresh copies that a power cut could still take.
+    bool kept = false;
+    if (current) {
+        if (!readIntact(backup) || !replaceFileWith(backup, oldest, WriteReach::System))
+            copyIntact(backup, oldest);
+        std::remove(backup.c_str());
+        kept = linkFile(path, backup);
+        if (!kept) replaceFileContents(backup, {*current}, WriteReach::System);
+    } else {
+        copyIntact(backup, oldest);
+    }
+    const std::string text = formatSettingsFile(record, now);
+    return replaceFileContents(
+        path, {text}, settingsSaveReach(current.value_or(""), text, kept, age.value_or(0)));
 }

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "base/file_io.h"
 #include "settings/settings.h"
 
 inline constexpr const char* kSettingsFileName = "Heralder17.ini";
@@ -41,6 +42,16 @@ std::string backupPathFor(const std::string& path);
 // be written; the old one then stays.
 bool writeSettingsFile(const Settings& record, const std::string& path,
                        std::time_t now = std::time(nullptr));
+// How far a save must reach before it counts. Only as far as the system when
+// it changes no setting but the date of the last document (which the next
+// fetch sets again), the file it replaces stays as the first backup (a
+// second name, not a copy) and has been there a minute or more, long enough
+// for the system to have put it on the disk: a power cut that damages the new
+// file then leaves the reader that backup, holding the same settings. Every
+// daily run makes such a save, and waiting for the disk would cost it more than
+// the rest of its work.
+WriteReach settingsSaveReach(std::string_view before, std::string_view after, bool beforeKept,
+                             long long beforeAgeSeconds);
 
 // record against the user's data folder (Windows only).
 void readSettings(Settings& record);

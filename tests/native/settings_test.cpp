@@ -2,6 +2,7 @@
 // names, and the dates and versions settings hold.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <ctime>
@@ -140,6 +141,38 @@ TEST(SettingsFile, AKillDuringASaveLeavesTheOldFile) {
     Settings read;
     EXPECT_EQ(readSettingsFile(read, path), path);
     EXPECT_EQ(read.AlertFontSize, 33u);
+}
+
+// The file a save replaces stays on as the first backup under a second name,
+// and only a save that changes nothing over a file a minute old skips the
+// disk: anything else could leave no generation holding what was saved.
+TEST(SettingsFile, OnlyAnUnchangedSaveOverAnOldKeptFileSkipsTheDisk) {
+    ScratchFolder dir;
+    const std::string path = dir.file("Heralder17.ini");
+    const auto inode = [](const std::string& name) {
+        struct stat st {};
+        return stat(name.c_str(), &st) == 0 ? st.st_ino : 0;
+    };
+    ASSERT_TRUE(writeSettingsFile(Settings{}, path, 0));
+    const auto first = inode(path);
+    ASSERT_TRUE(writeSettingsFile(Settings{}, path, 0));
+    EXPECT_EQ(inode(dir.file("Backup of Heralder17.ini")), first);
+
+    Settings changed, today, both;
+    changed.BeNoisy = both.BeNoisy = 0;
+    today.CurrentTransactionDate = both.CurrentTransactionDate = "11-26-2026";
+    const std::string old = formatSettingsFile(Settings{}, 0);
+    const std::tuple<std::string, std::string, bool, long long, WriteReach> cases[] = {
+        {old, formatSettingsFile(Settings{}, 86400), true, 60, WriteReach::System},
+        {old, formatSettingsFile(today, 86400), true, 86400, WriteReach::System},
+        {old, formatSettingsFile(both, 86400), true, 86400, WriteReach::Disk},
+        {old, formatSettingsFile(changed, 86400), true, 86400, WriteReach::Disk},
+        {old, formatSettingsFile(Settings{}, 86400), false, 86400, WriteReach::Disk},  // a copy
+        {old, formatSettingsFile(Settings{}, 86400), true, 59, WriteReach::Disk},
+        {"", formatSettingsFile(Settings{}, 86400), true, 86400, WriteReach::Disk},
+    };
+    for (const auto& [before, after, kept, age, reach] : cases)
+        EXPECT_EQ(settingsSaveReach(before, after, kept, age), reach) << kept << " " << age;
 }
 
 // A full disk: the C runtime may say nothing at close, the flush must.

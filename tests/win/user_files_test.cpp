@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "base/file_io.h"
-#include "base/win_headers.h"
+#include "base/win_handles.h"
 #include "feed/installed_product.h"
 #include "settings/file_locations_win.h"
 #include "settings/settings_file.h"
@@ -47,11 +47,21 @@ TEST(UserSettingsFile, SavesMakeFoldersAndKeepTheTwoEarlierStates) {
     for (const std::string& folder :
          {getUserHeralderPath("images\\"), getUserHeralderPath(""), getUserDataPath("")})
         RemoveDirectoryA(folder.c_str());
+    // The file a save replaces becomes the first backup itself, not a copy.
+    const auto fileId = [](const std::string& path) {
+        UniqueKernelHandle file(
+            CreateFileA(path.c_str(), 0, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+        BY_HANDLE_FILE_INFORMATION info{};
+        GetFileInformationByHandle(file.get(), &info);
+        return uint64_t{info.nFileIndexHigh} << 32 | info.nFileIndexLow;
+    };
     std::string states[3];
     for (uint32_t i = 0; i < 3; ++i) {
         Settings record;
         record.NoiseType = i + 1;
+        const uint64_t before = i ? fileId(getUserDataPath(kSettingsFileName)) : 0;
         writeSettings(record);
+        if (i) EXPECT_EQ(fileId(getUserDataPath("Backup of Heralder17.ini")), before);
         states[i] = settingsFiles()[kSettingsFileName];
         // CR LF as written, not doubled by a text-mode write.
         EXPECT_NE(states[i].find("\r\nNoiseType = " + std::to_string(i + 1) + "\r\n"),
