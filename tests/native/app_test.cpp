@@ -21,10 +21,9 @@ const Steps kUpdate = {
 const Steps kStartup = {{Send, IDM_STARTUP_MANAGER}, {Post, IDM_EXIT}};
 const Steps kInitConfig = {{Send, IDM_INITIAL_CONFIG}, {Post, IDM_EXIT}};
 
-Steps join(const Steps& first, const Steps& second) {
-    Steps all = first;
-    all.insert(all.end(), second.begin(), second.end());
-    return all;
+Steps join(Steps first, const Steps& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
 }
 
 // Stored edges are unsigned: negative coordinates come back as huge numbers.

@@ -14,12 +14,6 @@ void put32(std::vector<uint8_t>& b, std::size_t at, uint32_t v) {
     std::memcpy(&b[at], &v, 4);
 }
 
-uint32_t get32(const std::vector<uint8_t>& b, std::size_t at) {
-    uint32_t v;
-    std::memcpy(&v, &b[at], 4);
-    return v;
-}
-
 // A packed DIB of the given size; a negative height makes it top-down.
 std::vector<uint8_t> dib(int32_t width, int32_t height, uint16_t bits) {
     std::vector<uint8_t> bytes = makePackedDib(width, height < 0 ? -height : height, bits);
@@ -107,7 +101,9 @@ TEST(PackedDib, BlendOfAPartIsClippedPaddedAndBottomUp) {
             }
             const std::size_t stride = (c.width * 3 + 3) / 4 * 4;
             ASSERT_EQ(out.size(), 40 + c.height * stride);
-            EXPECT_EQ(get32(out, 20), c.height * stride);  // the image size field
+            std::vector<uint8_t> sized = out;  // the image size field
+            put32(sized, 20, c.height * stride);
+            EXPECT_EQ(sized, out);
             const std::optional<DibInfo> o = getDibInfo(out);
             ASSERT_TRUE(o && o->width == c.width && o->height == c.height && o->bottomUp);
             for (int y = 0; y < c.height; ++y) {
@@ -138,10 +134,9 @@ TEST(PackedDib, FileHeadersAreReadAndLiesRefused) {
     std::vector<uint8_t> good = bmpFile(makePackedDib(4, 4, 32));
     const std::optional<DibInfo> info = readBmpFileInfo(good);
     ASSERT_TRUE(info);
-    EXPECT_TRUE(info->width == 4 && info->height == 4 && info->bitCount == 32);
-    EXPECT_EQ(info->stride, 16u);
-    EXPECT_EQ(info->headerOffset, kFileHeaderSize);
-    EXPECT_EQ(info->bitsOffset, kFileHeaderSize + kInfoHeaderSize);
+    EXPECT_EQ(std::tie(info->width, info->height, info->bitCount, info->stride, info->headerOffset,
+                       info->bitsOffset),
+              std::tuple(4, 4, 32, 16u, kFileHeaderSize, kFileHeaderSize + kInfoHeaderSize));
     for (std::size_t n = 0; n < good.size(); ++n)
         EXPECT_FALSE(readBmpFileInfo(std::span(good).first(n))) << "cut to " << n;
 
