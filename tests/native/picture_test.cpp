@@ -31,17 +31,6 @@ std::vector<uint8_t> bmpFile(const std::vector<uint8_t>& dib) {
     return file;
 }
 
-// One source pixel (0xAABBGGRR) over one colour.
-uint32_t blendOne(uint32_t pixel, uint32_t colour) {
-    std::vector<uint8_t> src = makePackedDib(1, 1, 32);
-    const DibInfo info = *getDibInfo(src);
-    setDibPixel(src, info, 0, 0, pixel);
-    const std::vector<uint8_t> out = compositeOverColour(src, info, colour);
-    const std::optional<DibInfo> outInfo = getDibInfo(out);
-    if (!outInfo || outInfo->bitCount != 24) return kNoPixel;
-    return getDibPixel(out, *outInfo, 0, 0);
-}
-
 // A decoder's output: three pixels per row, two rows, top row first, rows padded to 16 bytes.
 std::vector<uint8_t> bgraRows(uint8_t topLeftAlpha) {
     return {1,  2,  3,  topLeftAlpha, 4,  5,  6,  255, 7,  8,  9,  255, 0xEE, 0xEE, 0xEE, 0xEE,
@@ -64,8 +53,14 @@ TEST(PackedDib, BlendTruncatesEachQuotient) {
         {0x01FFFFFF, 0x00FFFFFF, 0x00FFFFFF},  // 1 + 254
         {0xFE000000, 0x00FFFFFF, 0x00010101},  // 0 + 255 * 1 / 255
     };
-    for (const auto& [pixel, colour, want] : cases)
-        EXPECT_EQ(blendOne(pixel, colour), want) << std::hex << pixel << " over " << colour;
+    for (const auto& [pixel, colour, want] : cases) {  // pixels are 0xAABBGGRR
+        std::vector<uint8_t> src = makePackedDib(1, 1, 32);
+        setDibPixel(src, *getDibInfo(src), 0, 0, pixel);
+        const std::vector<uint8_t> out = compositeOverColour(src, *getDibInfo(src), colour);
+        const std::optional<DibInfo> info = getDibInfo(out);
+        ASSERT_TRUE(info && info->bitCount == 24);
+        EXPECT_EQ(getDibPixel(out, *info, 0, 0), want) << std::hex << pixel << " over " << colour;
+    }
     std::vector<uint8_t> deep24 = makePackedDib(2, 2, 24);
     EXPECT_TRUE(compositeOverColour(deep24, *getDibInfo(deep24), 0).empty());
 }
