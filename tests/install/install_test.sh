@@ -102,15 +102,10 @@ reg_value() {  # name: the value's data as "wine reg query" prints it
     printf '%s\n' "$value"
 }
 
-# Waits for the uninstaller, which runs a copy of itself from the temporary
-# folder and returns at once.
+# Waits up to a minute for the uninstaller, which runs a copy of itself from the
+# temporary folder and returns at once.
 wait_gone() {
-    local i
-    for i in $(seq 120); do
-        [ -e "$1" ] || return 0
-        sleep 0.5
-    done
-    return 1
+    timeout 60 bash -c 'while [ -e "$1" ]; do sleep 0.5; done' _ "$1"
 }
 
 # --- Silent install.
@@ -128,10 +123,9 @@ check "program copyright line" bash -c "exiftool -S -s -LegalCopyright '$program
 check "the user's data folder exists" test -d "$appdata/Quenmark/Heralder"
 
 link="$menu/Heralder.lnk"
-manual_link="$menu/Heralder Manual.lnk"
 check "Start menu entry starts the program" bash -c "exiftool -S -s -LocalBasePath '$link' | grep -qi 'Quenmark\\\\Heralder\\\\heralder.exe$'"
 check "Start menu entry has no switch" test -z "$(tag "$link" CommandLineArguments)"
-check "manual entry opens the manual" bash -c "exiftool -S -s -LocalBasePath '$manual_link' | grep -qi 'Heralder\\\\html\\\\manual.html$'"
+check "manual entry opens the manual" bash -c "exiftool -S -s -LocalBasePath '$menu/Heralder Manual.lnk' | grep -qi 'Heralder\\\\html\\\\manual.html$'"
 
 check "DisplayName" test "$(reg_value DisplayName)" = "Quenmark Heralder"
 check "Publisher" test "$(reg_value Publisher)" = "Quenmark"

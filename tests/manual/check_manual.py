@@ -29,10 +29,11 @@ PAGE_CALL = re.compile(r"\bopenManualPage\s*\(\s*\w+\s*,\s*\w+\s*,\s*\"([^\"]+)\
 
 
 class Page(html.parser.HTMLParser):
-    def __init__(self):
+    def __init__(self, name):
         super().__init__(convert_charrefs=True)
         self.problems, self.stack, self.ids, self.links, self.images = [], [], set(), [], []
         self.doctype, self.styles, self.stylesheets, self.has = False, 0, [], set()
+        self.feed((HTML / name).read_text(encoding="utf-8"))
 
     def problem(self, text):
         self.problems.append(f"line {self.getpos()[0]}: {text}")
@@ -77,12 +78,6 @@ class Page(html.parser.HTMLParser):
                 pass
         else:
             self.stack.pop()
-
-
-def parse(name):
-    page = Page()
-    page.feed((HTML / name).read_text(encoding="utf-8"))
-    return page
 
 
 def check_form(page):
@@ -172,7 +167,7 @@ def render(names, out_dir):
     browser = shutil.which("chromium") or shutil.which("chromium-browser")
     if not browser:
         return None
-    runs, results = {}, {}
+    runs = {}
     options = ("--headless --no-sandbox --disable-gpu --disable-quic --no-first-run "
                "--disable-background-networking --disable-component-update --disable-sync "
                "--window-size=1200,16000 --hide-scrollbars").split()
@@ -180,16 +175,13 @@ def render(names, out_dir):
         for i, name in enumerate(names):
             out = out_dir / (pathlib.Path(name).stem + ".png")
             out.unlink(missing_ok=True)
-            runs[name] = (out, subprocess.Popen(
-                [browser, *options, f"--user-data-dir={profiles}/{i}", f"--screenshot={out}",
+            runs[name] = (out, subprocess.Popen(  # a hung browser fails its page
+                ["timeout", "180", browser, *options, f"--user-data-dir={profiles}/{i}", f"--screenshot={out}",
                  (HTML / name).as_uri()], stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
                 text=True))
+        results = {}
         for name, (out, proc) in runs.items():
-            try:
-                _, err = proc.communicate(timeout=180)
-            except subprocess.TimeoutExpired:
-                proc.kill()
-                _, err = proc.communicate()
+            err = proc.communicate()[1]
             ok = proc.returncode == 0 and out.is_file() and out.stat().st_size > 10000
             results[name] = [] if ok else [f"chromium failed ({proc.returncode}): {err[-500:]}"]
     return results
@@ -204,7 +196,7 @@ def main():
             print(f"{'FAIL' if problems else 'ok  '} {title}" +
                   "".join(f"\n    {p}" for p in problems))
 
-    pages = {name: parse(name) for name in PAGES}
+    pages = {name: Page(name) for name in PAGES}
     table = picture_table()
     for name, page in pages.items():
         case(f"{name}: well-formed, shared stylesheet", check_form(page))

@@ -21,15 +21,9 @@ const Steps kUpdate = {
 const Steps kStartup = {{Send, IDM_STARTUP_MANAGER}, {Post, IDM_EXIT}};
 const Steps kInitConfig = {{Send, IDM_INITIAL_CONFIG}, {Post, IDM_EXIT}};
 
-Steps join(const Steps& first, const Steps& second) {
-    Steps all = first;
-    all.insert(all.end(), second.begin(), second.end());
-    return all;
-}
-
-// Stored edges are unsigned: negative coordinates come back as huge numbers.
-constexpr uint32_t stored(int32_t coordinate) {
-    return static_cast<uint32_t>(coordinate);
+Steps join(Steps first, const Steps& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
 }
 
 auto edgesOf(Settings& record) {
@@ -153,6 +147,7 @@ TEST(Platform, Selectors) {
     EXPECT_FALSE(isPlatformSelected(kPlatformsAllKnown, vistaAnd10));
 }
 
+// Stored edges are unsigned: negative coordinates come back as huge numbers.
 TEST(WindowEdges, RestoredPlacement) {
     constexpr uint32_t kNone = kNoWindowEdge;
     const struct {
@@ -169,9 +164,9 @@ TEST(WindowEdges, RestoredPlacement) {
         {"pulled back from the right", 900, 700, 1000, 760, WindowPlacement{664, 608, 360, 160}},
         {"far off screen", 4000000, 3000000, 4000500, 3000400, WindowPlacement{664, 608, 360, 160}},
         {"right before left", 500, 400, 100, 50, WindowPlacement{500, 400, 360, 160}},
-        {"negative start", stored(-5), stored(-20), 500, 300, WindowPlacement{0, 0, 505, 320}},
-        {"negative start, wide", stored(-300), 0, 2000, 100, WindowPlacement{0, 0, 1024, 160}},
-        {"all negative", stored(-900), stored(-800), stored(-500), stored(-400),
+        {"negative start", uint32_t(-5), uint32_t(-20), 500, 300, WindowPlacement{0, 0, 505, 320}},
+        {"negative start, wide", uint32_t(-300), 0, 2000, 100, WindowPlacement{0, 0, 1024, 160}},
+        {"all negative", uint32_t(-900), uint32_t(-800), uint32_t(-500), uint32_t(-400),
          WindowPlacement{0, 0, 400, 400}},
         {"extremes", 0x80000000u, 0x80000000u, 0x7FFFFFFEu, 0x7FFFFFFEu,
          WindowPlacement{0, 0, 1024, 768}},
@@ -191,7 +186,7 @@ TEST(WindowEdges, StoredRectangleIsClippedToTheScreen) {
     const std::tuple<ScreenRect, uint32_t, uint32_t, uint32_t, uint32_t> cases[] = {
         {{100, 50, 600, 450}, 100, 50, 600, 450},
         {{-8, -8, 1032, 776}, 0, 0, 1024, 768},  // maximised frames overhang
-        {{-500, -400, -100, -50}, 0, 0, stored(-100), stored(-50)},
+        {{-500, -400, -100, -50}, 0, 0, uint32_t(-100), uint32_t(-50)},
     };
     for (const auto& [window, left, top, right, bottom] : cases) {
         Settings record;

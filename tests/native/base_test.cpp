@@ -54,7 +54,7 @@ TEST(Version, EveryFormAgrees) {
               std::tuple(std::string(dotted), std::string(dotted), std::string(display)));
 
     const auto manifest = readFileBytes(HERALDER_SOURCE_DIR "/resources/heralder.manifest");
-    ASSERT_TRUE(manifest);
-    EXPECT_NE(manifest->find("name=\"Quenmark.Heralder\" version=\"" + std::string(dotted) + '"'),
+    EXPECT_NE(manifest.value_or("").find("name=\"Quenmark.Heralder\" version=\"" +
+                                         std::string(dotted) + '"'),
               std::string::npos);
 }

@@ -212,16 +212,15 @@ TEST(NotificationRun, ShowsInDocumentOrderAndCancelOrNeverShowAgainEndTheRun) {
         run.items.push_back(makeItem(type, static_cast<int32_t>(run.items.size() + 1)));
     run.host.cancelOn = 4;
     EXPECT_TRUE(run.go());
-    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 2, 4}));
-    EXPECT_EQ(run.listFile(), "1\r\n2\r\n3\r\n4\r\n");
+    EXPECT_EQ(std::tuple(run.host.shown, run.listFile()),
+              std::tuple(std::vector<int32_t>{1, 2, 4}, "1\r\n2\r\n3\r\n4\r\n"));
 
     never.settings.StartupOptions = 100;
     never.addAlerts(1, 3);
     never.host.neverShowAgainOn = 2;
     EXPECT_TRUE(never.go());
-    EXPECT_EQ(never.host.shown, (std::vector<int32_t>{1, 2}));
-    EXPECT_EQ(never.listFile(), "1\r\n");
-    EXPECT_EQ(never.settings.StartupOptions, 101u);
+    EXPECT_EQ(std::tuple(never.host.shown, never.listFile(), never.settings.StartupOptions),
+              std::tuple(std::vector<int32_t>{1, 2}, "1\r\n", 101u));
 }
 
 // Seen items do not count towards the threshold; items the prompt marks do
@@ -240,9 +239,10 @@ TEST(NotificationRun, PromptOpensFromTheThresholdAndCanStopTheRun) {
         for (int i = 0; i < seen; ++i) run.seen.markItemSeen(run.items[i]);
         run.host.promptAnswer = answer;
         run.host.promptMarks = marks;
-        EXPECT_EQ(run.go(), result) << itemCount;
-        EXPECT_EQ(run.host.prompts, prompts) << itemCount;
-        EXPECT_EQ(run.host.shown.size(), windows) << itemCount;
+        const bool ran = run.go();
+        EXPECT_EQ(std::tuple(ran, run.host.prompts, run.host.shown.size()),
+                  std::tuple(result, prompts, windows))
+            << itemCount;
     }
 }
 
@@ -283,10 +283,11 @@ TEST(NotificationRun, UpdatesRunBeforeWindowsOnlyWhenAllowed) {
         EXPECT_TRUE(run.go());
 
         const bool on = allowed != 0;
-        EXPECT_EQ(run.settings.AlertFontSize, on ? 20u : Settings{}.AlertFontSize);
-        EXPECT_EQ(run.host.prompts, on ? std::vector<int>{2} : std::vector<int>{});
-        EXPECT_EQ(run.listFile(), on ? "8\r\n7\r\n1\r\n9\r\n" : "1\r\n");
-        EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1}));
+        EXPECT_EQ(std::tuple(run.settings.AlertFontSize, run.host.prompts, run.listFile(),
+                             run.host.shown),
+                  std::tuple(on ? 20u : Settings{}.AlertFontSize,
+                             on ? std::vector<int>{2} : std::vector<int>{},
+                             on ? "8\r\n7\r\n1\r\n9\r\n" : "1\r\n", std::vector<int32_t>{1}));
     }
 }
 
@@ -300,9 +301,8 @@ TEST(NotificationRun, GraphicUpdatesPastTheDownloadTimeWaitForTheNextRun) {
         run.add(ItemType::GraphicUpdate, n, "/update/images/g" + std::to_string(n) + ".png");
     run.host.timeSpentAfter = 2;
     EXPECT_TRUE(run.go());
-    EXPECT_EQ(run.host.fetches, 2);
-    EXPECT_EQ(run.host.prompts, std::vector<int>{2});
-    EXPECT_EQ(run.listFile(), "1\r\n7\r\n");
+    EXPECT_EQ(std::tuple(run.host.fetches, run.host.prompts, run.listFile()),
+              std::tuple(2, std::vector<int>{2}, "1\r\n7\r\n"));
 }
 
 TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
@@ -310,11 +310,10 @@ TEST(NotificationRun, WithOnlyShowNewItemsOffEveryRunShowsAndMarksAgain) {
     run.settings.OnlyShowNewItems = 0;
     run.addAlerts(1, 1);
     run.add(ItemType::SettingUpdate, 7, "PromptMultipleCount=6");
-    EXPECT_TRUE(run.go());
-    EXPECT_TRUE(run.go());
-    EXPECT_EQ(run.host.shown, (std::vector<int32_t>{1, 1}));
+    EXPECT_TRUE(run.go() && run.go());
     // Each run: the setting pass marks 7, the window pass marks 1 and 7 again.
-    EXPECT_EQ(run.listFile(), "7\r\n1\r\n7\r\n7\r\n1\r\n7\r\n");
+    EXPECT_EQ(std::tuple(run.host.shown, run.listFile()),
+              std::tuple(std::vector<int32_t>{1, 1}, "7\r\n1\r\n7\r\n7\r\n1\r\n7\r\n"));
 }
 
 // Whatever the text does to the settings, the item is marked: the feed's
@@ -409,9 +408,10 @@ TEST(GraphicUpdate, ReplacesOnlyPicturesAndOnlyAfterACompleteWrite) {
         performGraphicUpdate(item, run.host, run.seen);
         const std::string what = url.value_or("(none)") + " " + body.value_or("").substr(0, 8) +
                                  (folder ? "" : " no folder") + (blocked ? " blocked" : "");
-        EXPECT_EQ(readFile(run.dir.file("logo.bmp")), replaced ? fresh : "old") << what;
-        EXPECT_EQ(run.listFile(), replaced ? "31\r\n" : "") << what;
-        EXPECT_FALSE(std::filesystem::exists(run.dir.file("evil.exe"))) << what;
-        EXPECT_EQ(run.host.messages, blocked ? reported : std::vector<std::string>{}) << what;
+        EXPECT_EQ(std::tuple(readFile(run.dir.file("logo.bmp")), run.listFile(),
+                             std::filesystem::exists(run.dir.file("evil.exe")), run.host.messages),
+                  std::tuple(replaced ? fresh : "old", replaced ? "31\r\n" : "", false,
+                             blocked ? reported : std::vector<std::string>{}))
+            << what;
     }
 }

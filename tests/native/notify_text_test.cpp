@@ -72,9 +72,9 @@ TEST(AlertText, HeaderLineKeepsBelow260Characters) {
 }
 
 TEST(AlertText, CaptionTopAndFit) {
-    EXPECT_EQ(std::tuple(alertCaption({}), alertCaption({.title = ""})),
-              std::tuple("Alert", "Alert"));
-    EXPECT_EQ(alertCaption({.title = "Support hours"}), "Support hours");
+    EXPECT_EQ(std::tuple(alertCaption({}), alertCaption({.title = ""}),
+                         alertCaption({.title = "Support hours"})),
+              std::tuple("Alert", "Alert", "Support hours"));
 
     // With a header line, below the check box or the header; otherwise at the top.
     const int tops[] = {alertTextTop(true, true), alertTextTop(true, false),
@@ -121,10 +121,10 @@ TEST(AlertText, PictureNameMustBePlainAndBytesAPicture) {
 }
 
 TEST(AlertText, ClipboardHoldsTitleAndText) {
-    EXPECT_EQ(alertClipboardText({.title = "Title", .plainText = "Body\nmore"}),
-              "Title\n\nBody\nmore");
-    EXPECT_EQ(alertClipboardText({.title = "Title"}), "Title");
-    EXPECT_EQ(alertClipboardText({.plainText = "Body"}), "Body");
+    EXPECT_EQ(std::tuple(alertClipboardText({.title = "Title", .plainText = "Body\nmore"}),
+                         alertClipboardText({.title = "Title"}),
+                         alertClipboardText({.plainText = "Body"})),
+              std::tuple("Title\n\nBody\nmore", "Title", "Body"));
 }
 
 // A changed feed must not be able to start a program through an item's URL,
@@ -192,11 +192,10 @@ TEST(VersionReport, MarginsNearTheEnd) {
 }
 
 TEST(PromptBox, PendingCountFillsTheFirstFormat) {
-    EXPECT_EQ(fillPendingCount("there are %d items pending", 6), "there are 6 items pending");
-    EXPECT_EQ(std::tuple(fillPendingCount("%d", 32760), fillPendingCount("", 3)),
-              std::tuple("32760", ""));
-    EXPECT_EQ(fillPendingCount("%d and %d", 7), "7 and %d");
-    EXPECT_EQ(fillPendingCount("no count", 3), "no count");
+    EXPECT_EQ(std::tuple(fillPendingCount("there are %d items pending", 6),
+                         fillPendingCount("%d", 32760), fillPendingCount("", 3),
+                         fillPendingCount("%d and %d", 7), fillPendingCount("no count", 3)),
+              std::tuple("there are 6 items pending", "32760", "", "7 and %d", "no count"));
 }
 
 // The type names are written out here: the browser's caption is where they show.
@@ -236,9 +235,9 @@ TEST(BrowseText, AnnouncedAndInstalledVersions) {
     for (const auto& [item, text] : announced) EXPECT_EQ(browseVersionText(item), text);
 
     // Bits 5-9 are the major number, 10-14 the minor one; the beta level never shows.
-    EXPECT_EQ(installedBrowseText(InstalledVersion{0x0443, 5, 9, ""}), "2.1 revision 5");
-    EXPECT_EQ(installedBrowseText(InstalledVersion{0, 0, 9, ""}), "0.0 revision 0");
-    EXPECT_EQ(std::tuple(installedBrowseText(InstalledVersion{~0u, ~0u, 9, ""}),
+    EXPECT_EQ(std::tuple(installedBrowseText(InstalledVersion{0x0443, 5, 9, ""}),
+                         installedBrowseText(InstalledVersion{0, 0, 9, ""}),
+                         installedBrowseText(InstalledVersion{~0u, ~0u, 9, ""}),
                          installedBrowseText(std::nullopt)),
-              std::tuple("31.31 revision -1", ""));
+              std::tuple("2.1 revision 5", "0.0 revision 0", "31.31 revision -1", ""));
 }

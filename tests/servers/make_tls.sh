@@ -12,30 +12,26 @@ ca() {  # name
     openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 2 \
         -subj "/CN=Heralder test authority $1" -keyout "$1.key" -out "$1.crt" 2>/dev/null
 }
-server() {  # name authority host days-offset...
+server() {  # name authority host
     local name=$1 authority=$2 host=$3
     openssl req -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -subj "/CN=$host" \
         -keyout "$name.key" -out "$name.csr" 2>/dev/null
     printf 'subjectAltName=DNS:%s\nbasicConstraints=CA:FALSE\nextendedKeyUsage=serverAuth\n' "$host" >"$name.ext"
     if [ "$name" = expired ]; then
-        past_dated "$name" "$authority"
+        # Valid for one day of 2020. OpenSSL 3.0's x509 cannot set a start date;
+        # "openssl ca" sets both.
+        mkdir -p ca_db && : >ca_db/index.txt && echo 01 >ca_db/serial
+        printf '%s\n' "[ca]" "default_ca = test" "[test]" "database = ca_db/index.txt" \
+            "serial = ca_db/serial" "new_certs_dir = ca_db" "default_md = sha256" "policy = any" \
+            "copy_extensions = none" "[any]" "commonName = supplied" >ca_db/ca.cnf
+        openssl ca -batch -config ca_db/ca.cnf -cert "$authority.crt" -keyfile "$authority.key" \
+            -in "$name.csr" -out "$name.crt" -extfile "$name.ext" -notext \
+            -startdate 20200101000000Z -enddate 20200102000000Z 2>/dev/null
     else
         openssl x509 -req -in "$name.csr" -CA "$authority.crt" -CAkey "$authority.key" \
             -CAcreateserial -extfile "$name.ext" -days 2 -out "$name.crt" 2>/dev/null
     fi
     cat "$name.key" "$name.crt" >"$name.pem"
-}
-# Valid for one day of 2020. OpenSSL 3.0's x509 cannot set a start date;
-# "openssl ca" sets both.
-past_dated() {  # name authority
-    local name=$1 authority=$2
-    mkdir -p ca_db && : >ca_db/index.txt && echo 01 >ca_db/serial
-    printf '%s\n' "[ca]" "default_ca = test" "[test]" "database = ca_db/index.txt" \
-        "serial = ca_db/serial" "new_certs_dir = ca_db" "default_md = sha256" "policy = any" \
-        "copy_extensions = none" "[any]" "commonName = supplied" >ca_db/ca.cnf
-    openssl ca -batch -config ca_db/ca.cnf -cert "$authority.crt" -keyfile "$authority.key" \
-        -in "$name.csr" -out "$name.crt" -extfile "$name.ext" -notext \
-        -startdate 20200101000000Z -enddate 20200102000000Z 2>/dev/null
 }
 ca trusted
 ca stranger
