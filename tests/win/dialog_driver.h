@@ -57,14 +57,12 @@ std::vector<std::string> comboEntries(HWND dialog, int id);
 std::vector<std::string> listEntries(HWND dialog, int id);
 LOGFONTA fontOf(HWND control);
 
+// What is wrong with window's layout at dpi, one line a fault: a control
+// leaving the window, overlapping another, or too small for its text.
+std::vector<std::string> layoutFaults(HWND window, unsigned dpi);
+
 // Runs action with key vk (none when 0) held down in this thread's keyboard state.
 void withKeyHeld(UINT vk, const std::function<void()>& action);
-
-// A test whose dialogs read and change a fresh settings record.
-class SettingsTest : public testing::Test {
-  protected:
-    Settings settings_;
-};
 
 // Clicks Help and checks that the manual opened at referenc.html#topic (a
 // recorder stands in for the browser) and the dialog, opened with settings, stayed.

@@ -16,7 +16,7 @@
 
 namespace {
 
-class InitConfig : public SettingsTest {
+class InitConfig : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(ensureDataFolders());
@@ -29,6 +29,7 @@ class InitConfig : public SettingsTest {
 
     std::string link_ = startupLinkPath(), oldIni_ = getUserDataPath(kOldInstallationFile);
     std::string oldFolder_ = scratchFolder("heralder_init_config_test");
+    Settings settings_;
 };
 
 // The stored choice shows in the radios (Manual always, as the first run

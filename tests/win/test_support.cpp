@@ -31,13 +31,12 @@ Canvas::~Canvas() {
     DeleteDC(dc_);
 }
 
-std::vector<uint32_t> Canvas::pixels(const RECT& r) const {
+std::vector<uint32_t> Canvas::pixels() const {
     GdiFlush();
     std::vector<uint32_t> out;
     if (!bits_) return out;
-    for (int y = r.top; y < r.bottom; ++y)
-        for (int x = r.left; x < r.right; ++x)
-            out.push_back(static_cast<const uint32_t*>(bits_)[y * width_ + x] & 0xFFFFFF);
+    for (int i = 0; i < width_ * height_; ++i)
+        out.push_back(static_cast<const uint32_t*>(bits_)[i] & 0xFFFFFF);
     return out;
 }
 

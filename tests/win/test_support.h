@@ -23,9 +23,8 @@ class Canvas {
     int width() const { return width_; }
     int height() const { return height_; }
     COLORREF at(int x, int y) const { return GetPixel(dc_, x, y); }
-    // Pixels of r row by row as 0x00RRGGBB; the whole canvas by default.
-    std::vector<uint32_t> pixels() const { return pixels({0, 0, width_, height_}); }
-    std::vector<uint32_t> pixels(const RECT& r) const;
+    // Every pixel, row by row, as 0x00RRGGBB.
+    std::vector<uint32_t> pixels() const;
     // NAME.bmp in the test script's screenshot folder, if it named one.
     void save(const std::string& name) const;
 
