@@ -7,6 +7,7 @@
 
 #include "app/app_win.h"
 #include "app/main_window_win.h"
+#include "base/win_handles.h"
 #include "resources/resource.h"
 #include "settings/file_locations_win.h"
 #include "ui/dpi_win.h"
@@ -92,11 +93,9 @@ std::string textOverflow(HWND control, unsigned dpi) {
     GetClientRect(control, &r);
     const int width = r.right - room;
     RECT need{0, 0, width, 0};
-    HDC dc = GetDC(control);
-    HGDIOBJ old = SelectObject(dc, GetWindowFont(control));
-    DrawTextA(dc, text.c_str(), static_cast<int>(text.size()), &need, format);
-    SelectObject(dc, old);
-    ReleaseDC(control, dc);
+    WindowDc dc(control);
+    ScopedSelect font(dc.get(), GetWindowFont(control));
+    DrawTextA(dc.get(), text.c_str(), static_cast<int>(text.size()), &need, format);
     if (need.right <= width && need.bottom <= r.bottom) return "";
     return "\"" + text.substr(0, 40) + "\" needs " + std::to_string(need.right) + " x " +
            std::to_string(need.bottom) + " in " + std::to_string(width) + " x " +

@@ -72,7 +72,7 @@ void saveWindowScreenshot(HWND hwnd, const std::string& name) {
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
     Canvas shot(r.right - r.left, r.bottom - r.top, 0);
     HDC screen = GetDC(nullptr);
-    BitBlt(shot.dc(), 0, 0, shot.width(), shot.height(), screen, r.left, r.top, SRCCOPY);
+    BitBlt(shot.dc(), 0, 0, r.right - r.left, r.bottom - r.top, screen, r.left, r.top, SRCCOPY);
     ReleaseDC(nullptr, screen);
     shot.save(name);
 }

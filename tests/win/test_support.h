@@ -20,8 +20,6 @@ class Canvas {
     Canvas& operator=(const Canvas&) = delete;
 
     HDC dc() const { return dc_; }
-    int width() const { return width_; }
-    int height() const { return height_; }
     COLORREF at(int x, int y) const { return GetPixel(dc_, x, y); }
     // Every pixel, row by row, as 0x00RRGGBB.
     std::vector<uint32_t> pixels() const;
