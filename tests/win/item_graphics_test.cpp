@@ -1,8 +1,6 @@
-// Item pictures under the real codec: what each file decodes to and which
-// never reach a decoder (damaged, mislabelled, beyond the limits), the default
-// picture, drawing and blending read back pixel by pixel, and COM left as each
-// thread had it. The choice by name and the limits are the portable core's;
-// here the real decoders follow them.
+// Item pictures under the real codec, drawn and read back pixel by pixel. The
+// choice by name and the limits are the portable core's; here the real
+// decoders follow them.
 #include <gtest/gtest.h>
 
 #include <fstream>

@@ -1,6 +1,4 @@
-// The running release as Wine reports it, checked against the registry the
-// code also reads, the Windows 11 rule exercised through a scratch registry
-// value, and the "not compatible" box opened from its template.
+// The running release as Wine reports it, and the "not compatible" box.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

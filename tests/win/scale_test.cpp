@@ -60,8 +60,6 @@ void expectDefaultFollowsFocus(HWND box) {
     }
 }
 
-// Every window the program shows, opened from its real template with the
-// test's own record and items.
 class DisplayScale : public testing::Test {
   protected:
     static constexpr INT_PTR kStays = -100;  // the key leaves the window open
@@ -131,9 +129,8 @@ class DisplayScale : public testing::Test {
     std::string report_ = "Heralder version 17.0\r\nScreen: 1920 x 1080 pixels";
 };
 
-// Each window once in each button style at the scale the script chose (it
-// runs this test again at each scale, by its name), photographed for people
-// to look at; each opening also tries one way out: Enter, Escape, Help, or none.
+// The script runs this test again at each scale, by its name. Each opening
+// tries one way out: Enter, Escape, Help, or none.
 TEST_F(DisplayScale, EveryWindowFitsItsTextsAndTheScreen) {
     if (testEnv("HERALDER_SHOT_DIR").empty()) GTEST_SKIP() << "run through scripts/test_wine.sh";
     const std::string dpiText = testEnv("HERALDER_DPI");
