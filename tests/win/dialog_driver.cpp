@@ -31,12 +31,6 @@ std::vector<std::string> entriesOf(HWND dialog, int id, UINT countMessage, UINT 
     return entries;
 }
 
-std::string className(HWND hwnd) {
-    char name[64] = "";
-    GetClassNameA(hwnd, name, sizeof name);
-    return name;
-}
-
 RECT childRect(HWND parent, HWND child) {
     RECT r;
     GetWindowRect(child, &r);
@@ -139,12 +133,6 @@ void DialogDriver::poll() {
         ADD_FAILURE() << "the script left the dialog open";
         EndDialog(dialog_, 0);
     }
-}
-
-std::string windowText(HWND hwnd) {
-    char text[4096] = {};
-    GetWindowTextA(hwnd, text, sizeof text);
-    return text;
 }
 
 std::string itemText(HWND dialog, int id) {

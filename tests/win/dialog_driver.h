@@ -12,6 +12,7 @@
 
 #include "base/win_headers.h"
 #include "settings/settings.h"
+#include "tests/win/test_support.h"
 #include "ui/dialog_win.h"
 
 class DialogDriver {
@@ -37,7 +38,6 @@ class DialogDriver {
     int ticksSinceScript_ = 0;
 };
 
-std::string windowText(HWND hwnd);
 std::string itemText(HWND dialog, int id);
 
 void clickItem(HWND dialog, int id);

@@ -10,6 +10,8 @@
 
 // The value of an environment variable set by scripts/test_wine.sh, or "".
 std::string testEnv(const char* name);
+std::string windowText(HWND hwnd);
+std::string className(HWND hwnd);
 
 // A 32-bit top-down memory bitmap filled with one colour, to draw into.
 class Canvas {
