@@ -15,37 +15,35 @@ namespace {
 // recorder or a missing program ever stands there, so no browser can start.
 class HttpHandler {
   public:
-    explicit HttpHandler(const std::string& command) : had_(read(HKEY_LOCAL_MACHINE, kKey, old_)) {
+    explicit HttpHandler(const std::string& command) : old_(read(HKEY_LOCAL_MACHINE, kKey)) {
         set(command);
-        std::string now;
         HKEY dde = nullptr;
         // With a DDE key the shell would talk to a running browser instead.
-        active_ = read(HKEY_CLASSES_ROOT, "http\\shell\\open\\command", now) && command == now &&
+        active_ = read(HKEY_CLASSES_ROOT, "http\\shell\\open\\command") == command &&
                   RegOpenKeyExA(HKEY_CLASSES_ROOT, "http\\shell\\open\\ddeexec", 0, KEY_READ,
                                 &dde) != ERROR_SUCCESS;
         if (dde) RegCloseKey(dde);
     }
     ~HttpHandler() {
-        if (had_) set(old_);
+        if (old_) set(*old_);
     }
     bool active() const { return active_; }  // the shell will run our command
 
   private:
     static constexpr char kKey[] = "Software\\Classes\\http\\shell\\open\\command";
-    static bool read(HKEY root, const char* key, std::string& value) {
+    static std::optional<std::string> read(HKEY root, const char* key) {
         char text[1024] = {};
         DWORD size = sizeof text;
-        const LSTATUS status =
-            RegGetValueA(root, key, nullptr, RRF_RT_REG_SZ, nullptr, text, &size);
-        value = text;
-        return status == ERROR_SUCCESS;
+        if (RegGetValueA(root, key, nullptr, RRF_RT_REG_SZ, nullptr, text, &size) != ERROR_SUCCESS)
+            return std::nullopt;
+        return text;
     }
     void set(const std::string& command) {
         RegSetKeyValueA(HKEY_LOCAL_MACHINE, kKey, nullptr, REG_SZ, command.c_str(),
                         static_cast<DWORD>(command.size() + 1));
     }
-    std::string old_;
-    bool had_ = false, active_ = false;
+    std::optional<std::string> old_;
+    bool active_ = false;
 };
 
 // Every field of the item in its read-only control; the installed version

@@ -12,6 +12,7 @@
 
 #include "base/win_headers.h"
 #include "settings/settings.h"
+#include "tests/win/test_support.h"
 #include "ui/dialog_win.h"
 
 class DialogDriver {
@@ -37,7 +38,6 @@ class DialogDriver {
     int ticksSinceScript_ = 0;
 };
 
-std::string windowText(HWND hwnd);
 std::string itemText(HWND dialog, int id);
 
 void clickItem(HWND dialog, int id);
@@ -57,14 +57,12 @@ std::vector<std::string> comboEntries(HWND dialog, int id);
 std::vector<std::string> listEntries(HWND dialog, int id);
 LOGFONTA fontOf(HWND control);
 
+// What is wrong with window's layout at dpi, one line a fault: a control
+// leaving the window, overlapping another, or too small for its text.
+std::vector<std::string> layoutFaults(HWND window, unsigned dpi);
+
 // Runs action with key vk (none when 0) held down in this thread's keyboard state.
 void withKeyHeld(UINT vk, const std::function<void()>& action);
-
-// A test whose dialogs read and change a fresh settings record.
-class SettingsTest : public testing::Test {
-  protected:
-    Settings settings_;
-};
 
 // Clicks Help and checks that the manual opened at referenc.html#topic (a
 // recorder stands in for the browser) and the dialog, opened with settings, stayed.

@@ -1,8 +1,6 @@
 // The notification run in this process with the real Windows host, fetching
-// from loopback servers: a graphic update whose write fails replaces nothing
-// and is told in a real message box, and the one download budget a run's
-// pictures share. The name and write rules are the portable core's; the daily
-// job as a whole is process_test.cpp's.
+// from loopback servers. The name and write rules are the portable core's; the
+// daily job as a whole is process_test.cpp's.
 #include <gtest/gtest.h>
 
 #include <fstream>

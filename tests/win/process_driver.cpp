@@ -7,18 +7,12 @@
 #include <algorithm>
 #include <tuple>
 
+#include "tests/win/test_support.h"
+
 namespace {
 
-std::string textOf(HWND hwnd) {
-    char text[4096] = {};
-    GetWindowTextA(hwnd, text, sizeof text);
-    return text;
-}
-
 bool hasClass(HWND hwnd, const char* cls) {
-    char name[64] = {};
-    GetClassNameA(hwnd, name, sizeof name);
-    return lstrcmpiA(name, cls) == 0;
+    return lstrcmpiA(className(hwnd).c_str(), cls) == 0;
 }
 
 // The process's visible top-level windows of a class, topmost first.
@@ -42,7 +36,7 @@ std::string staticTexts(HWND dialog) {
     EnumChildWindows(
         dialog,
         [](HWND hwnd, LPARAM lp) -> BOOL {
-            const std::string text = textOf(hwnd);
+            const std::string text = windowText(hwnd);
             auto& out = *reinterpret_cast<std::string*>(lp);
             if (hasClass(hwnd, "Static") && IsWindowVisible(hwnd) && !text.empty())
                 out += (out.empty() ? "" : "\n") + text;
@@ -104,7 +98,7 @@ ProcessRun runProcess(const std::string& program, const std::string& arguments,
             if (std::find(handled.begin(), handled.end(), dialog) != handled.end()) continue;
             handled.push_back(dialog);
             Sleep(150);  // let it finish painting
-            run.windows.push_back({textOf(dialog), staticTexts(dialog)});
+            run.windows.push_back({windowText(dialog), staticTexts(dialog)});
             if (!(handler && handler(dialog, int(run.windows.size()) - 1)))
                 pressDefaultButton(dialog);
         }

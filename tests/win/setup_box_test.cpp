@@ -63,6 +63,8 @@ TEST(SetupBoxTest, RecordToControlsAndBack) {
             [&] { return openSetupBox(nullptr, record); },
             [&](HWND box) {
                 EXPECT_EQ(previewFont(box).lfQuality, ANTIALIASED_QUALITY);
+                EXPECT_EQ(comboEntries(box, IDC_SETUP_SOFTBUTTONS),
+                          (std::vector<std::string>{"None", "Soft", "Flex", "Wedge"}));
                 for (const auto& c : controls) {
                     SCOPED_TRACE(c.id);
                     if (c.kind == Choice) {

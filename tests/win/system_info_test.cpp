@@ -9,7 +9,7 @@
 
 namespace {
 
-class SystemInfo : public SettingsTest {
+class SystemInfo : public testing::Test {
   protected:
     void SetUp() override {
         ASSERT_TRUE(ensureDataFolders());
@@ -25,7 +25,7 @@ class SystemInfo : public SettingsTest {
 };
 
 TEST_F(SystemInfo, GathersWhatTheAgentItselfWouldUse) {
-    for (int i = 0; i < 3; ++i) ASSERT_TRUE(writeSettingsFile(settings_, settingsFile_));
+    for (int i = 0; i < 3; ++i) ASSERT_TRUE(writeSettingsFile(Settings{}, settingsFile_));
     ASSERT_TRUE(writeFileBytes(files_[3], {"5\r\n7\r\n5\r\n"}));
     // 4.2c: minor 2 in bits 10-14, major 4 in bits 5-9, letter c.
     WritePrivateProfileStringA("Ledger", "VersionNumber", "2178", files_[4].c_str());

@@ -13,6 +13,18 @@ std::string testEnv(const char* name) {
     return n > 0 && n < sizeof value ? std::string(value, n) : std::string();
 }
 
+std::string windowText(HWND hwnd) {
+    char text[4096] = {};
+    GetWindowTextA(hwnd, text, sizeof text);
+    return text;
+}
+
+std::string className(HWND hwnd) {
+    char name[64] = "";
+    GetClassNameA(hwnd, name, sizeof name);
+    return name;
+}
+
 Canvas::Canvas(int width, int height, COLORREF colour) : width_(width), height_(height) {
     BITMAPINFO info{};
     info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
@@ -31,13 +43,12 @@ Canvas::~Canvas() {
     DeleteDC(dc_);
 }
 
-std::vector<uint32_t> Canvas::pixels(const RECT& r) const {
+std::vector<uint32_t> Canvas::pixels() const {
     GdiFlush();
     std::vector<uint32_t> out;
     if (!bits_) return out;
-    for (int y = r.top; y < r.bottom; ++y)
-        for (int x = r.left; x < r.right; ++x)
-            out.push_back(static_cast<const uint32_t*>(bits_)[y * width_ + x] & 0xFFFFFF);
+    for (int i = 0; i < width_ * height_; ++i)
+        out.push_back(static_cast<const uint32_t*>(bits_)[i] & 0xFFFFFF);
     return out;
 }
 
@@ -73,7 +84,7 @@ void saveWindowScreenshot(HWND hwnd, const std::string& name) {
     while (PeekMessageA(&msg, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&msg);
     Canvas shot(r.right - r.left, r.bottom - r.top, 0);
     HDC screen = GetDC(nullptr);
-    BitBlt(shot.dc(), 0, 0, shot.width(), shot.height(), screen, r.left, r.top, SRCCOPY);
+    BitBlt(shot.dc(), 0, 0, r.right - r.left, r.bottom - r.top, screen, r.left, r.top, SRCCOPY);
     ReleaseDC(nullptr, screen);
     shot.save(name);
 }

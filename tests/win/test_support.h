@@ -10,6 +10,8 @@
 
 // The value of an environment variable set by scripts/test_wine.sh, or "".
 std::string testEnv(const char* name);
+std::string windowText(HWND hwnd);
+std::string className(HWND hwnd);
 
 // A 32-bit top-down memory bitmap filled with one colour, to draw into.
 class Canvas {
@@ -20,12 +22,9 @@ class Canvas {
     Canvas& operator=(const Canvas&) = delete;
 
     HDC dc() const { return dc_; }
-    int width() const { return width_; }
-    int height() const { return height_; }
     COLORREF at(int x, int y) const { return GetPixel(dc_, x, y); }
-    // Pixels of r row by row as 0x00RRGGBB; the whole canvas by default.
-    std::vector<uint32_t> pixels() const { return pixels({0, 0, width_, height_}); }
-    std::vector<uint32_t> pixels(const RECT& r) const;
+    // Every pixel, row by row, as 0x00RRGGBB.
+    std::vector<uint32_t> pixels() const;
     // NAME.bmp in the test script's screenshot folder, if it named one.
     void save(const std::string& name) const;
 

@@ -1,8 +1,6 @@
-// The user's files where a real profile puts them: the data folders (checked
-// against SHGetFolderPathA, another shell call than the program's), the
-// settings file (saves make missing folders, rotate two backups and end lines
-// in CR LF; a full disk is a failed write) and other products' INI files read
-// by the platform's profile reader.
+// The user's files where a real profile puts them, and other products' INI
+// files read by the platform's profile reader. The data folders are checked
+// against SHGetFolderPathA, another shell call than the program's.
 #include <gtest/gtest.h>
 
 #include <filesystem>
