@@ -230,7 +230,7 @@ bool writeSettingsFile(const Settings& record, const std::string& path, std::tim
     // disk, not fresh copies that a power cut could still take.
     bool kept = false;
     if (current) {
-        if (!readIntact(backup) || !replaceFileWith(backup, oldest, WriteReach::System))
+        if (readIntact(backup) && !replaceFileWith(backup, oldest, WriteReach::System))
             copyIntact(backup, oldest);
         std::remove(backup.c_str());
         kept = linkFile(path, backup);
@@ -239,6 +239,14 @@ bool writeSettingsFile(const Settings& record, const std::string& path, std::tim
         copyIntact(backup, oldest);
     }
     const std::string text = formatSettingsFile(record, now);
-    return replaceFileContents(
-        path, {text}, settingsSaveReach(current.value_or(""), text, kept, age.value_or(0)));
+    if (replaceFileContents(path, {text},
+                            settingsSaveReach(current.value_or(""), text, kept, age.value_or(0))))
+        return true;
+    // The file stays as it was, so its second name must go: an edit in place
+    // would otherwise change the backup with it.
+    if (kept) {
+        std::remove(backup.c_str());
+        replaceFileContents(backup, {*current}, WriteReach::System);
+    }
+    return false;
 }
